@@ -1,0 +1,44 @@
+# How every target is compiled: the language level, the warnings, the build's hardening.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+find_program(CCACHE ccache)
+if(CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(tembrel_settings INTERFACE)
+target_include_directories(tembrel_settings INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(
+  tembrel_settings
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wshadow
+            -Wold-style-cast
+            -Wnon-virtual-dtor
+            -Woverloaded-virtual
+            -Werror
+            -fno-semantic-interposition
+            -fvisibility-inlines-hidden)
+if(WIN32)
+  target_compile_definitions(tembrel_settings INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
+  target_link_options(tembrel_settings INTERFACE -static -static-libgcc -static-libstdc++)
+else()
+  find_package(Threads REQUIRED)
+  target_link_libraries(tembrel_settings INTERFACE Threads::Threads)
+endif()
+
+# sanitize: "", "address,undefined" or "thread"; set by the presets asan and tsan.
+set(TEMBREL_SANITIZE "" CACHE STRING "Sanitizers for all targets")
+if(TEMBREL_SANITIZE)
+  target_compile_options(tembrel_settings INTERFACE -fsanitize=${TEMBREL_SANITIZE} -fno-omit-frame-pointer
+                                                    -fno-sanitize-recover=all)
+  target_link_options(tembrel_settings INTERFACE -fsanitize=${TEMBREL_SANITIZE})
+endif()

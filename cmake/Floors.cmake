@@ -1,0 +1,45 @@
+# The floors of the house: one object library a folder of src/, built only on the floors below it.
+
+# tembrel_floor(NAME FOLDER): the object library tembrel_FOLDER of all sources in src/FOLDER.
+function(tembrel_floor FOLDER)
+  set(here ${CMAKE_SOURCE_DIR}/src/${FOLDER})
+  file(GLOB sources CONFIGURE_DEPENDS ${here}/*.cpp)
+  if(WIN32)
+    file(GLOB system_sources CONFIGURE_DEPENDS ${here}/win32/*.cpp)
+  else()
+    file(GLOB system_sources CONFIGURE_DEPENDS ${here}/linux/*.cpp)
+  endif()
+  list(APPEND sources ${system_sources})
+  if(NOT sources)
+    return()
+  endif()
+  add_library(tembrel_${FOLDER} OBJECT ${sources})
+  target_link_libraries(tembrel_${FOLDER} PUBLIC tembrel_settings ${ARGN})
+endfunction()
+
+# tembrel_use_floors(TARGET FOLDER...): links the objects of those floors, as far as they have any.
+function(tembrel_use_floors TARGET)
+  target_link_libraries(${TARGET} PRIVATE tembrel_settings)
+  foreach(folder IN LISTS ARGN)
+    if(TARGET tembrel_${folder})
+      target_link_libraries(${TARGET} PRIVATE tembrel_${folder})
+    endif()
+  endforeach()
+endfunction()
+
+# tembrel_tests(FOLDER FLOOR...): the test program tests_FOLDER of all sources in tests/FOLDER.
+function(tembrel_tests FOLDER)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${FOLDER}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  file(GLOB support CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/support/*.cpp)
+  add_executable(tests_${FOLDER} ${sources} ${support})
+  target_include_directories(tests_${FOLDER} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_compile_definitions(tests_${FOLDER} PRIVATE TEMBREL_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+                                                     TEMBREL_BIN_DIR="${CMAKE_BINARY_DIR}/bin")
+  tembrel_use_floors(tests_${FOLDER} ${ARGN})
+  target_link_libraries(tests_${FOLDER} PRIVATE GTest::gtest GTest::gmock GTest::gtest_main)
+  add_test(NAME ${FOLDER} COMMAND tests_${FOLDER})
+  set_tests_properties(${FOLDER} PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,25 @@
+// What the backend finds around it: folders, the settings store, the millisecond clock. Handed in by the host.
+#pragma once
+
+#include "platform/SettingsStore.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+namespace Backend {
+
+struct Surroundings {
+    std::filesystem::path applicationData; // the user's files: banks, presets, recordings
+    std::filesystem::path traceFolder;     // where "qel.log" is written; empty: no trace file
+    std::shared_ptr<Platform::SettingsStore> settings;
+    std::function<std::uint32_t()> milliseconds; // a millisecond clock that wraps at 32 bits
+
+    // The system's own folders, settings and clock.
+    [[nodiscard]] static Surroundings ofSystem();
+    // Everything below one folder: settings and data, for tests and for running beside another instance.
+    [[nodiscard]] static Surroundings inFolder(const std::filesystem::path& folder);
+};
+
+} // namespace Backend

@@ -1,0 +1,31 @@
+// File operations that the standard library does not give: locks between processes, replacement that survives a crash.
+#pragma once
+
+#include "platform/Result.h"
+
+#include <filesystem>
+#include <memory>
+#include <string_view>
+
+namespace Platform {
+
+// Writes a whole file in one step: readers and a crash at any moment see the old content or the new, whole and on
+// disk. The intermediate file stands beside the target and is gone afterwards.
+[[nodiscard]] Outcome replaceFile(const std::filesystem::path& target, std::string_view content);
+
+// Holds a lock file against other processes (and other holders in this one) while it lives.
+class FileLock final {
+public:
+    // Creates the file where needed and waits for the lock; isHeld() is false when that failed.
+    explicit FileLock(const std::filesystem::path& file);
+    ~FileLock();
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+    [[nodiscard]] bool isHeld() const noexcept;
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+} // namespace Platform
