@@ -1,4 +1,4 @@
-# How every target is compiled: the language level, the warnings, the build's hardening.
+# How every target is compiled: the language level, the warnings. Optimisation and hardening: CMakePresets.json.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -10,7 +10,10 @@ set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  # The sloppiness is what ccache asks for with precompiled headers; without the build folder's name in the hash,
+  # build folders with the same flags share their results.
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_NOHASHDIR=1
+                                  ${CCACHE})
 endif()
 
 add_library(tembrel_settings INTERFACE)
@@ -27,10 +30,14 @@ target_compile_options(
             -Werror
             -fno-semantic-interposition
             -fvisibility-inlines-hidden)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(tembrel_settings INTERFACE -fpch-preprocess)
+endif()
 if(WIN32)
   target_compile_definitions(tembrel_settings INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
   target_link_options(tembrel_settings INTERFACE -static -static-libgcc -static-libstdc++)
 else()
+  set(THREADS_PREFER_PTHREAD_FLAG ON)
   find_package(Threads REQUIRED)
   target_link_libraries(tembrel_settings INTERFACE Threads::Threads)
 endif()

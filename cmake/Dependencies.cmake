@@ -1,0 +1,55 @@
+# Everything that the build takes from outside, all of it Debian packages. Sets
+#   TEMBREL_PLATFORM_LIBRARIES  what src/platform links
+#   TEMBREL_HOST_LIBRARIES      what src/host links: JACK, RtMidi, CLI11
+# and provides GTest::gtest, GTest::gmock, GTest::gtest_main, and on Linux benchmark::benchmark.
+
+# Headers only. A cross compiler must never see /usr/include, so it gets a folder with nothing but CLI/ in it.
+add_library(tembrel_cli11 INTERFACE)
+find_path(CLI11_FOLDER CLI/CLI.hpp PATHS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/include)
+if(NOT EXISTS ${CMAKE_BINARY_DIR}/include/CLI)
+  file(CREATE_LINK ${CLI11_FOLDER}/CLI ${CMAKE_BINARY_DIR}/include/CLI SYMBOLIC)
+endif()
+target_include_directories(tembrel_cli11 SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/include)
+
+if(WIN32)
+  set(TEMBREL_PLATFORM_LIBRARIES ole32 oleaut32 shell32 winmm uuid user32 advapi32)
+
+  # RtMidi has no mingw package: it is built here from Debian's source package.
+  set(TEMBREL_DEPS ${CMAKE_SOURCE_DIR}/build/deps CACHE PATH "Unpacked source packages, shared by all build folders")
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/fetch-rtmidi ${TEMBREL_DEPS} OUTPUT_VARIABLE rtmidi_folder
+                  OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  add_library(tembrel_rtmidi STATIC ${rtmidi_folder}/RtMidi.cpp)
+  target_compile_definitions(tembrel_rtmidi PRIVATE __WINDOWS_MM__)
+  target_compile_options(tembrel_rtmidi PRIVATE -w)
+  target_include_directories(tembrel_rtmidi SYSTEM PUBLIC ${rtmidi_folder})
+  target_link_libraries(tembrel_rtmidi PUBLIC winmm)
+  set(TEMBREL_HOST_LIBRARIES tembrel_rtmidi tembrel_cli11 winmm)
+
+  if(TEMBREL_TESTS)
+    set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+    add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+    foreach(name gtest gmock gtest_main)
+      if(NOT TARGET GTest::${name})
+        add_library(GTest::${name} ALIAS ${name})
+      endif()
+    endforeach()
+  endif()
+else()
+  find_package(pugixml REQUIRED)
+  set(TEMBREL_PLATFORM_LIBRARIES pugixml::pugixml)
+
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(jack REQUIRED IMPORTED_TARGET jack)
+  pkg_check_modules(rtmidi REQUIRED IMPORTED_TARGET rtmidi)
+  # Its flags say which back ends the library was built with; its header does not ask.
+  set_target_properties(PkgConfig::rtmidi PROPERTIES INTERFACE_COMPILE_OPTIONS "")
+  set(TEMBREL_HOST_LIBRARIES PkgConfig::jack PkgConfig::rtmidi tembrel_cli11)
+
+  if(TEMBREL_TESTS)
+    find_package(GTest REQUIRED)
+  endif()
+  if(TEMBREL_BENCH)
+    find_package(benchmark REQUIRED)
+  endif()
+endif()
