@@ -1,6 +1,7 @@
 // What the backend finds around it: folders, the settings store, the millisecond clock. Handed in by the host.
 #pragma once
 
+#include "platform/Result.h"
 #include "platform/SettingsStore.h"
 
 #include <cstdint>
@@ -15,6 +16,8 @@ struct Surroundings {
     std::filesystem::path traceFolder;     // where "qel.log" is written; empty: no trace file
     std::shared_ptr<Platform::SettingsStore> settings;
     std::function<std::uint32_t()> milliseconds; // a millisecond clock that wraps at 32 bits
+    // Told of every program, bank or preset that could not be read or written; empty: a message box. [backend]
+    std::function<void(const Platform::Fault&)> reportFault;
 
     // The system's own folders, settings and clock.
     [[nodiscard]] static Surroundings ofSystem();
