@@ -1,0 +1,29 @@
+// A place in the grid of on-screen controls.
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+// The first coordinate is the row, counted downward, the second the column; both 0-based, -1: none. Ordered by row,
+// then column.
+struct Cell {
+    std::int32_t x = -1;
+    std::int32_t y = -1;
+
+    // "x,y" in decimal. A part that is missing or no number stays -1.
+    [[nodiscard]] static Cell fromText(std::string_view text) noexcept;
+    [[nodiscard]] std::string toXmlString() const;
+
+    friend auto operator<=>(const Cell&, const Cell&) = default;
+};
+
+template <> struct std::hash<Cell> {
+    [[nodiscard]] std::size_t operator()(const Cell& cell) const noexcept {
+        return std::hash<std::uint64_t>{}(static_cast<std::uint64_t>(static_cast<std::uint32_t>(cell.x)) << 32 |
+                                          static_cast<std::uint32_t>(cell.y));
+    }
+};
