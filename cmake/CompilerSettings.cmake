@@ -10,10 +10,11 @@ set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
 find_program(CCACHE ccache)
 if(CCACHE)
-  # The sloppiness is what ccache asks for with precompiled headers; without the build folder's name in the hash,
-  # build folders with the same flags share their results.
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_NOHASHDIR=1
-                                  ${CCACHE})
+  # The sloppiness is what precompiled headers need. Without the build folder's name in the hash, build folders with
+  # the same flags share their results.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+      CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 
 add_library(tembrel_settings INTERFACE)
