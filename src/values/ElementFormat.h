@@ -1,0 +1,29 @@
+// What an XML element holds, described once for reading, checking and documentation.
+#pragma once
+
+#include "platform/Result.h"
+#include "platform/XmlDocument.h"
+#include "values/AttributeFormat.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct ElementFormat {
+    std::string_view name;
+    std::string_view meaning; // one line
+    std::vector<AttributeFormat> attributes;
+    std::vector<ElementFormat> children;
+    bool holdsText = false; // character data is part of it
+    bool unchecked = false; // attributes and content are whatever they are
+
+    // The description of an attribute that must be there.
+    [[nodiscard]] const AttributeFormat& operator[](std::string_view attributeName) const;
+    // The description of a child that must be there.
+    [[nodiscard]] const ElementFormat& child(std::string_view childName) const;
+};
+
+// Adds a fault, with file and line, for everything in the element that the format does not allow: elements,
+// attributes, texts, values. `file` names the source in the faults.
+void checkElement(const Platform::XmlElement& element, const ElementFormat& format, const std::string& file,
+                  std::vector<Platform::Fault>& faults);
