@@ -1,4 +1,4 @@
-// The user interface's counterpart of MessageManagerMaster: messages come through windows, not through a thread's queue.
+// The user interface's counterpart of MessageManagerMaster: its messages come through windows.
 #pragma once
 
 #include "platform/Threads.h"

@@ -31,9 +31,9 @@ protected:
 
     // Posts with the rules of MessageManagerMaster::postMessage. [any]
     bool post(std::uint32_t id, std::uintptr_t wParam = 0, std::intptr_t lParam = 0);
-    // Posts and waits, without time-out, until the handler calls endSend. At most one thread sends to a master at a
-    // time, and never the master's own. Comes back at once when the master has been stopped. [not the master's thread]
-    void send(std::uint32_t id, std::uintptr_t wParam = 0, std::intptr_t lParam = 0);
+    // What a send does after its post was accepted: waits, without time-out, until the handler calls endSend or the
+    // thread ends. One thread sends to a master at a time, and never the master's own, which would wait for itself.
+    void awaitSend();
     // Lets the sender go on; what the handler wrote before is visible to it. [the master's thread]
     void endSend();
 

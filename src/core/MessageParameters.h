@@ -31,14 +31,21 @@ template <typename Value> [[nodiscard]] std::unique_ptr<Value> takeCopy(std::int
     return takeCopy<Value>(static_cast<std::uintptr_t>(parameter));
 }
 
-// Window handles and numbers as parameters.
+// What fits goes in the parameter itself: a number as its value, a flag as 0 or 1, a window handle as its address.
+[[nodiscard]] constexpr std::uintptr_t asWParam(std::same_as<int> auto value) {
+    return static_cast<std::uintptr_t>(value);
+}
+[[nodiscard]] constexpr std::uintptr_t asWParam(std::same_as<bool> auto value) {
+    return value ? 1 : 0;
+}
+[[nodiscard]] constexpr std::intptr_t asLParam(std::same_as<bool> auto value) {
+    return value ? 1 : 0;
+}
 [[nodiscard]] inline std::intptr_t asLParam(Platform::WindowHandle window) {
     return reinterpret_cast<std::intptr_t>(window);
 }
 [[nodiscard]] inline Platform::WindowHandle asWindowHandle(std::intptr_t parameter) {
     return reinterpret_cast<Platform::WindowHandle>(parameter);
 }
-[[nodiscard]] constexpr std::uintptr_t asWParam(int value) { return static_cast<std::uintptr_t>(value); }
-[[nodiscard]] constexpr std::uintptr_t asWParam(bool value) { return value ? 1 : 0; }
 
 } // namespace Backend

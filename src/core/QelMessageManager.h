@@ -5,6 +5,7 @@
 #include "platform/WindowMessages.h"
 #include "values/MidiPort.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,8 @@ class QelMidiMessage;
 
 // A post comes back at once; a send when the backend has done it. Each runs the operation of QelIF that it is named
 // after, in the order of the posts. Posting is for any thread but the backend's own (MessageManagerMaster::postMessage
-// says why); sending is for one other thread at a time. Arguments are copied.
+// says why); sending is for one other thread at a time. Arguments are copied. Once the backend's thread has been
+// stopped, all do nothing.
 class QelMessageManager final : public MessageManager {
 public:
     // Both outlive the manager.
@@ -89,7 +91,8 @@ public:
     void postChangeProgram(const SelectType& which);
 
     // Playing. A message travels packed in the message's parameters where nothing of it is lost that way, else as a
-    // copy: one from a control (row and column 0..15), with a time in ticks, with the host's time, or an engine command.
+    // copy: one from a control (row and column 0..15), with a time in ticks, with the host's time, or an engine
+    // command.
     void postPlayMidi(const MidiEngine::QelMidiMessage& message);
     void postProcessMidiInputEvent(const MidiEngine::QelMidiMessage& message);
     // Many at once, handled without a gap between them.
@@ -119,11 +122,11 @@ public:
 
 private:
     enum class Command : std::uint32_t;
-    static std::uint32_t id(Command command) { return static_cast<std::uint32_t>(command); }
-    // The value goes as a heap copy in the one parameter, `lParam` or `wParam` in the other.
-    template <typename Value> void postInWParam(Command command, Value&& value, std::intptr_t lParam = 0);
-    template <typename Value> void postInLParam(Command command, Value&& value, std::uintptr_t wParam = 0);
-    template <typename Value> void sendInWParam(Command command, const Value& value);
+
+    // All say whether the message was accepted. A value goes as a heap copy in the parameter that is named.
+    bool post(Command command, std::uintptr_t wParam = 0, std::intptr_t lParam = 0);
+    template <typename Value> bool postInWParam(Command command, Value&& value, std::intptr_t lParam = 0);
+    template <typename Value> bool postInLParam(Command command, Value&& value);
     void postMidi(Command packed, Command copied, const MidiEngine::QelMidiMessage& message);
 
     QelIF& qel_;

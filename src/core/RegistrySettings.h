@@ -1,7 +1,7 @@
 // The user's preferences, kept between runs in the settings store of the current user.
 #pragma once
 
-#include "core/Rect.h"
+#include "values/Rect.h"
 
 #include <array>
 #include <cstddef>
@@ -12,8 +12,7 @@
 
 namespace Platform {
 class SettingsStore;
-struct SettingsValue;
-} // namespace Platform
+}
 
 namespace Backend {
 
@@ -31,8 +30,9 @@ public:
     // that does not open saves nothing; a value that cannot be written is passed over.
     void saveToRegistry(Platform::SettingsStore& store, const std::string& keyPath);
 
-    // Ports by index; one that was never set is not enabled. Setting makes the list exactly index + 1 long, so ports
-    // above it are forgotten: deliberate, the host sets all ports in ascending order. A negative index does nothing.
+    // Ports by index; one that was never set is not enabled. Setting makes the list exactly index + 1 long, so the
+    // ports above it are forgotten. Deliberate, stored lists end with the last port that was set: who changes one port
+    // sets those above it again, in ascending order. A negative index does nothing.
     void setMidiInputEnabled(int index, bool on) { setEnabled(midiInputsEnabled_, index, on); }
     void setMidiOutputEnabled(int index, bool on) { setEnabled(midiOutputsEnabled_, index, on); }
     [[nodiscard]] bool isMidiInputEnabled(int index) const { return isEnabled(midiInputsEnabled_, index); }
@@ -142,8 +142,6 @@ private:
     using Entries = std::array<Entry, static_cast<std::size_t>(Setting::count)>;
 
     [[nodiscard]] static Entries defaults();
-    static void readInto(Value& value, const Platform::SettingsValue& stored);
-    [[nodiscard]] static Platform::SettingsValue toStored(const Value& value);
     static void setEnabled(std::vector<bool>& list, int index, bool on);
     [[nodiscard]] static bool isEnabled(const std::vector<bool>& list, int index);
 
