@@ -1,0 +1,185 @@
+#include "values/AttributeFormat.h"
+
+#include "values/Key.h"
+#include "values/MidiMessage.h"
+#include "values/Note.h"
+#include "values/TextNumbers.h"
+#include "values/Words.h"
+
+#include <algorithm>
+
+namespace {
+
+std::string quoted(std::string_view text) {
+    return "\"" + std::string(text) + "\"";
+}
+
+std::string joined(const std::vector<std::string_view>& words) {
+    std::string list;
+    for (const auto word : words) {
+        list += (list.empty() ? "" : ", ") + (word.empty() ? quoted(word) : std::string(word));
+    }
+    return list;
+}
+
+bool isWord(std::string_view text, const AttributeFormat& format) {
+    return std::any_of(format.words.begin(), format.words.end(), [&](std::string_view word) {
+        return format.anyCase ? equalInAnyCase(text, word) : text == word;
+    });
+}
+
+// Two numbers with the separator between them.
+bool isPair(std::string_view text, char separator) {
+    const auto place = text.find(separator);
+    return place != std::string_view::npos && isDecimal(text.substr(0, place)) && isDecimal(text.substr(place + 1));
+}
+
+bool isFraction(std::string_view text) {
+    return isPair(text, '_') && readDecimal(text.substr(text.find('_') + 1)) != 0;
+}
+
+bool isMidiEvent(std::string_view text) {
+    const auto comma = text.find(',');
+    if (!Backend::MidiEngine::MidiMessage(text).isValid()) {
+        return false;
+    }
+    if (comma == std::string_view::npos) {
+        return true;
+    }
+    const auto number = text.substr(comma + 1);
+    const auto d1 = readDecimal(number);
+    return isDecimal(number) && d1 >= 0 && d1 <= 127;
+}
+
+bool isKeyName(std::string_view text) {
+    return Key(text).getCode() != Key::UNKNOWN_CODE;
+}
+
+bool hasRightForm(std::string_view text, const AttributeFormat& format) {
+    switch (format.kind) {
+    case AttributeKind::boolean:
+        return text == "true" || text == "false";
+    case AttributeKind::integer:
+        return isDecimal(text);
+    case AttributeKind::note:
+        return Note::fromName(text).isSet();
+    case AttributeKind::optionalNote:
+        return text.empty() || Note::fromName(text).isSet();
+    case AttributeKind::pitch:
+        return text.empty() || Note::fromPitchName(text).isSet();
+    case AttributeKind::relativeFixed:
+        return trimmed(text).empty() || isDecimal(text);
+    case AttributeKind::fraction:
+        return isFraction(text);
+    case AttributeKind::word:
+        return isWord(text, format);
+    case AttributeKind::select:
+        return isWord(text, format) || isDecimal(text);
+    case AttributeKind::cell:
+        return isPair(text, ',');
+    case AttributeKind::selectControl:
+        return isWord(text, format) || isPair(text, ',');
+    case AttributeKind::midiEvent:
+        return isMidiEvent(text);
+    case AttributeKind::key:
+        return isKeyName(text);
+    case AttributeKind::text:
+        return true;
+    }
+    return false;
+}
+
+bool isNumeric(AttributeKind kind) {
+    return kind == AttributeKind::integer || kind == AttributeKind::relativeFixed || kind == AttributeKind::select;
+}
+
+std::string rangeOf(const AttributeFormat& format) {
+    const auto hasMinimum = format.minimum != AttributeFormat::NO_MINIMUM;
+    const auto hasMaximum = format.maximum != AttributeFormat::NO_MAXIMUM;
+    if (!hasMinimum && !hasMaximum) {
+        return {};
+    }
+    if (!hasMaximum) {
+        return std::to_string(format.minimum) + " or more";
+    }
+    return hasMinimum ? std::to_string(format.minimum) + ".." + std::to_string(format.maximum)
+                      : std::to_string(format.maximum) + " or less";
+}
+
+} // namespace
+
+std::optional<std::string> AttributeFormat::faultOf(std::string_view value) const {
+    if (!hasRightForm(value, *this)) {
+        return quoted(value) + " is not " + describeValues();
+    }
+    const auto number = isNumeric(kind) ? readDecimal(value) : std::nullopt;
+    if (number && (*number < minimum || *number > maximum)) {
+        return quoted(value) + " is not in the range " + rangeOf(*this);
+    }
+    return std::nullopt;
+}
+
+std::string AttributeFormat::describeValues() const {
+    const auto range = rangeOf(*this);
+    const auto ranged = [&](const std::string& what) { return range.empty() ? what : what + " (" + range + ")"; };
+    switch (kind) {
+    case AttributeKind::boolean:
+        return "\"true\" or \"false\"";
+    case AttributeKind::integer:
+        return ranged("a number");
+    case AttributeKind::note:
+        return "a note from C-1 to G9";
+    case AttributeKind::optionalNote:
+        return "a note from C-1 to G9 or empty";
+    case AttributeKind::pitch:
+        return "a pitch from C to B or empty";
+    case AttributeKind::relativeFixed:
+        return ranged("a number, with a sign for a step, or empty");
+    case AttributeKind::fraction:
+        return "a fraction like 3_4";
+    case AttributeKind::word:
+        return "one of " + joined(words);
+    case AttributeKind::select:
+        return "one of " + joined(words) + " or " + ranged("a number");
+    case AttributeKind::cell:
+        return "a cell like 2,0";
+    case AttributeKind::selectControl:
+        return "one of " + joined(words) + " or a cell like 2,0";
+    case AttributeKind::midiEvent:
+        return "a MIDI event like Controller Change,7";
+    case AttributeKind::key:
+        return "a key like Shift F1";
+    case AttributeKind::text:
+        break;
+    }
+    return "any text";
+}
+
+AttributeFormat AttributeFormat::booleanOf(std::string_view name, bool defaultValue, std::string_view meaning) {
+    return of(AttributeKind::boolean, name, defaultValue ? "true" : "false", meaning);
+}
+
+AttributeFormat AttributeFormat::integerOf(std::string_view name, std::string_view defaultText, std::int32_t minimum,
+                                           std::int32_t maximum, std::string_view meaning) {
+    auto format = of(AttributeKind::integer, name, defaultText, meaning);
+    format.minimum = minimum;
+    format.maximum = maximum;
+    return format;
+}
+
+AttributeFormat AttributeFormat::wordOf(std::string_view name, std::vector<std::string_view> words,
+                                        std::string_view defaultWord, std::string_view meaning) {
+    auto format = of(AttributeKind::word, name, defaultWord, meaning);
+    format.words = std::move(words);
+    return format;
+}
+
+AttributeFormat AttributeFormat::of(AttributeKind kind, std::string_view name, std::string_view defaultText,
+                                    std::string_view meaning) {
+    AttributeFormat format;
+    format.name = name;
+    format.kind = kind;
+    format.defaultText = defaultText;
+    format.meaning = meaning;
+    return format;
+}
