@@ -2,34 +2,33 @@
 #pragma once
 
 #include "core/CriticalSection.h"
+#include "midiengine/EngineTap.h"
 #include "midiengine/HeldNotes.h"
-#include "midiengine/LayerList.h"
+#include "midiengine/LayerOutput.h"
+#include "midiengine/LayerRack.h"
 #include "midiengine/PendingEvents.h"
+#include "midiengine/SoundingNotes.h"
 #include "midiengine/ZoneMap.h"
 #include "platform/AutoResetEvent.h"
+#include "platform/Threads.h"
 #include "values/MidiPort.h"
 #include "values/QelMidiMessage.h"
 #include "values/Ticks.h"
 
-#include <array>
 #include <atomic>
 #include <cstdint>
 #include <memory>
 #include <vector>
 
-namespace Backend {
-class QelIF;
-}
-
 namespace Backend::MidiEngine {
 
-class EngineListener;
 class MidiEngineMessageManager;
 class MidiPlayer;
 
 // Thread picture: the host's clock thread calls playTimeSlice and plays everything; the engine's worker thread
 // (getMessageManager) takes commands and events from the other threads; both work under getCriticalSection().
-class MidiEngine final {
+// Operations marked [engine] are called by the worker's handlers, under that lock unless they say otherwise.
+class MidiEngine final : private LayerOutput {
 public:
     // A slice of this many ticks or more plays nothing: the machine has slept.
     static constexpr std::int32_t MAX_TIME_SLICE = 5000;
@@ -37,21 +36,41 @@ public:
     // Floor(tempo / 60000 x milliseconds x 480 + 0.5) ticks after engineTimeOrigin.
     [[nodiscard]] static Ticks milliseconds2Ppq(double milliseconds, int tempo);
 
-    // Both references outlive the engine. [backend]
-    MidiEngine(QelIF& qel, MidiPlayer& player);
+    // `player` outlives the engine. [backend]
+    explicit MidiEngine(MidiPlayer& player);
     ~MidiEngine();
     MidiEngine(const MidiEngine&) = delete;
     MidiEngine& operator=(const MidiEngine&) = delete;
 
-    // Takes the two settings and starts the worker thread. [backend]
+    // Takes the two settings and starts the worker thread; end() stops it. [backend]
     void initialize(int defaultOutput, bool midiThru);
-    // Stops the worker thread. [backend]
     void end();
 
     [[nodiscard]] MidiEngineMessageManager& getMessageManager() { return *messageManager_; } // [any]
     [[nodiscard]] CriticalSection& getCriticalSection() { return criticalSection_; }         // [any]
 
-    // Time. ------------------------------------------------------------------------------------------------
+    // Events. ----------------------------------------------------------------------------------------------------
+
+    // Hands an event to the worker thread; it is played in the clock's next slice, or at its time. [any]
+    void postPlayMidi(const QelMidiMessage& message);
+    // Puts an event into the pending queue and tells the player. [engine] takes the lock itself
+    void addPending(const QelMidiMessage& message);
+    void addPending(const std::vector<QelMidiMessage>& messages);
+    // Routes one event through its zone, to its own output or through the layers. [clock]
+    void playMidi(const QelMidiMessage& message);
+    // The final send of an event whose output and channel are settled: counts notes, calls player and taps. [clock]
+    void playMidiInternal(const QelMidiMessage& message, bool keepHeldNotes);
+
+    // Resets. ----------------------------------------------------------------------------------------------------
+
+    // Ends everything that sounds and forgets what is held. Blocks until the clock has done so in a slice of its
+    // own; at once while the clock has never run, or when called by it. [any]
+    void sendReset();
+    // The same, and then All Sound Off and Reset All Controllers on each channel of the default output, and one
+    // System Reset. [any]
+    void sendHardReset();
+
+    // Time. ------------------------------------------------------------------------------------------------------
 
     // Plays the ticks from `from` up to `to` - 1; the first call marks the player as running. What was posted
     // without a time is stamped with `to`, so an empty slice (t, t) takes in what is pending and plays nothing.
@@ -59,6 +78,95 @@ public:
     void playTimeSlice(Ticks from, Ticks to);
     // True while an arpeggio, a sequence or an oscillator acts on each tick. While it is false a tick may be run
     // again: it plays what has arrived for it since, and nothing twice. [clock]
-    [[nodiscard]] bool isTickDependent() const;
-    // True while something is sounding, playing or scheduled. [clock]
-    [[nodiscard]] bool isBusy() const;
+    [[nodiscard]] bool isTickDependent() const { return false; }
+    // True while something sounds, waits for its time or has not been taken in. [any]
+    [[nodiscard]] bool isBusy();
+    [[nodiscard]] bool isMidiPlayerThread() const; // [any]
+    // The tick at which the running arpeggios began; noTicks while none runs. [clock]
+    [[nodiscard]] Ticks getStartTime() const { return startTime_; }
+    void setStartTime(Ticks time) { startTime_ = time; }
+
+    // Set-up. ----------------------------------------------------------------------------------------------------
+
+    void setMidiInputPorts(const std::vector<MidiInputPort>& ports);   // [engine] ends what vanished inputs held
+    void setMidiOutputPorts(const std::vector<MidiOutputPort>& ports); // [engine] forgets what vanished outputs played
+    void enableMidiInput(int port, bool on);                           // [engine] ends what a disabled input held
+    void enableMidiOutput(int port, bool on);                          // [engine] ends what a disabled output plays
+    [[nodiscard]] bool isOutputEnabled(std::int8_t output) const;      // [clock, engine]
+    void setDefaultMidiOutput(int output) { defaultOutput_ = static_cast<std::int8_t>(output); } // [engine]
+    [[nodiscard]] int getDefaultMidiOutput() const { return defaultOutput_; }                    // [clock, engine]
+    void setMidiThru(bool on) { midiThru_ = on; }                                                // [engine]
+    // Whoever exchanges the layers resets first (sendReset): nothing that sounds is known to the new ones. [engine]
+    void setLayerList(const Layers::LayerList& layers);
+    void setZoneMap(const Zones::ZoneMap& zones); // [engine] zones forget the notes they hold
+    void setZone(const Zones::Zone& zone);        // [engine] changes the transposition; unknown ids change nothing
+    void setTempo(int beatsPerMinute);            // [engine]
+    void setTempoSource(unsigned char source);    // [engine]
+
+    // Taps outlive their being listed. [any] takes the lock itself
+    void addTap(EngineTap& tap);
+    void removeTap(EngineTap& tap);
+    // Told of each message that is no note, for the controls on screen; null: nobody. [any] takes the lock itself
+    void setControlFollower(EngineTap* follower);
+
+    // What was dropped without a word: events that are no MIDI, or for no port that there is. [any]
+    [[nodiscard]] std::uint64_t droppedEvents() const { return dropped_.load(std::memory_order_relaxed); }
+    // Number of places that sound. [any]
+    [[nodiscard]] int soundingNotes();
+
+private:
+    enum class Command { softReset, hardReset };
+
+    // LayerOutput
+    [[nodiscard]] std::int8_t defaultOutput() const override { return defaultOutput_; }
+    [[nodiscard]] bool canSendTo(std::int8_t output) const override { return isOutputEnabled(output); }
+    bool sendFromLayer(const QelMidiMessage& message, bool keepHeldNotes, bool heard) override {
+        return finalSend(message, keepHeldNotes, heard);
+    }
+    void followControl(const QelMidiMessage& message) override;
+
+    void takeIn(const QelMidiMessage& message, Ticks stamp);
+    void processPpq(Ticks ppq, Ticks earliest);
+    void playNoteOn(QelMidiMessage& message);
+    void playNoteOff(QelMidiMessage& message);
+    void playOther(QelMidiMessage& message);
+    [[nodiscard]] static bool isDirect(const QelMidiMessage& message);
+    [[nodiscard]] bool settleDirect(QelMidiMessage& message, std::int8_t output);
+    bool finalSend(const QelMidiMessage& message, bool keepHeldNotes, bool heard);
+    void sendNoteOff(const NotePlace& place);
+    void reset();
+    void hardReset();
+    void resetByClock(Command command);
+    void releaseInput(std::int8_t input);
+    void forgetOutput(std::int8_t output);
+    void drop() { dropped_.fetch_add(1, std::memory_order_relaxed); }
+
+    MidiPlayer& player_;
+    std::unique_ptr<MidiEngineMessageManager> messageManager_;
+    CriticalSection criticalSection_;
+
+    // Under the lock.
+    std::int8_t defaultOutput_ = 0;
+    bool midiThru_ = true;
+    std::vector<MidiInputPort> inputPorts_;
+    std::vector<MidiOutputPort> outputPorts_;
+    Zones::ZoneMap zones_;
+    LayerRack layers_;
+    HeldNotes held_;
+    SoundingNotes sounding_;
+    PendingEvents pending_;
+    std::vector<EngineTap*> taps_;
+    EngineTap* controlFollower_ = nullptr;
+    Ticks now_ = noTicks; // of the slice or tick that is being played
+    Ticks startTime_ = noTicks;
+
+    // Resets asked for by other threads: one at a time, so that each waiter is released by its own.
+    CriticalSection resetGate_;
+    Platform::AutoResetEvent resetEvent_;
+    Platform::AutoResetEvent hardResetEvent_;
+    std::atomic<bool> playerRunning_ = false;
+    std::atomic<Platform::ThreadId> playerThread_ = 0;
+    std::atomic<std::uint64_t> dropped_ = 0;
+};
+
+} // namespace Backend::MidiEngine

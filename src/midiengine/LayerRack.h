@@ -1,0 +1,43 @@
+// The layers at work, in list order.
+#pragma once
+
+#include "midiengine/LayerList.h"
+#include "midiengine/PlayingLayer.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace Backend::MidiEngine {
+
+// Every event is offered to the soloed layers, or, while none is soloed, to those that are not muted.
+// [clock, under the engine lock]
+class LayerRack final {
+public:
+    LayerRack() = default;
+    LayerRack(const LayerRack&) = delete;
+    LayerRack& operator=(const LayerRack&) = delete;
+
+    // Replaces all layers by copies with nothing held.
+    void set(const Layers::LayerList& layers);
+
+    void noteOn(const QelMidiMessage& message, LayerOutput& engine);
+    void noteOff(const QelMidiMessage& message, LayerOutput& engine);
+    // A message that is no note goes to each output and channel once, however many layers point there.
+    void other(const QelMidiMessage& message, LayerOutput& engine);
+
+    // Whether a layer asks for velocities, so that a Note Off must carry the velocity of its Note On.
+    [[nodiscard]] bool hasVelocityRange() const { return hasVelocityRange_; }
+
+    void reset();
+    void forgetOutput(std::int8_t output);
+
+private:
+    std::vector<PlayingLayer> layers_;
+    std::vector<PlayingLayer*> takingPart_;
+    bool hasVelocityRange_ = false;
+    std::array<std::uint32_t, std::size_t{128} * 16> lastPass_{}; // by output and channel: the pass that sent there
+    std::uint32_t pass_ = 0;
+};
+
+} // namespace Backend::MidiEngine

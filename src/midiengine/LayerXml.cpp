@@ -1,0 +1,143 @@
+#include "midiengine/LayerXml.h"
+
+#include "values/AttributeReading.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace Backend::Layers {
+
+namespace {
+
+using Kind = AttributeKind;
+
+AttributeFormat numbered(AttributeFormat format, std::int32_t minimum, std::int32_t maximum) {
+    format.minimum = minimum;
+    format.maximum = maximum;
+    return format;
+}
+
+ElementFormat layerFormat() {
+    ElementFormat layer;
+    layer.name = "Layer";
+    layer.meaning = "One destination of the notes that name neither output nor channel.";
+    AttributeFormat toggle =
+        AttributeFormat::wordOf("toggle", {"off", "type1", "type2"}, "off",
+                                "A key switches its note on and off; type2: a second press strikes it again.");
+    toggle.anyCase = true;
+    layer.attributes = {
+        AttributeFormat::booleanOf("mute", false, "The layer ignores everything."),
+        AttributeFormat::booleanOf("mono", false, "A new note ends the one before."),
+        toggle,
+        AttributeFormat::booleanOf("useNoteStack", true, "A note that another source still holds goes on sounding."),
+        AttributeFormat::of(Kind::note, "minNote", "C-1", "The lowest note that the layer takes."),
+        AttributeFormat::of(Kind::note, "maxNote", "G9", "The highest note that it takes."),
+        AttributeFormat::integerOf("minVelocity", "0", 0, 127, "The lowest velocity that it takes."),
+        AttributeFormat::integerOf("maxVelocity", "127", 0, 127, "The highest velocity that it takes."),
+        AttributeFormat::integerOf("zone", "-1", -1, 127, "The zone whose events it takes; -1: any."),
+        AttributeFormat::integerOf("output", "-1", -1, 127, "The MIDI output; -1: the default output."),
+        AttributeFormat::integerOf("channel", "0", 0, 15, "The MIDI channel, counted from 0."),
+        numbered(AttributeFormat::of(Kind::relativeFixed, "transpose", "",
+                                     "Semitones, or with a key steps of its scale; without a sign: the note itself."),
+                 -127, 127),
+        AttributeFormat::of(Kind::pitch, "key", "", "The key in whose major scale transpose counts."),
+        numbered(AttributeFormat::of(Kind::relativeFixed, "velocity", "",
+                                     "Added to velocities after scaling; without a sign: the velocity itself."),
+                 -127, 127),
+        AttributeFormat::of(Kind::fraction, "compress", "1_1", "Scales velocities: numerator_denominator."),
+    };
+    ElementFormat arpeggio;
+    arpeggio.name = "Arpeggio";
+    arpeggio.meaning = "The arpeggio that plays the layer's notes.";
+    arpeggio.unchecked = true;
+    ElementFormat sequence;
+    sequence.name = "SequenceSetting";
+    sequence.meaning = "The sequence that plays the layer's notes.";
+    sequence.unchecked = true;
+    layer.children = {arpeggio, sequence};
+    return layer;
+}
+
+std::int8_t readSmall(const Platform::XmlElement& element, const AttributeFormat& format) {
+    return static_cast<std::int8_t>(std::clamp<std::int32_t>(readInteger(element, format), INT8_MIN, INT8_MAX));
+}
+
+Layer readLayer(const Platform::XmlElement& element) {
+    static const ElementFormat& format = layersFormat().child("Layer");
+    Layer layer;
+    layer.mute = readBoolean(element, format["mute"]);
+    layer.mono = readBoolean(element, format["mono"]);
+    layer.toggle = NoteToggle(readText(element, format["toggle"]));
+    layer.useNoteStack = readBoolean(element, format["useNoteStack"]);
+    layer.minNote = readNote(element, format["minNote"]);
+    layer.maxNote = readNote(element, format["maxNote"]);
+    layer.minVelocity = readSmall(element, format["minVelocity"]);
+    layer.maxVelocity = readSmall(element, format["maxVelocity"]);
+    layer.zone = readSmall(element, format["zone"]);
+    layer.output = readSmall(element, format["output"]);
+    layer.channel = readSmall(element, format["channel"]);
+    layer.transpose = readRelativeFixed(element, format["transpose"]);
+    layer.key = readNote(element, format["key"]);
+    layer.velocity = readRelativeFixed(element, format["velocity"]);
+    layer.compress = readFraction(element, format["compress"]);
+    return layer;
+}
+
+} // namespace
+
+const ElementFormat& layersFormat() {
+    static const ElementFormat format = [] {
+        ElementFormat section;
+        section.name = "Layers";
+        section.meaning = "The layers, in order.";
+        section.attributes = {
+            AttributeFormat::booleanOf("merge", false, "The layers are added to those that are there."),
+            AttributeFormat::of(Kind::text, "preset", "", "The layer preset that the section stands for."),
+        };
+        section.children = {layerFormat()};
+        return section;
+    }();
+    return format;
+}
+
+LayerList defaultLayers() {
+    return LayerList(1);
+}
+
+void readLayers(const Platform::XmlElement& section, LayerList& layers) {
+    if (!readBoolean(section, layersFormat()["merge"])) {
+        layers.clear();
+    }
+    for (const Platform::XmlElement& child : section.children) {
+        if (child.name == "Layer" && layers.size() < maxLayers) {
+            layers.push_back(readLayer(child));
+            layers.back().index = static_cast<std::int32_t>(layers.size()) - 1;
+        }
+    }
+}
+
+void writeLayers(XmlWriter& xml, const LayerList& layers) {
+    xml.begin("Layers").attribute("merge", false).content();
+    for (const Layer& layer : layers) {
+        xml.begin("Layer")
+            .attribute("mute", layer.mute)
+            .attribute("mono", layer.mono)
+            .attribute("toggle", layer.toggle)
+            .attribute("useNoteStack", layer.useNoteStack)
+            .attribute("minNote", layer.minNote)
+            .attribute("maxNote", layer.maxNote)
+            .attribute("minVelocity", std::int32_t{layer.minVelocity})
+            .attribute("maxVelocity", std::int32_t{layer.maxVelocity})
+            .attribute("zone", std::int32_t{layer.zone})
+            .attribute("output", std::int32_t{layer.output})
+            .attribute("channel", std::int32_t{layer.channel})
+            .attribute("transpose", layer.transpose)
+            .attribute("key", layer.key.getPitchName())
+            .attribute("velocity", layer.velocity)
+            .attribute("compress", layer.compress)
+            .end();
+    }
+    xml.end();
+}
+
+} // namespace Backend::Layers

@@ -1,0 +1,423 @@
+#include "midiengine/MidiEngine.h"
+
+#include "midiengine/MidiEngineMessageManager.h"
+#include "midiengine/MidiPlayer.h"
+#include "midiengine/NoteFolding.h"
+
+#include <algorithm>
+#include <cmath>
+#include <mutex>
+
+namespace Backend::MidiEngine {
+
+namespace {
+using Guard = std::lock_guard<CriticalSection>;
+
+// The tempo source that keeps a clock calling slices while the engine waits for one.
+constexpr unsigned char waitingForSlice = 255;
+constexpr std::int8_t resetVelocity = 100;
+
+bool hasPlausibleData(const QelMidiMessage& message) {
+    const int size = message.getMidiMessage().getMessageSize();
+    return message.getMidiMessage().isValid() && (size < 1 || message.getD1() >= 0) &&
+           (size < 2 || message.getD2() >= 0);
+}
+} // namespace
+
+Ticks MidiEngine::milliseconds2Ppq(double milliseconds, int tempo) {
+    return engineTimeOrigin +
+           Ticks{static_cast<std::int32_t>(std::floor(tempo / 60000.0 * milliseconds * ticksPerQuarter + 0.5))};
+}
+
+MidiEngine::MidiEngine(MidiPlayer& player)
+    : player_(player), messageManager_(std::make_unique<MidiEngineMessageManager>(*this)) {}
+
+MidiEngine::~MidiEngine() = default;
+
+void MidiEngine::initialize(int defaultOutput, bool midiThru) {
+    {
+        const Guard guard(criticalSection_);
+        setDefaultMidiOutput(defaultOutput);
+        setMidiThru(midiThru);
+    }
+    messageManager_->start();
+}
+
+void MidiEngine::end() {
+    messageManager_->stop();
+}
+
+// Events. --------------------------------------------------------------------------------------------------------
+
+void MidiEngine::postPlayMidi(const QelMidiMessage& message) {
+    messageManager_->postPlayMidi(message);
+}
+
+void MidiEngine::addPending(const QelMidiMessage& message) {
+    {
+        const Guard guard(criticalSection_);
+        pending_.add(message);
+    }
+    player_.eventsArrived();
+}
+
+void MidiEngine::addPending(const std::vector<QelMidiMessage>& messages) {
+    {
+        const Guard guard(criticalSection_);
+        for (const QelMidiMessage& message : messages) {
+            pending_.add(message);
+        }
+    }
+    player_.eventsArrived();
+}
+
+void MidiEngine::playMidi(const QelMidiMessage& message) {
+    const auto channel = static_cast<std::uint8_t>(message.getChannel());
+    if ((channel > 15 && channel != 255) || message.getOutput() < -1 || !hasPlausibleData(message)) {
+        drop();
+        return;
+    }
+    QelMidiMessage routed = message;
+    if (routed.isNoteOn()) {
+        playNoteOn(routed);
+    } else if (routed.isNoteOff()) {
+        playNoteOff(routed);
+    } else {
+        playOther(routed);
+    }
+}
+
+void MidiEngine::playNoteOn(QelMidiMessage& message) {
+    std::int8_t note = message.getD1();
+    if (const Zones::Zone* zone = zones_.find(message.getZone())) {
+        note = foldNote(std::int64_t{note} + zone->transpose);
+    }
+    HeldNote& held = held_.press(message, note);
+    message.setD1(note);
+    if (!isDirect(message)) {
+        layers_.noteOn(message, *this);
+    } else if (settleDirect(message, message.getOutput())) {
+        held.place = {message.getOutput(), message.getChannel(), note};
+        held.heard = finalSend(message, false, false);
+    }
+}
+
+void MidiEngine::playNoteOff(QelMidiMessage& message) {
+    HeldNote held;
+    const std::int8_t velocity = layers_.hasVelocityRange() ? held_.velocityFor(message) : message.getD2();
+    const bool pressed = held_.release(message, held);
+    if (zones_.find(message.getZone()) != nullptr) {
+        if (pressed ? held.rememberedByZone : false) {
+            message.setD1(held.sentNote);
+        } else if (!pressed) {
+            const int note = held_.takeFromZone(message.getZone(), message.getD1());
+            message.setD1(note < 0 ? message.getD1() : static_cast<std::int8_t>(note));
+        }
+    }
+    message.setD2(velocity);
+    const bool direct = isDirect(message);
+    // A note ends on the output where it began, whichever is the default one by now.
+    const std::int8_t output =
+        message.isDefaultOutput() && held.place.exists() ? held.place.output : message.getOutput();
+    const auto route = [&](std::int8_t note) {
+        message.setD1(note);
+        if (!direct) {
+            layers_.noteOff(message, *this);
+            return;
+        }
+        QelMidiMessage settled = message;
+        if (settleDirect(settled, output)) {
+            finalSend(settled, false, held.heard && note == held.place.note);
+        }
+    };
+    route(message.getD1());
+    // Where the zone has forgotten what it made of the note, the note that was sent ends as well.
+    if (pressed && held.sentNote != message.getD1()) {
+        route(held.sentNote);
+    }
+}
+
+void MidiEngine::playOther(QelMidiMessage& message) {
+    if (!isDirect(message)) {
+        layers_.other(message, *this);
+    } else if (settleDirect(message, message.getOutput())) {
+        followControl(message);
+        finalSend(message, false, false);
+    }
+}
+
+bool MidiEngine::isDirect(const QelMidiMessage& message) {
+    return !message.isDefaultOutput() || !message.isDefaultChannel();
+}
+
+// Makes output and channel explicit; false, and the event is dropped, when there is no such open port.
+bool MidiEngine::settleDirect(QelMidiMessage& message, std::int8_t output) {
+    message.setOutput(output == -1 ? defaultOutput_ : output);
+    if (message.isDefaultChannel()) {
+        message.setChannel(0);
+    }
+    if (!isOutputEnabled(message.getOutput())) {
+        drop();
+        return false;
+    }
+    return true;
+}
+
+void MidiEngine::playMidiInternal(const QelMidiMessage& message, bool keepHeldNotes) {
+    finalSend(message, keepHeldNotes, false);
+}
+
+bool MidiEngine::finalSend(const QelMidiMessage& message, bool keepHeldNotes, bool heard) {
+    const NotePlace place{message.getOutput(), message.getChannel(), message.getD1()};
+    const bool counted =
+        message.isNote() && place.output >= 0 && place.channel >= 0 && place.channel <= 15 && place.note >= 0;
+    const bool swallowed = counted && message.isNoteOff() && sounding_.end(place, heard) && keepHeldNotes;
+    // With thru off nothing that came in goes out, but for the end of what went out before.
+    const bool sent = !swallowed && (midiThru_ || message.getInput() < 0 || heard);
+    if (counted && message.isNoteOn()) {
+        sounding_.start(place, sent);
+    }
+    if (sent) {
+        player_.play(message, keepHeldNotes);
+    }
+    for (EngineTap* tap : taps_) {
+        tap->passed(message, swallowed);
+    }
+    return sent;
+}
+
+void MidiEngine::followControl(const QelMidiMessage& message) {
+    if (controlFollower_ != nullptr) {
+        controlFollower_->passed(message, false);
+    }
+}
+
+// Resets. --------------------------------------------------------------------------------------------------------
+
+void MidiEngine::sendReset() {
+    resetByClock(Command::softReset);
+}
+
+void MidiEngine::sendHardReset() {
+    resetByClock(Command::hardReset);
+}
+
+void MidiEngine::resetByClock(Command command) {
+    const bool hard = command == Command::hardReset;
+    if (!playerRunning_ || isMidiPlayerThread()) {
+        const Guard guard(criticalSection_);
+        hard ? hardReset() : reset();
+        return;
+    }
+    const Guard oneAtATime(resetGate_);
+    const unsigned char source = player_.getTempoSource();
+    player_.setTempoSource(waitingForSlice);
+    addPending(hard ? QelMidiMessage::createQelHardReset() : QelMidiMessage::createQelReset());
+    (hard ? hardResetEvent_ : resetEvent_).wait();
+    player_.setTempoSource(source);
+}
+
+void MidiEngine::reset() {
+    for (NotePlace place = sounding_.takeAny(); place.exists(); place = sounding_.takeAny()) {
+        sendNoteOff(place);
+    }
+    held_.clear();
+    layers_.reset();
+    startTime_ = noTicks;
+}
+
+void MidiEngine::hardReset() {
+    reset();
+    for (std::int8_t channel = 0; channel < 16; ++channel) {
+        for (QelMidiMessage message : {QelMidiMessage::createAllSoundOffCC(defaultOutput_, channel),
+                                       QelMidiMessage::createAllControllersOffCC(defaultOutput_, channel)}) {
+            message.setPpq(now_);
+            playMidiInternal(message, false);
+        }
+    }
+    QelMidiMessage message = QelMidiMessage::createSystemReset(defaultOutput_);
+    message.setPpq(now_);
+    playMidiInternal(message, false);
+}
+
+void MidiEngine::sendNoteOff(const NotePlace& place) {
+    playMidiInternal({MessageType::noteOff, place.note, resetVelocity, place.channel, place.output,
+                      QelMidiMessage::DEFAULT_ZONE, QelMidiMessage::DEFAULT_INPUT, now_},
+                     false);
+}
+
+// Time. ----------------------------------------------------------------------------------------------------------
+
+void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
+    const Guard guard(criticalSection_);
+    playerRunning_ = true;
+    playerThread_.store(Platform::currentThreadId(), std::memory_order_relaxed);
+    now_ = from;
+    pending_.drainInbox([this, to](const QelMidiMessage& message) { takeIn(message, to); });
+    if (from <= to) {
+        if ((to - from).count < MAX_TIME_SLICE && from < to) {
+            pending_.catchUp(from);
+            for (Ticks t = from; t < to; ++t) {
+                if (!isTickDependent()) { // nothing happens before the next event
+                    const Ticks next = pending_.next();
+                    if (next < t || !(next < to)) {
+                        break;
+                    }
+                    t = next;
+                }
+                processPpq(t, from);
+            }
+        }
+    } else { // the clock was set back: what waits for the times between is played on both sides of the step
+        constexpr Ticks around{10};
+        for (Ticks t = from; t < from + around; ++t) {
+            processPpq(t, to);
+        }
+        for (Ticks t = to - around; t < to; ++t) {
+            processPpq(t, noTicks);
+        }
+    }
+    now_ = noTicks;
+}
+
+void MidiEngine::takeIn(const QelMidiMessage& message, Ticks stamp) {
+    if (message.isQelReset()) {
+        reset();
+        resetEvent_.signal();
+    } else if (message.isQelHardReset()) {
+        hardReset();
+        hardResetEvent_.signal();
+    } else if (message.isTimedEvent()) {
+        pending_.schedule(message);
+    } else {
+        QelMidiMessage stamped = message;
+        stamped.setPpq(stamp);
+        pending_.schedule(stamped);
+    }
+}
+
+void MidiEngine::processPpq(Ticks ppq, Ticks earliest) {
+    if (ppq.count < 0) {
+        return;
+    }
+    now_ = ppq;
+    pending_.playRange(earliest, ppq, [this, ppq](QelMidiMessage& message) {
+        message.setPpq(ppq);
+        playMidi(message);
+    });
+}
+
+bool MidiEngine::isBusy() {
+    const Guard guard(criticalSection_);
+    return isTickDependent() || sounding_.places() > 0 || !pending_.isEmpty() || !pending_.inboxIsEmpty();
+}
+
+bool MidiEngine::isMidiPlayerThread() const {
+    return playerThread_.load(std::memory_order_relaxed) == Platform::currentThreadId();
+}
+
+// Set-up. --------------------------------------------------------------------------------------------------------
+
+bool MidiEngine::isOutputEnabled(std::int8_t output) const {
+    return output >= 0 && static_cast<std::size_t>(output) < outputPorts_.size() &&
+           outputPorts_[static_cast<std::size_t>(output)].enabled;
+}
+
+void MidiEngine::setMidiInputPorts(const std::vector<MidiInputPort>& ports) {
+    const std::vector<MidiInputPort> before = std::move(inputPorts_);
+    inputPorts_ = ports;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        if (before[i].enabled && (i >= ports.size() || !ports[i].enabled)) {
+            releaseInput(static_cast<std::int8_t>(i));
+        }
+    }
+}
+
+void MidiEngine::setMidiOutputPorts(const std::vector<MidiOutputPort>& ports) {
+    const std::vector<MidiOutputPort> before = std::move(outputPorts_);
+    outputPorts_ = ports;
+    for (std::size_t i = 0; i < before.size() && i < 128; ++i) {
+        if (before[i].enabled && !isOutputEnabled(static_cast<std::int8_t>(i))) {
+            forgetOutput(static_cast<std::int8_t>(i));
+        }
+    }
+}
+
+void MidiEngine::enableMidiInput(int port, bool on) {
+    if (!on && port >= 0 && port < 128) {
+        releaseInput(static_cast<std::int8_t>(port));
+    }
+    player_.enableMidiInput(port, on);
+}
+
+void MidiEngine::enableMidiOutput(int port, bool on) {
+    if (!on && port >= 0 && static_cast<std::size_t>(port) < outputPorts_.size() && port < 128) {
+        for (NotePlace place = sounding_.takeAny(port); place.exists(); place = sounding_.takeAny(port)) {
+            sendNoteOff(place);
+        }
+        outputPorts_[static_cast<std::size_t>(port)].enabled = false;
+        forgetOutput(static_cast<std::int8_t>(port));
+    }
+    player_.enableMidiOutput(port, on);
+}
+
+void MidiEngine::forgetOutput(std::int8_t output) {
+    sounding_.forget(output);
+    held_.forgetOutput(output);
+    layers_.forgetOutput(output);
+}
+
+// The keys of an input that is gone will never be let go.
+void MidiEngine::releaseInput(std::int8_t input) {
+    while (const HeldNote* held = held_.oldestOf(input)) {
+        QelMidiMessage noteOff(MessageType::noteOff, held->note, resetVelocity, held->channel, held->output, held->zone,
+                               held->input, now_);
+        noteOff.setDefaultChannel(held->defaultChannel);
+        playNoteOff(noteOff);
+    }
+}
+
+void MidiEngine::setLayerList(const Layers::LayerList& layers) {
+    layers_.set(layers);
+}
+
+void MidiEngine::setZoneMap(const Zones::ZoneMap& zones) {
+    zones_ = zones;
+    held_.forgetZones();
+}
+
+void MidiEngine::setZone(const Zones::Zone& zone) {
+    if (Zones::Zone* ours = zones_.find(zone.id)) {
+        ours->transpose = zone.transpose;
+    }
+}
+
+void MidiEngine::setTempo(int beatsPerMinute) {
+    player_.setTempo(beatsPerMinute);
+}
+
+void MidiEngine::setTempoSource(unsigned char source) {
+    player_.setTempoSource(source);
+}
+
+void MidiEngine::addTap(EngineTap& tap) {
+    const Guard guard(criticalSection_);
+    taps_.push_back(&tap);
+}
+
+void MidiEngine::removeTap(EngineTap& tap) {
+    const Guard guard(criticalSection_);
+    taps_.erase(std::remove(taps_.begin(), taps_.end(), &tap), taps_.end());
+}
+
+void MidiEngine::setControlFollower(EngineTap* follower) {
+    const Guard guard(criticalSection_);
+    controlFollower_ = follower;
+}
+
+int MidiEngine::soundingNotes() {
+    const Guard guard(criticalSection_);
+    return sounding_.places();
+}
+
+} // namespace Backend::MidiEngine

@@ -1,0 +1,186 @@
+#include "midiengine/PlayingLayer.h"
+
+namespace Backend::MidiEngine {
+
+namespace {
+// More notes than this at once come only from a device that never sends a Note Off; the oldest are forgotten.
+constexpr std::size_t stackRoom = 512;
+} // namespace
+
+PlayingLayer::PlayingLayer(const Layers::Layer& settings) : settings_(settings) {
+    stack_.reserve(stackRoom);
+}
+
+bool PlayingLayer::takes(const QelMidiMessage& message) const {
+    const std::int8_t note = message.getD1();
+    const std::int8_t velocity = message.getD2();
+    return note >= settings_.minNote.getNumber() && note <= settings_.maxNote.getNumber() &&
+           velocity >= settings_.minVelocity && velocity <= settings_.maxVelocity &&
+           !(settings_.zone >= 0 && message.getZone() >= 0 && settings_.zone != message.getZone());
+}
+
+bool PlayingLayer::route(QelMidiMessage& message, const LayerOutput& engine) const {
+    const std::int8_t output = settings_.output == -1 ? engine.defaultOutput() : settings_.output;
+    if (!engine.canSendTo(output)) {
+        return false;
+    }
+    message.setOutput(output);
+    message.setChannel(settings_.channel);
+    if (settings_.channel > 15) {
+        message.setChannel(0);
+    }
+    return true;
+}
+
+void PlayingLayer::stack(const QelMidiMessage& message) {
+    if (stack_.size() == stackRoom) {
+        stack_.erase(stack_.begin());
+    }
+    stack_.push_back({message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false});
+}
+
+void PlayingLayer::start(QelMidiMessage message, StackedNote& note, LayerOutput& engine) const {
+    if (!route(message, engine)) {
+        return;
+    }
+    message.setD1(settings_.transform(note.note));
+    message.setD2(settings_.transformVelocity(message.getD2()));
+    note.place = {message.getOutput(), message.getChannel(), message.getD1()};
+    note.heard = engine.sendFromLayer(message, settings_.useNoteStack, false);
+}
+
+void PlayingLayer::end(QelMidiMessage message, const StackedNote& note, LayerOutput& engine) const {
+    if (!route(message, engine) && !note.place.exists()) {
+        return;
+    }
+    message.setD1(settings_.transform(note.note));
+    message.setD2(settings_.transformVelocity(message.getD2()));
+    if (note.place.exists()) { // whatever has changed since: a note ends where it began
+        message.setOutput(note.place.output);
+        message.setChannel(note.place.channel);
+        message.setD1(note.place.note);
+    }
+    engine.sendFromLayer(message, settings_.useNoteStack, note.heard);
+}
+
+std::vector<PlayingLayer::StackedNote>::iterator PlayingLayer::findOnStack(std::int8_t note, std::int8_t input,
+                                                                           std::int8_t zone) {
+    auto found = stack_.end();
+    for (auto i = stack_.end(); i != stack_.begin();) {
+        --i;
+        if (i->note != note) {
+            continue;
+        }
+        if (i->input == input && i->zone == zone) {
+            return i;
+        }
+        if (found == stack_.end()) {
+            found = i;
+        }
+    }
+    return found;
+}
+
+// The note that a mono layer gives up for a new one.
+PlayingLayer::HeldBack PlayingLayer::releaseForMono(const QelMidiMessage& message, bool toggling) {
+    if (!settings_.mono || stack_.empty()) {
+        return {};
+    }
+    StackedNote& last = stack_.back();
+    HeldBack heldBack{message, last, true};
+    heldBack.noteOff.setToNoteOff();
+    heldBack.noteOff.setD2(last.velocity);
+    last.place = {};
+    last.heard = false;
+    if (toggling) {
+        toggledOn_.reset(static_cast<std::size_t>(last.note));
+        stack_.pop_back();
+    }
+    return heldBack;
+}
+
+void PlayingLayer::noteOn(const QelMidiMessage& message, LayerOutput& engine) {
+    if (!takes(message)) {
+        return;
+    }
+    const auto key = static_cast<std::size_t>(message.getD1());
+    const bool toggling = !settings_.toggle.isOff();
+    const auto endToggled = [&] {
+        toggledOn_.reset(key);
+        QelMidiMessage noteOff = message;
+        noteOff.setToNoteOff();
+        const auto i = findOnStack(message.getD1(), message.getInput(), message.getZone());
+        if (i == stack_.end()) {
+            end(noteOff, {message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false}, engine);
+            return;
+        }
+        const StackedNote note = *i;
+        stack_.erase(i);
+        end(noteOff, note, engine);
+    };
+    if (toggling && toggledOn_[key] && settings_.toggle.isType1()) {
+        endToggled();
+        return;
+    }
+    const HeldBack heldBack = releaseForMono(message, toggling);
+    if (toggling) {
+        if (toggledOn_[key]) { // struck again
+            endToggled();
+        }
+        toggledOn_.set(key);
+    }
+    stack(message);
+    start(message, stack_.back(), engine);
+    // A mono layer without arpeggio starts the new note before it ends the old one: legato, deliberately.
+    if (heldBack.exists) {
+        end(heldBack.noteOff, heldBack.note, engine);
+    }
+}
+
+void PlayingLayer::noteOff(const QelMidiMessage& message, LayerOutput& engine) {
+    if (!settings_.toggle.isOff() || !takes(message)) {
+        return;
+    }
+    const auto i = findOnStack(message.getD1(), message.getInput(), message.getZone());
+    const bool stacked = i != stack_.end();
+    const bool top = stacked && i + 1 == stack_.end();
+    StackedNote note{message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false};
+    if (stacked) {
+        note = *i;
+        stack_.erase(i);
+    }
+    if (!settings_.mono) {
+        end(message, note, engine);
+    } else if (top) {
+        if (!stack_.empty()) { // back to the note that is still held
+            QelMidiMessage noteOn = message;
+            noteOn.setToNoteOn();
+            start(noteOn, stack_.back(), engine);
+        }
+        end(message, note, engine);
+    }
+}
+
+bool PlayingLayer::takesOther(const QelMidiMessage& message, const LayerOutput& engine, QelMidiMessage& placed) const {
+    if (settings_.zone >= 0 && message.getZone() >= 0 && settings_.zone != message.getZone()) {
+        return false;
+    }
+    placed = message;
+    return route(placed, engine);
+}
+
+void PlayingLayer::reset() {
+    stack_.clear();
+    toggledOn_.reset();
+}
+
+void PlayingLayer::forgetOutput(std::int8_t output) {
+    for (StackedNote& note : stack_) {
+        if (note.place.output == output) {
+            note.place = {};
+            note.heard = false;
+        }
+    }
+}
+
+} // namespace Backend::MidiEngine

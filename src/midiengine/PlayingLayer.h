@@ -1,0 +1,63 @@
+// A layer at work: which notes it holds and where they went.
+#pragma once
+
+#include "midiengine/Layer.h"
+#include "midiengine/LayerOutput.h"
+#include "midiengine/SoundingNotes.h"
+#include "values/QelMidiMessage.h"
+
+#include <bitset>
+#include <cstdint>
+#include <vector>
+
+namespace Backend::MidiEngine {
+
+// [clock, under the engine lock]
+class PlayingLayer final {
+public:
+    explicit PlayingLayer(const Layers::Layer& settings);
+
+    [[nodiscard]] const Layers::Layer& settings() const { return settings_; }
+
+    void noteOn(const QelMidiMessage& message, LayerOutput& engine);
+    void noteOff(const QelMidiMessage& message, LayerOutput& engine);
+    // True when a controller, pitch bend or other message is for this layer; gives where it goes.
+    [[nodiscard]] bool takesOther(const QelMidiMessage& message, const LayerOutput& engine,
+                                  QelMidiMessage& placed) const;
+
+    // Forgets all notes; they are ended elsewhere.
+    void reset();
+    // An output is closed: nothing of ours sounds there.
+    void forgetOutput(std::int8_t output);
+
+private:
+    // A key that is down, or a note that is toggled on.
+    struct StackedNote {
+        std::int8_t note = -1; // as it reached the layer
+        std::int8_t velocity = 0;
+        std::int8_t input = -1; // who pressed it
+        std::int8_t zone = -1;
+        NotePlace place; // where it sounds now; none while a newer note of a mono layer plays
+        bool heard = false;
+    };
+    // Ends a note after the next one has begun.
+    struct HeldBack {
+        QelMidiMessage noteOff;
+        StackedNote note;
+        bool exists = false;
+    };
+
+    [[nodiscard]] bool takes(const QelMidiMessage& message) const;
+    [[nodiscard]] bool route(QelMidiMessage& message, const LayerOutput& engine) const;
+    void stack(const QelMidiMessage& message);
+    void start(QelMidiMessage message, StackedNote& note, LayerOutput& engine) const;
+    void end(QelMidiMessage message, const StackedNote& note, LayerOutput& engine) const;
+    [[nodiscard]] HeldBack releaseForMono(const QelMidiMessage& message, bool toggling);
+    [[nodiscard]] std::vector<StackedNote>::iterator findOnStack(std::int8_t note, std::int8_t input, std::int8_t zone);
+
+    Layers::Layer settings_;
+    std::vector<StackedNote> stack_; // in press order
+    std::bitset<128> toggledOn_;
+};
+
+} // namespace Backend::MidiEngine
