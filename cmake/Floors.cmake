@@ -1,15 +1,15 @@
 # The floors of the house: one object library a folder of src/, built only on the floors below it.
 
-# tembrel_floor(FOLDER LIBRARY...): the object library tembrel_FOLDER of all sources in src/FOLDER but main.cpp.
+# tembrel_floor(FOLDER LIBRARY...): the object library tembrel_FOLDER of all sources in src/FOLDER and its subfolders,
+# but for main.cpp and for the subfolder of the other system.
 function(tembrel_floor FOLDER)
   set(here ${CMAKE_SOURCE_DIR}/src/${FOLDER})
-  file(GLOB sources CONFIGURE_DEPENDS ${here}/*.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${here}/*.cpp)
   if(WIN32)
-    file(GLOB system_sources CONFIGURE_DEPENDS ${here}/win32/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/linux/[^/]*$")
   else()
-    file(GLOB system_sources CONFIGURE_DEPENDS ${here}/linux/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/win32/[^/]*$")
   endif()
-  list(APPEND sources ${system_sources})
   list(REMOVE_ITEM sources ${here}/main.cpp)
   if(NOT sources)
     return()
@@ -28,9 +28,9 @@ function(tembrel_use_floors TARGET)
   endforeach()
 endfunction()
 
-# tembrel_tests(FOLDER FLOOR...): the test program tests_FOLDER of all sources in tests/FOLDER.
+# tembrel_tests(FOLDER FLOOR...): the test program tests_FOLDER of all sources in tests/FOLDER and its subfolders.
 function(tembrel_tests FOLDER)
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${FOLDER}/*.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${FOLDER}/*.cpp)
   if(NOT sources)
     return()
   endif()
