@@ -5,6 +5,8 @@
 
 namespace Platform {
 
+// Both name a folder also when it could not be created: its first file will say so. [any]
+
 // The folder for application data of the current user on this machine; created when it does not exist.
 // Windows: the local application-data folder; Linux: $XDG_DATA_HOME or ~/.local/share.
 [[nodiscard]] std::filesystem::path localApplicationDataFolder();

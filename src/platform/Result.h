@@ -46,6 +46,8 @@ private:
 
 // The outcome of work that gives nothing but may fail.
 using Outcome = Result<std::monostate>;
-[[nodiscard]] inline Outcome success() { return std::monostate{}; }
+[[nodiscard]] inline Outcome success() {
+    return std::monostate{};
+}
 
 } // namespace Platform

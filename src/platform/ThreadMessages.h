@@ -10,7 +10,7 @@ namespace Platform {
 
 // One message: its number and two parameters, whose meaning belongs to the number.
 struct ThreadMessage {
-    std::uint32_t id = 0;
+    std::uint32_t id = 0; // up to 0xFFFF
     std::uintptr_t wParam = 0;
     std::intptr_t lParam = 0;
 };
@@ -26,7 +26,8 @@ inline constexpr std::size_t messageQueueCapacity = 10'000;
 // have one) or its queue is full. Never blocks for longer than the queue's own lock; allocates nothing. [any]
 [[nodiscard]] bool postThreadMessage(ThreadId thread, const ThreadMessage& message) noexcept;
 
-// Gives the calling thread its queue, if it has none yet. The functions below do so, too.
+// Gives the calling thread its queue, if it has none yet. Taking and peeking messages do so, too. The queue ends with
+// its thread. Throws when the system has none to give.
 void createMessageQueue();
 
 // Takes the oldest message, waiting for one without time-out. False when that message is the quit message.
@@ -36,7 +37,8 @@ void createMessageQueue();
 // Unlike getThreadMessage it reports the quit message like any other.
 [[nodiscard]] bool peekThreadMessage(ThreadMessage& message, bool remove);
 
-// Posts the quit message to the calling thread.
+// Posts the quit message to the calling thread. It finds room in a full queue and comes after all messages that are
+// in the queue when it is taken; a quit message sent by postThreadMessage keeps its place among the others.
 void postQuitMessage();
 
 } // namespace Platform

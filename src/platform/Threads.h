@@ -30,7 +30,7 @@ public:
 
     [[nodiscard]] ThreadId id() const noexcept; // [any]
     void resume();                              // [owner] once
-    void join();                                // [owner] waits for the body's end, without time-out; harmless when repeated
+    void join(); // [owner] waits for the body's end, without time-out; harmless when repeated
 
 private:
     struct State;

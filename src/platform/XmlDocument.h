@@ -16,13 +16,14 @@ struct XmlAttribute {
     std::string value; // UTF-8, entities resolved
 };
 
-// One element with all below it. Comments and processing instructions are left out.
+// One element with all below it. Comments and processing instructions are left out. Line ends in text are "\n", in
+// attribute values blanks, as are tabs there; as character references they stay what they are.
 struct XmlElement {
     std::string name;
-    int line = 0; // of its start tag, counted from 1
+    int line = 0;                         // of its start tag, counted from 1
     std::vector<XmlAttribute> attributes; // in the order of the file
     std::vector<XmlElement> children;     // the elements, in the order of the file
-    std::string text;                     // its own character data and CDATA, joined
+    std::string text;                     // its own character data and CDATA, joined; white space is kept
 
     // The value of an attribute, or null when there is none.
     [[nodiscard]] const std::string* attribute(std::string_view attributeName) const noexcept;
@@ -31,11 +32,14 @@ struct XmlElement {
 };
 
 // Bounds on what is read, so that a hostile file cannot exhaust memory or stack.
-inline constexpr std::size_t maxXmlBytes = 64 * 1024 * 1024;
-inline constexpr int maxXmlDepth = 128;
+inline constexpr std::size_t maxXmlBytes = std::size_t{64} * 1024 * 1024;
+inline constexpr int maxXmlDepth = 128; // the root is at depth 1
+inline constexpr std::size_t maxXmlElements = 2'000'000;
+inline constexpr std::size_t maxXmlAttributes = 256; // of one element
 
 // Parses a UTF-8 document and gives its root element. `name` names the source in faults. Documents that are not
-// well-formed, not UTF-8, too big, too deep, or that have a document type declaration are faults.
+// well-formed (XML 1.0), not UTF-8, beyond the bounds above, or that use namespaces or have a document type declaration
+// are faults. [any]
 [[nodiscard]] Result<XmlElement> parseXml(std::string_view text, const std::string& name);
 
 // The same of a file; an unreadable file is a fault.

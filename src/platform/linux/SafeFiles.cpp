@@ -1,0 +1,115 @@
+#include "platform/SafeFiles.h"
+
+#include "platform/PathText.h"
+#include "platform/TemporaryName.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace Platform {
+namespace {
+
+// An open file; -1 is none.
+class Descriptor final {
+public:
+    explicit Descriptor(int number) noexcept : number_(number) {}
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int number() const noexcept { return number_; }
+    bool close() noexcept {
+        const int number = std::exchange(number_, -1);
+        return number < 0 || ::close(number) == 0;
+    }
+
+private:
+    int number_;
+};
+
+bool writeAll(int file, std::string_view content) noexcept {
+    while (!content.empty()) {
+        const ssize_t written = ::write(file, content.data(), content.size());
+        if (written < 0 && errno != EINTR) {
+            return false;
+        }
+        content.remove_prefix(static_cast<std::size_t>(written < 0 ? 0 : written));
+    }
+    return true;
+}
+
+// Puts the content into a new file of that name, down to the disk. 0 or the error number.
+int writeNewFile(const std::filesystem::path& name, const std::filesystem::path& target, std::string_view content) {
+    Descriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+    if (file.number() < 0) {
+        return errno;
+    }
+    struct stat old {};
+    bool whole = ::stat(target.c_str(), &old) != 0 || ::fchmod(file.number(), old.st_mode & 07777) == 0;
+    whole = whole && writeAll(file.number(), content) && ::fsync(file.number()) == 0;
+    int error = whole ? 0 : errno;
+    if (!file.close() && whole) {
+        error = errno;
+    }
+    if (error != 0) {
+        ::unlink(name.c_str());
+    }
+    return error;
+}
+
+} // namespace
+
+Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view content) {
+    const auto failed = [&givenTarget](int error) {
+        return Fault{textOf(givenTarget), 0, std::generic_category().message(error)};
+    };
+    const std::filesystem::path target = resolvedTarget(givenTarget);
+    std::filesystem::path temporary;
+    int error = EEXIST;
+    for (int tries = 0; tries < 10 && error == EEXIST; ++tries) {
+        temporary = temporaryNameBeside(target);
+        error = writeNewFile(temporary, target, content);
+    }
+    if (error != 0) {
+        return failed(error);
+    }
+    if (::rename(temporary.c_str(), target.c_str()) != 0) {
+        error = errno;
+        ::unlink(temporary.c_str());
+        return failed(error);
+    }
+    // The new name is on disk when its folder is. The exchange itself has happened, so that a file system that
+    // cannot flush folders makes no fault.
+    const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
+    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.number() >= 0) {
+        ::fsync(directory.number());
+    }
+    return success();
+}
+
+struct FileLock::State {
+    Descriptor file;
+    bool isHeld = false;
+
+    explicit State(const std::filesystem::path& path)
+        : file(::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0666)) {
+        // This kind of lock belongs to the open file, so that it also keeps out other holders of this process.
+        int outcome = -1;
+        do {
+            outcome = file.number() < 0 ? -1 : ::flock(file.number(), LOCK_EX);
+        } while (outcome != 0 && file.number() >= 0 && errno == EINTR);
+        isHeld = outcome == 0;
+    }
+};
+
+FileLock::FileLock(const std::filesystem::path& file) : state_(std::make_unique<State>(file)) {}
+FileLock::~FileLock() = default;
+bool FileLock::isHeld() const noexcept {
+    return state_->isHeld;
+}
+
+} // namespace Platform

@@ -1,0 +1,8 @@
+#include "platform/ThreadServices.h"
+
+namespace Platform {
+
+void initializeThreadServices() noexcept {}
+void uninitializeThreadServices() noexcept {}
+
+} // namespace Platform
