@@ -1,0 +1,23 @@
+// One complete set-up of the controller.
+#pragma once
+
+#include "midiengine/LayerList.h"
+#include "midiengine/ZoneMap.h"
+
+#include <string>
+
+namespace Backend {
+
+// Beats a minute that a program may ask for.
+inline constexpr int minTempo = 10;
+inline constexpr int maxTempo = 500;
+
+struct Program {
+    std::string name;
+    int tempo = 120;     // minTempo..maxTempo
+    int tempoSource = 0; // 0: internal; 1 + i: MIDI clock of input i
+    Layers::LayerList layers = Layers::defaultLayers();
+    Zones::ZoneMap zones;
+};
+
+} // namespace Backend

@@ -1,0 +1,105 @@
+#include "backend/QelBackend.h"
+
+#include "core/QelUtils.h"
+#include "platform/Notices.h"
+#include "platform/PathText.h"
+#include "values/OnOffToggle.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace Backend {
+
+namespace {
+
+std::string settingsKey(const std::string& applicationName) {
+    return QelUtils::getRegistryKey(applicationName);
+}
+
+std::filesystem::path pathOf(const std::string& utf8) {
+    return {std::u8string(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size())};
+}
+
+// Nobody asked to be told: a message box.
+Surroundings withFaultReport(Surroundings surroundings) {
+    if (!surroundings.reportFault) {
+        surroundings.reportFault = [](const Platform::Fault& fault) {
+            Platform::showMessageBox(fault.text(), "ERROR");
+        };
+    }
+    return surroundings;
+}
+
+} // namespace
+
+QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, bool traceToFile,
+                       const Surroundings& surroundings)
+    : name_(name), surroundings_(withFaultReport(surroundings)),
+      trace_(traceToFile ? surroundings_.traceFolder : std::filesystem::path{}), master_("tembrel-backend"),
+      messageManager_(*this, master_), engine_(player), ports_(engine_.getMessageManager(), settings_),
+      midiInput_(ports_, engine_.getMessageManager()), layers_(engine_.getMessageManager()),
+      zones_(engine_.getMessageManager()),
+      programs_(engine_.getMessageManager(), layers_, zones_, surroundings_.reportFault) {
+    master_.addMessageManager(messageManager_);
+    master_.start();
+}
+
+QelBackend::~QelBackend() = default;
+
+void QelBackend::initialize() {
+    settings_.loadFromRegistry(*surroundings_.settings, settingsKey(name_));
+    auxiliary_ = std::make_unique<WorkerThread>(
+        "tembrel-aux", [] { Platform::writeDebugOutput("Tembrel 3.2\r\n"); }, [](const Platform::ThreadMessage&) {});
+    recorder_ = std::make_unique<WorkerThread>(
+        "tembrel-record", [] {}, [](const Platform::ThreadMessage&) {});
+    std::error_code failure; // a folder that cannot be made is met again by whoever writes into it
+    std::filesystem::create_directories(surroundings_.applicationData / "Retrospective Record", failure);
+    engine_.initialize(settings_.getDefaultMidiOutput(), settings_.getMidiThru());
+    if (settings_.getDefaultBank().empty()) {
+        settings_.setDefaultBank(Platform::textOf(surroundings_.applicationData / "Banks" / "Default Bank.bnk"));
+    }
+}
+
+void QelBackend::endInitialize() {
+    ports_.applySettings();
+    programs_.apply(Program{});
+}
+
+void QelBackend::end() {
+    engine_.end();
+    recorder_.reset();
+    auxiliary_.reset();
+    settings_.saveToRegistry(*surroundings_.settings, settingsKey(name_));
+}
+
+void QelBackend::loadProgram(const std::string& path) {
+    programs_.loadProgram(pathOf(path));
+}
+
+void QelBackend::loadBank(const std::string& path) {
+    programs_.loadBank(pathOf(path));
+}
+
+std::string QelBackend::getProgramText() {
+    notBuilt();
+    return {};
+}
+
+void QelBackend::setProgramText(const std::string&) {
+    notBuilt();
+}
+
+void QelBackend::changeMidiThru(const OnOffToggle& how, bool) {
+    settings_.setMidiThru(how.applyTo(settings_.getMidiThru()));
+    engine_.getMessageManager().postSetMidiThru(settings_.getMidiThru());
+}
+
+void QelBackend::changeGlobalKeyboard(const OnOffToggle& how, bool) {
+    settings_.setGlobalKeyboard(how.applyTo(settings_.getGlobalKeyboard()));
+}
+
+void QelBackend::notBuilt(const std::source_location& where) {
+    trace_.write("is not built yet", where.function_name(), where);
+}
+
+} // namespace Backend

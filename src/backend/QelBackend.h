@@ -1,0 +1,189 @@
+// The object behind the facade: owns everything and forwards each operation to its section.
+#pragma once
+
+#include "backend/LayerSection.h"
+#include "backend/MidiInputSection.h"
+#include "backend/PortSection.h"
+#include "backend/ProgramSection.h"
+#include "backend/WorkerThread.h"
+#include "backend/ZoneSection.h"
+#include "core/MessageManagerMaster.h"
+#include "core/QelIF.h"
+#include "core/QelMessageManager.h"
+#include "core/RegistrySettings.h"
+#include "core/Surroundings.h"
+#include "core/Trace.h"
+#include "midiengine/MidiEngine.h"
+
+#include <functional>
+#include <memory>
+#include <source_location>
+#include <string>
+#include <vector>
+
+namespace Backend {
+
+// Members stand in the order in which they come into being; the sections use the engine and the settings.
+class QelBackend final : public QelIF {
+public:
+    QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, bool traceToFile,
+               const Surroundings& surroundings);
+    // After `end` and after the message thread was stopped.
+    ~QelBackend() override;
+
+    void initialize() override;
+    void endInitialize() override;
+    void end() override;
+
+    Platform::AutoResetEvent& getWaitEvent() override { return master_.getWaitEvent(); }
+    MessageManagerMaster& getMessageManagerMaster() override { return master_; }
+    QelMessageManager& getQelMessageManager() override { return messageManager_; }
+    MidiEngine::MidiEngine& getMidiEngine() override { return engine_; }
+    Gui::QelGuiIF* getGui() override { return nullptr; }
+    Platform::WindowHandle getGuiWindowHandle() const override { return nullptr; }
+    const RegistrySettings& getRegistrySettings() const override { return settings_; }
+
+    void setLastWindowPosition(const WindowsLib::Rect& rect) override { settings_.setLastWindowPosition(rect); }
+    void removeGuiWindowHandle() override {}
+    void setDockToBottomEdge(bool on) override { settings_.setDockToBottomEdge(on); }
+    void setDefaultBank(const std::string& path) override { settings_.setDefaultBank(path); }
+    void setMouseSensitivity(int sensitivity) override { settings_.setMouseSensitivity(sensitivity); }
+
+    void setMidiInputPorts(const std::vector<MidiInputPort>& ports) override { ports_.setInputs(ports); }
+    void setMidiOutputPorts(const std::vector<MidiOutputPort>& ports) override { ports_.setOutputs(ports); }
+    const std::vector<MidiInputPort>& getMidiInputPorts() const override { return ports_.inputs(); }
+    const std::vector<MidiOutputPort>& getMidiOutputPorts() const override { return ports_.outputs(); }
+    void enableMidiInput(int port, bool on) override { ports_.enableInput(port, on); }
+    void enableMidiOutput(int port, bool on) override { ports_.enableOutput(port, on); }
+    void processMidiInputEvent(const MidiEngine::QelMidiMessage& message) override { midiInput_.process(message); }
+    void processMidiInputEvents(const std::vector<MidiEngine::QelMidiMessage>& messages) override {
+        midiInput_.process(messages);
+    }
+
+    void loadProgram(const std::string& path) override;
+    std::string getProgramText() override;
+    void setProgramText(const std::string& text) override;
+    void loadBank(const std::string& path) override;
+    void importVersion2Bank(const std::string&, const std::string&, Platform::WindowHandle) override { notBuilt(); }
+    void importVersion2Program(const std::string&, const std::string&, Platform::WindowHandle) override { notBuilt(); }
+    void importVersion2Preset(const std::string&, const std::string&, Platform::WindowHandle) override { notBuilt(); }
+    void saveToCurrentBank(int, Platform::WindowHandle) override { notBuilt(); }
+    void saveToBank(const std::string&, Platform::WindowHandle) override { notBuilt(); }
+    void saveToProgram(const std::string&, Platform::WindowHandle) override { notBuilt(); }
+    void changeBankSize(int, Platform::WindowHandle) override { notBuilt(); }
+    void changeProgramName(const std::string& name) override { programs_.rename(name); }
+    void changeProgram(const SelectType& which) override { programs_.changeProgram(which); }
+    void addSequencePreset(const std::string&, const std::string&) override { notBuilt(); }
+
+    void setClickZoneChannelTranspose(bool on) override { settings_.setClickZoneChannelTranspose(on); }
+    void setAlwaysOnTop(bool on) override { settings_.setAlwaysOnTop(on); }
+    void setUseSkinBorder(bool on) override { settings_.setUseSkinBorder(on); }
+    void setDisplayHeight(int height) override { settings_.setDisplayHeight(height); }
+    void setDisplayNumbers(bool on) override { settings_.setDisplayNumbers(on); }
+    void setLargeDisplayFont(bool on) override { settings_.setLargeDisplayFont(on); }
+    void setDisplayMidiInputEvents(bool on) override { settings_.setDisplayMidiInputEvents(on); }
+    void setDisplayMidiOutputEvents(bool on) override { settings_.setDisplayMidiOutputEvents(on); }
+    void setScreenState(const ScreenState&) override { notBuilt(); }
+
+    void showSystemPanel(const OnOffToggle&) override { notBuilt(); }
+    void toggleSystemPanel() override { notBuilt(); }
+    void showHelp(const OnOffToggle&) override { notBuilt(); }
+    void showComputerInput(const OnOffToggle&) override { notBuilt(); }
+    void showControl(const OnOffToggle&) override { notBuilt(); }
+    void showMidiInput(const OnOffToggle&) override { notBuilt(); }
+    void showDisplay(const OnOffToggle&) override { notBuilt(); }
+    void showOscillator(const OnOffToggle&) override { notBuilt(); }
+    void showJoystick(const OnOffToggle&) override { notBuilt(); }
+    void showOutput(const OnOffToggle&) override { notBuilt(); }
+    void showCc(const OnOffToggle&) override { notBuilt(); }
+    void showLayer(const OnOffToggle&) override { notBuilt(); }
+    void showZone(const OnOffToggle&) override { notBuilt(); }
+    void showProgramMenu() override { notBuilt(); }
+    void showSaveDialog() override { notBuilt(); }
+    void showDefaultMidiOutputMenu() override { notBuilt(); }
+    void moveWindow(const RelativeFixedValue&, const RelativeFixedValue&) override { notBuilt(); }
+    Gui::QelGuiIF* createQelGui(bool) override { return nullptr; }
+
+    void playMidi(const MidiEngine::QelMidiMessage& message) override { engine_.postPlayMidi(message); }
+
+    void selectControl(const SelectControlType&) override { notBuilt(); }
+    void setWidgetFocus(const SelectControlType&) override { notBuilt(); }
+    void changeControl(const SelectControlType&, const RelativeFixedValue&) override { notBuilt(); }
+    void sendControlData(const SelectControlType&) override { notBuilt(); }
+    void setControlValue(const Cell&, int) override { notBuilt(); }
+    void updateControl(const MidiEngine::QelMidiMessage&) override { notBuilt(); }
+
+    void loadComputerInputPreset(const std::string&) override { notBuilt(); }
+    void loadMidiInputPreset(const std::string&) override { notBuilt(); }
+    void loadControlPreset(const std::string&) override { notBuilt(); }
+    void loadJoystickInputPreset(const std::string&) override { notBuilt(); }
+    void loadLayerPreset(const std::string&) override { notBuilt(); }
+    void loadOscillatorPreset(const std::string&) override { notBuilt(); }
+
+    void keyDown(const Key&, bool) override { notBuilt(); }
+    void keyUp(const Key&) override { notBuilt(); }
+
+    void selectZone(const SelectType& which) override { zones_.select(which); }
+    void changeZoneTranspose(const SelectType& which, const RelativeFixedValue& semitones) override {
+        zones_.changeTranspose(which, semitones);
+    }
+    void dataSelectLayer(const SelectType& which) override { layers_.selectForData(which); }
+    void editSelectLayer(const SelectType& which) override { layers_.selectForEdit(which); }
+    void changeLayerTranspose(const SelectType& which, const RelativeFixedValue& value) override {
+        layers_.changeTranspose(which, value);
+    }
+    void changeLayerVelocity(const SelectType& which, const RelativeFixedValue& value) override {
+        layers_.changeVelocity(which, value);
+    }
+    void changeLayerMute(const SelectType& which, const OnOffToggle& how) override { layers_.changeMute(which, how); }
+    void changeLayerMono(const SelectType& which, const OnOffToggle& how) override { layers_.changeMono(which, how); }
+    void changeLayerSolo(const SelectType& which, const OnOffToggle& how) override { layers_.changeSolo(which, how); }
+    void changeLayerNoteToggle(const SelectType& which, const NoteToggle& mode) override {
+        layers_.changeNoteToggle(which, mode);
+    }
+    void dataSelectOsc(const SelectType&) override { notBuilt(); }
+    void changeOscPlaying(const SelectType&, const OnOffToggle&) override { notBuilt(); }
+    void changeOscSpeed(const SelectType&, const RelativeFixedValue&) override { notBuilt(); }
+
+    void joystickAxisChanged(const JoyAxisElementId&, int) override { notBuilt(); }
+    void joystickButtonDown(const JoyButtonElementId&, bool) override { notBuilt(); }
+    void joystickButtonUp(const JoyButtonElementId&) override { notBuilt(); }
+
+    void changeTempo(const RelativeFixedValue& tempo, bool) override { programs_.changeTempo(tempo); }
+    void setTempoSource(int source, bool) override { programs_.setTempoSource(source); }
+    void resetQel() override { engine_.sendReset(); }
+    void changeDefaultMidiOutput(const SelectType& which) override { ports_.changeDefaultOutput(which); }
+    void changeMidiThru(const OnOffToggle& how, bool notify) override;
+    void changeGlobalKeyboard(const OnOffToggle& how, bool notify) override;
+
+    void setRetroRecordBufferSize(int size) override { settings_.setMaxMidiBufferFileSize(size); }
+    void enableRetroRecord(bool on) override { settings_.setRetroRecordEnabled(on); }
+
+    void executeFunction(const std::string&) override { notBuilt(); }
+    void executeTranslation(const std::string&, const MidiEngine::QelMidiMessage&) override { notBuilt(); }
+    void synchronize(Barrier& barrier) override { engine_.getMessageManager().postBarrier(barrier); }
+
+private:
+    // For operations whose section is not built yet: said in the trace under the operation's name.
+    void notBuilt(const std::source_location& where = std::source_location::current());
+
+    std::string name_;
+    Surroundings surroundings_;
+    Trace trace_;
+    MessageManagerMaster master_;
+    QelMessageManager messageManager_;
+    RegistrySettings settings_;
+    MidiEngine::MidiEngine engine_;
+
+    PortSection ports_;
+    MidiInputSection midiInput_;
+    LayerSection layers_;
+    ZoneSection zones_;
+    ProgramSection programs_;
+
+    // From initialize() to end().
+    std::unique_ptr<WorkerThread> auxiliary_;
+    std::unique_ptr<WorkerThread> recorder_;
+};
+
+} // namespace Backend
