@@ -7,6 +7,7 @@
 #include "values/Words.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -20,12 +21,6 @@ std::string joined(const std::vector<std::string_view>& words) {
         list += (list.empty() ? "" : ", ") + (word.empty() ? quoted(word) : std::string(word));
     }
     return list;
-}
-
-bool isWord(std::string_view text, const AttributeFormat& format) {
-    return std::any_of(format.words.begin(), format.words.end(), [&](std::string_view word) {
-        return format.anyCase ? equalInAnyCase(text, word) : text == word;
-    });
 }
 
 // Two numbers with the separator between them.
@@ -72,13 +67,13 @@ bool hasRightForm(std::string_view text, const AttributeFormat& format) {
     case AttributeKind::fraction:
         return isFraction(text);
     case AttributeKind::word:
-        return isWord(text, format);
+        return format.placeOfWord(text).has_value();
     case AttributeKind::select:
-        return isWord(text, format) || isDecimal(text);
+        return format.placeOfWord(text).has_value() || isDecimal(text);
     case AttributeKind::cell:
         return isPair(text, ',');
     case AttributeKind::selectControl:
-        return isWord(text, format) || isPair(text, ',');
+        return format.placeOfWord(text).has_value() || isPair(text, ',');
     case AttributeKind::midiEvent:
         return isMidiEvent(text);
     case AttributeKind::key:
@@ -117,6 +112,13 @@ std::optional<std::string> AttributeFormat::faultOf(std::string_view value) cons
         return quoted(value) + " is not in the range " + rangeOf(*this);
     }
     return std::nullopt;
+}
+
+std::optional<std::int32_t> AttributeFormat::placeOfWord(std::string_view value) const noexcept {
+    const auto found = std::find_if(words.begin(), words.end(), [&](std::string_view word) {
+        return anyCase ? equalInAnyCase(value, word) : value == word;
+    });
+    return found == words.end() ? std::nullopt : std::optional(static_cast<std::int32_t>(found - words.begin()));
 }
 
 std::string AttributeFormat::describeValues() const {

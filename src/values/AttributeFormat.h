@@ -42,6 +42,8 @@ struct AttributeFormat {
 
     // What is wrong with a text, for a person; nothing when it is fine.
     [[nodiscard]] std::optional<std::string> faultOf(std::string_view value) const;
+    // The place of a text in the list of words, nothing when it is none of them.
+    [[nodiscard]] std::optional<std::int32_t> placeOfWord(std::string_view value) const noexcept;
     // What the attribute may hold, for a person: "true or false", "0..127".
     [[nodiscard]] std::string describeValues() const;
 

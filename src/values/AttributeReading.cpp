@@ -1,11 +1,10 @@
 #include "values/AttributeReading.h"
 
 #include "values/TextNumbers.h"
-#include "values/Words.h"
 
 #include <algorithm>
 #include <cassert>
-#include <optional>
+#include <string_view>
 
 namespace {
 
@@ -61,12 +60,9 @@ Fraction readFraction(const Platform::XmlElement& element, const AttributeFormat
 
 std::int32_t readWord(const Platform::XmlElement& element, const AttributeFormat& format) {
     assert(format.kind == AttributeKind::word);
-    const auto text = wellFormedText(element, format);
-    const auto found = std::find_if(format.words.begin(), format.words.end(), [&](std::string_view word) {
-        return format.anyCase ? equalInAnyCase(text, word) : text == word;
-    });
-    assert(found != format.words.end());
-    return static_cast<std::int32_t>(found - format.words.begin());
+    const auto place = format.placeOfWord(wellFormedText(element, format));
+    assert(place);
+    return place.value_or(0);
 }
 
 Cell readCell(const Platform::XmlElement& element, const AttributeFormat& format) {

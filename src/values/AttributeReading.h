@@ -23,7 +23,7 @@
 [[nodiscard]] Note readNote(const Platform::XmlElement& element, const AttributeFormat& format);
 [[nodiscard]] RelativeFixedValue readRelativeFixed(const Platform::XmlElement& element, const AttributeFormat& format);
 [[nodiscard]] Fraction readFraction(const Platform::XmlElement& element, const AttributeFormat& format);
-// The place of the word in the list.
+// The place of the word in the list; the default must be one of the words.
 [[nodiscard]] std::int32_t readWord(const Platform::XmlElement& element, const AttributeFormat& format);
 [[nodiscard]] Cell readCell(const Platform::XmlElement& element, const AttributeFormat& format);
 [[nodiscard]] Backend::MidiEngine::MidiMessage readMidiEvent(const Platform::XmlElement& element,

@@ -3,6 +3,7 @@
 #include "values/TextNumbers.h"
 
 #include <array>
+#include <cstddef>
 
 namespace {
 

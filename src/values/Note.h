@@ -4,7 +4,6 @@
 #include "values/XmlItem.h"
 
 #include <compare>
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>

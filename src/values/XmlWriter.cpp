@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <ostream>
+#include <utility>
 
 std::string escapeXml(std::string_view text) {
     std::string escaped;
