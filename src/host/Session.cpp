@@ -1,0 +1,75 @@
+#include "host/Session.h"
+
+#include "backend/QelFactory.h"
+#include "core/Barrier.h"
+#include "core/MessageManagerMaster.h"
+#include "core/QelMessageManager.h"
+#include "core/Surroundings.h"
+#include "values/RelativeFixedValue.h"
+#include "values/SelectType.h"
+
+#include <utility>
+
+namespace Host {
+
+using Platform::Fault;
+
+Session::Session(Backend::MidiEngine::MidiPlayer& player, const SessionOptions& options)
+    : player_(player), options_(options) {}
+
+Session::~Session() {
+    if (qel_) {
+        qel_->getQelMessageManager().sendEnd();
+        qel_->getMessageManagerMaster().stop();
+    }
+}
+
+Platform::Outcome Session::start(const std::vector<Backend::MidiInputPort>& inputs,
+                                 const std::vector<Backend::MidiOutputPort>& outputs) {
+    auto surroundings =
+        options_.data ? Backend::Surroundings::inFolder(*options_.data) : Backend::Surroundings::ofSystem();
+    surroundings.reportFault = [this](const Fault& fault) {
+        const std::lock_guard lock(faultMutex_);
+        faults_.push_back(fault);
+    };
+    qel_ = Backend::QelFactory::createQel("Tembrel 3", player_, true, surroundings);
+    auto& backend = qel_->getQelMessageManager();
+    backend.sendInitialize();
+    backend.sendSetMidiInputPorts(inputs);
+    backend.sendSetMidiOutputPorts(outputs);
+    backend.sendEndInitialize();
+    load();
+    waitForBackend();
+    const std::vector<Fault> faults = takeFaults();
+    return faults.empty() ? Platform::success() : faults.front();
+}
+
+std::vector<Fault> Session::takeFaults() {
+    const std::lock_guard lock(faultMutex_);
+    return std::exchange(faults_, {});
+}
+
+void Session::load() {
+    auto& backend = qel_->getQelMessageManager();
+    if (options_.bank) {
+        backend.postLoadBank(*options_.bank);
+    }
+    if (options_.slot) {
+        backend.postChangeProgram(SelectType::fixed(*options_.slot));
+    }
+    if (options_.program) {
+        backend.postLoadProgram(*options_.program);
+    }
+    if (options_.tempo) {
+        backend.postChangeTempo(RelativeFixedValue::fixed(*options_.tempo), true);
+    }
+}
+
+void Session::waitForBackend() {
+    Backend::Barrier barrier;
+    if (qel_->getQelMessageManager().postBarrier(barrier)) {
+        barrier.wait();
+    }
+}
+
+} // namespace Host

@@ -1,0 +1,61 @@
+// The backend from its creation to its end, as a verb of the command line needs it.
+#pragma once
+
+#include "core/QelIF.h"
+#include "platform/Result.h"
+#include "values/MidiPort.h"
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Backend::MidiEngine {
+class MidiPlayer;
+}
+
+namespace Host {
+
+// What a session begins with; what is not given stays as the backend has it.
+struct SessionOptions {
+    std::optional<std::string> program; // a file
+    std::optional<std::string> bank;    // a file
+    std::optional<int> slot;            // of the bank, 0-based
+    std::optional<int> tempo;           // beats a minute, 10..500
+    std::optional<std::string> data;    // folder of application data and settings; the user's own without it
+};
+
+// All on one thread, which is not the backend's.
+class Session final {
+public:
+    // `player` outlives the session.
+    Session(Backend::MidiEngine::MidiPlayer& player, const SessionOptions& options);
+    // Ends the backend: threads, files, settings.
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // Creates and initialises the backend with these ports, loads what the options name and waits until it is in
+    // place. The first file that cannot be read is the fault; the session can only be destroyed then. Once.
+    [[nodiscard]] Platform::Outcome start(const std::vector<Backend::MidiInputPort>& inputs,
+                                          const std::vector<Backend::MidiOutputPort>& outputs);
+
+    // Only after a start() that succeeded.
+    [[nodiscard]] Backend::QelIF& qel() { return *qel_; }
+
+    // Files that could not be read or written since the last call. [any]
+    [[nodiscard]] std::vector<Platform::Fault> takeFaults();
+
+private:
+    void load();
+    void waitForBackend();
+
+    Backend::MidiEngine::MidiPlayer& player_;
+    SessionOptions options_;
+    std::mutex faultMutex_;
+    std::vector<Platform::Fault> faults_;
+    std::unique_ptr<Backend::QelIF> qel_;
+};
+
+} // namespace Host

@@ -1,0 +1,13 @@
+// Reading a file into memory.
+#pragma once
+
+#include "platform/Result.h"
+
+#include <string>
+
+namespace Host {
+
+// The whole content; a folder or a file that cannot be read is a fault. Pipes and devices are read to their end.
+[[nodiscard]] Platform::Result<std::string> readWholeFile(const std::string& file);
+
+} // namespace Host
