@@ -1,0 +1,109 @@
+#include "platform/SafeFiles.h"
+
+#include "platform/PathText.h"
+#include "platform/TemporaryName.h"
+#include "platform/win32/Handle.h"
+#include "platform/win32/WideText.h"
+
+#include <algorithm>
+
+namespace Platform {
+namespace {
+
+// Puts the content into a new file of that name, down to the disk. 0 or the error number.
+DWORD writeNewFile(const std::filesystem::path& name, std::string_view content) {
+    Handle file(CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.isValid()) {
+        return GetLastError();
+    }
+    DWORD error = 0;
+    while (error == 0 && !content.empty()) {
+        const auto piece = static_cast<DWORD>(std::min<std::size_t>(content.size(), 1U << 30));
+        DWORD written = 0;
+        error = WriteFile(file.get(), content.data(), piece, &written, nullptr) != 0 ? 0 : GetLastError();
+        content.remove_prefix(written);
+    }
+    if (error == 0 && FlushFileBuffers(file.get()) == 0) {
+        error = GetLastError();
+    }
+    if (!file.close() && error == 0) {
+        error = GetLastError();
+    }
+    if (error != 0) {
+        DeleteFileW(name.c_str());
+    }
+    return error;
+}
+
+// Programs that look at every new file hold one open for moments: tried again for about a second.
+DWORD moveOver(const std::filesystem::path& from, const std::filesystem::path& to) {
+    DWORD error = 0;
+    for (int tries = 0; tries < 100; ++tries) {
+        if (MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0) {
+            return 0;
+        }
+        error = GetLastError();
+        const DWORD attributes = GetFileAttributesW(to.c_str());
+        const bool mayPass = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+        const bool neverPasses = attributes != INVALID_FILE_ATTRIBUTES &&
+                                 (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0;
+        if (!mayPass || neverPasses) {
+            return error;
+        }
+        Sleep(10);
+    }
+    return error;
+}
+
+} // namespace
+
+Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view content) {
+    const auto failed = [&givenTarget](DWORD error) { return Fault{textOf(givenTarget), 0, textOfSystemError(error)}; };
+    const std::filesystem::path target = resolvedTarget(givenTarget);
+    std::filesystem::path temporary;
+    DWORD error = ERROR_FILE_EXISTS;
+    for (int tries = 0; tries < 10 && error == ERROR_FILE_EXISTS; ++tries) {
+        temporary = temporaryNameBeside(target);
+        error = writeNewFile(temporary, content);
+    }
+    if (error != 0) {
+        return failed(error);
+    }
+    error = moveOver(temporary, target);
+    if (error != 0) {
+        DeleteFileW(temporary.c_str());
+        return failed(error);
+    }
+    return success();
+}
+
+struct FileLock::State {
+    Handle file;
+    bool isHeld = false;
+
+    explicit State(const std::filesystem::path& path)
+        : file(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
+                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
+                           FILE_ATTRIBUTE_NORMAL, nullptr)) {
+        // This kind of lock belongs to the handle, so that it also keeps out other holders of this process.
+        OVERLAPPED fromStart{};
+        isHeld = file.isValid() && LockFileEx(file.get(), LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &fromStart) != 0;
+    }
+    ~State() {
+        if (isHeld) {
+            // Closing would free it, too, but at a time of the system's choice.
+            OVERLAPPED fromStart{};
+            UnlockFileEx(file.get(), 0, 1, 0, &fromStart);
+        }
+    }
+    State(const State&) = delete;
+    State& operator=(const State&) = delete;
+};
+
+FileLock::FileLock(const std::filesystem::path& file) : state_(std::make_unique<State>(file)) {}
+FileLock::~FileLock() = default;
+bool FileLock::isHeld() const noexcept {
+    return state_->isHeld;
+}
+
+} // namespace Platform
