@@ -270,7 +270,7 @@ bool Checker::checkInstruction() noexcept {
 // At a character that is not "<".
 bool Checker::checkText() noexcept {
     if (openElements_.empty()) {
-        return takeBlanks() || fail("text outside the root element");
+        return takeBlanks() || (takeChar() && fail("text outside the root element"));
     }
     if (startsWith("&")) {
         return takeReference();
