@@ -256,13 +256,32 @@ TEST_F(QelMessageManagerTest, KeysReachTheBackendAtOnceOnTheCallersThread) {
     EXPECT_EQ(qel.lastThread(), Platform::currentThreadId());
 }
 
+TEST_F(QelMessageManagerTest, ASendComesBackWhenTheBackendHasDoneIt) {
+    const std::function<void()> sends[] = {[&] { proxy.sendInitialize(); },
+                                           [&] { proxy.sendSetMidiInputPorts({}); },
+                                           [&] { proxy.sendSetMidiOutputPorts({}); },
+                                           [&] { proxy.sendEndInitialize(); },
+                                           [&] { EXPECT_EQ(proxy.sendCreateQelGui(false), nullptr); },
+                                           [&] { proxy.sendEnd(); }};
+    for (int round = 0; round < 100; ++round) {
+        for (const auto& send : sends) {
+            send();
+            ASSERT_EQ(qel.takeCalls().size(), 1u);
+        }
+    }
+}
+
 TEST(QelMessageManagerStopped, TakesNothingAndKeepsNobodyWaiting) {
     TestSupport::RecordingQel qel;
     MessageManagerMaster master("stopped");
     QelMessageManager proxy(qel, master);
     master.addMessageManager(proxy);
     master.start();
+    static int place = 0;
+    qel.createdGui = reinterpret_cast<Gui::QelGuiIF*>(&place);
+    EXPECT_EQ(proxy.sendCreateQelGui(false), qel.createdGui);
     master.stop();
+    static_cast<void>(qel.takeCalls());
     for (const Row& row : commands()) {
         row.call(proxy);
     }
