@@ -22,7 +22,6 @@ void HeldNotes::clear() {
     }
     free_ = 0;
     oldest_ = newest_ = none;
-    size_ = 0;
 }
 
 std::size_t HeldNotes::bucketOf(std::int8_t input, std::int8_t channel, std::int8_t zone, std::int8_t note) {
@@ -34,9 +33,6 @@ std::size_t HeldNotes::bucketOf(std::int8_t input, std::int8_t channel, std::int
 }
 
 HeldNote& HeldNotes::press(const QelMidiMessage& noteOn, std::int8_t sentNote) {
-    if (free_ == none) {
-        remove(oldest_);
-    }
     const Index index = free_;
     Entry& entry = entries_[static_cast<std::size_t>(index)];
     free_ = entry.nextInBucket;
@@ -59,7 +55,6 @@ HeldNote& HeldNotes::press(const QelMidiMessage& noteOn, std::int8_t sentNote) {
     entry.newer = none;
     (newest_ == none ? oldest_ : entries_[static_cast<std::size_t>(newest_)].newer) = index;
     newest_ = index;
-    ++size_;
     return entry.held;
 }
 
@@ -77,14 +72,14 @@ HeldNotes::Index HeldNotes::find(const QelMidiMessage& noteOff) const {
     return none;
 }
 
-bool HeldNotes::release(const QelMidiMessage& noteOff, HeldNote& held) {
+std::optional<HeldNote> HeldNotes::release(const QelMidiMessage& noteOff) {
     const Index index = find(noteOff);
     if (index == none) {
-        return false;
+        return std::nullopt;
     }
-    held = entries_[static_cast<std::size_t>(index)].held;
+    const HeldNote held = entries_[static_cast<std::size_t>(index)].held;
     remove(index);
-    return true;
+    return held;
 }
 
 std::int8_t HeldNotes::velocityFor(const QelMidiMessage& noteOff) const {
@@ -124,6 +119,10 @@ const HeldNote* HeldNotes::oldestOf(std::int8_t input) const {
     return nullptr;
 }
 
+const HeldNote* HeldNotes::oldest() const {
+    return oldest_ == none ? nullptr : &entries_[static_cast<std::size_t>(oldest_)].held;
+}
+
 void HeldNotes::forgetOutput(std::int8_t output) {
     for (Index i = oldest_; i != none; i = entries_[static_cast<std::size_t>(i)].newer) {
         HeldNote& held = entries_[static_cast<std::size_t>(i)].held;
@@ -149,7 +148,6 @@ void HeldNotes::remove(Index index) {
     (entry.newer == none ? newest_ : entries_[static_cast<std::size_t>(entry.newer)].older) = entry.older;
     entry.nextInBucket = free_;
     free_ = index;
-    --size_;
 }
 
 } // namespace Backend::MidiEngine

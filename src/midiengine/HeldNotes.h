@@ -5,6 +5,7 @@
 #include "values/QelMidiMessage.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace Backend::MidiEngine {
@@ -25,22 +26,26 @@ struct HeldNote {
     bool rememberedByZone = true; // until the zone map is exchanged
     NotePlace place;              // where it went, when it did not go through the layers
     bool heard = false;           // it was sent to that place
+
+    // What the Note Off of the direct road ends.
+    [[nodiscard]] Beginning beginning() const {
+        return !place.exists() ? Beginning::none : heard ? Beginning::heard : Beginning::unheard;
+    }
 };
 
 // The presses in the order in which they began. Several presses of the same note end in that order. Room is made
-// once: when more notes are held than fit, the oldest press is forgotten (a device that sends no Note Off at all
-// must not use up memory, nor stop the music). [clock, under the engine lock]
+// once: a device that sends no Note Off at all must not use up memory. [clock, under the engine lock]
 class HeldNotes final {
 public:
     static constexpr int capacity = 4096;
 
     HeldNotes();
 
-    // Remembers a press. The reference is good until the next call.
+    // Remembers a press; not while full. The reference is good until the next call.
     HeldNote& press(const QelMidiMessage& noteOn, std::int8_t sentNote);
 
-    // Takes the oldest press that this Note Off ends into `held`; false when there is none.
-    [[nodiscard]] bool release(const QelMidiMessage& noteOff, HeldNote& held);
+    // Takes out the oldest press that this Note Off ends, if there is one.
+    [[nodiscard]] std::optional<HeldNote> release(const QelMidiMessage& noteOff);
     // The velocity that is remembered for this Note Off's input, channel, zone and note; 0 when none is.
     [[nodiscard]] std::int8_t velocityFor(const QelMidiMessage& noteOff) const;
     // Makes the zone forget its oldest press of that note, whoever made it, and gives the note that was sent;
@@ -50,11 +55,13 @@ public:
     void forgetZones();
     // The oldest press that came from that input; null when there is none.
     [[nodiscard]] const HeldNote* oldestOf(std::int8_t input) const;
+    // The oldest press of all; null when there is none.
+    [[nodiscard]] const HeldNote* oldest() const;
     // An output is closed: nothing was sent there.
     void forgetOutput(std::int8_t output);
 
     void clear();
-    [[nodiscard]] int size() const { return size_; }
+    [[nodiscard]] bool isFull() const { return free_ == none; }
 
 private:
     using Index = std::int16_t;
@@ -80,7 +87,6 @@ private:
     Index free_ = none; // linked through nextInBucket
     Index oldest_ = none;
     Index newest_ = none;
-    int size_ = 0;
 };
 
 } // namespace Backend::MidiEngine

@@ -52,7 +52,7 @@ void LayerRack::other(const QelMidiMessage& message, LayerOutput& engine) {
         }
         last = pass_;
         engine.followControl(message);
-        engine.sendFromLayer(placed, false, false);
+        engine.sendFromLayer(placed, false, Beginning::unknown);
     }
 }
 

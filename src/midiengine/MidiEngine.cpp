@@ -92,48 +92,49 @@ void MidiEngine::playNoteOn(QelMidiMessage& message) {
     if (const Zones::Zone* zone = zones_.find(message.getZone())) {
         note = foldNote(std::int64_t{note} + zone->transpose);
     }
+    if (held_.isFull()) {
+        endPress(*held_.oldest());
+    }
     HeldNote& held = held_.press(message, note);
     message.setD1(note);
     if (!isDirect(message)) {
         layers_.noteOn(message, *this);
     } else if (settleDirect(message, message.getOutput())) {
         held.place = {message.getOutput(), message.getChannel(), note};
-        held.heard = finalSend(message, false, false);
+        held.heard = finalSend(message, false, Beginning::unknown);
     }
 }
 
 void MidiEngine::playNoteOff(QelMidiMessage& message) {
-    HeldNote held;
-    const std::int8_t velocity = layers_.hasVelocityRange() ? held_.velocityFor(message) : message.getD2();
-    const bool pressed = held_.release(message, held);
-    if (zones_.find(message.getZone()) != nullptr) {
-        if (pressed ? held.rememberedByZone : false) {
-            message.setD1(held.sentNote);
-        } else if (!pressed) {
-            const int note = held_.takeFromZone(message.getZone(), message.getD1());
-            message.setD1(note < 0 ? message.getD1() : static_cast<std::int8_t>(note));
-        }
+    const std::optional<HeldNote> press = held_.release(message);
+    if (layers_.hasVelocityRange()) {
+        message.setD2(press ? press->velocity : held_.velocityFor(message));
     }
-    message.setD2(velocity);
-    const bool direct = isDirect(message);
-    // A note ends on the output where it began, whichever is the default one by now.
-    const std::int8_t output =
-        message.isDefaultOutput() && held.place.exists() ? held.place.output : message.getOutput();
-    const auto route = [&](std::int8_t note) {
-        message.setD1(note);
-        if (!direct) {
-            layers_.noteOff(message, *this);
-            return;
-        }
-        QelMidiMessage settled = message;
-        if (settleDirect(settled, output)) {
-            finalSend(settled, false, held.heard && note == held.place.note);
-        }
-    };
-    route(message.getD1());
+    if (zones_.find(message.getZone()) != nullptr) {
+        const int note = !press                    ? held_.takeFromZone(message.getZone(), message.getD1())
+                         : press->rememberedByZone ? press->sentNote
+                                                   : -1;
+        message.setD1(note < 0 ? message.getD1() : static_cast<std::int8_t>(note));
+    }
+    endNote(message, press);
     // Where the zone has forgotten what it made of the note, the note that was sent ends as well.
-    if (pressed && held.sentNote != message.getD1()) {
-        route(held.sentNote);
+    if (press && press->sentNote != message.getD1()) {
+        message.setD1(press->sentNote);
+        endNote(message, press);
+    }
+}
+
+void MidiEngine::endNote(const QelMidiMessage& message, const std::optional<HeldNote>& press) {
+    if (!isDirect(message)) {
+        layers_.noteOff(message, *this);
+        return;
+    }
+    // A note ends on the output where it began, whichever is the default one by now.
+    const bool elsewhere = message.isDefaultOutput() && press && press->place.exists();
+    QelMidiMessage settled = message;
+    if (settleDirect(settled, elsewhere ? press->place.output : message.getOutput())) {
+        const bool begunByPress = press && press->sentNote == message.getD1();
+        finalSend(settled, false, begunByPress ? press->beginning() : Beginning::unknown);
     }
 }
 
@@ -142,7 +143,7 @@ void MidiEngine::playOther(QelMidiMessage& message) {
         layers_.other(message, *this);
     } else if (settleDirect(message, message.getOutput())) {
         followControl(message);
-        finalSend(message, false, false);
+        finalSend(message, false, Beginning::unknown);
     }
 }
 
@@ -153,7 +154,7 @@ bool MidiEngine::isDirect(const QelMidiMessage& message) {
 // Makes output and channel explicit; false, and the event is dropped, when there is no such open port.
 bool MidiEngine::settleDirect(QelMidiMessage& message, std::int8_t output) {
     message.setOutput(output == -1 ? defaultOutput_ : output);
-    if (message.isDefaultChannel()) {
+    if (message.isDefaultChannel() || message.getChannel() < 0) {
         message.setChannel(0);
     }
     if (!isOutputEnabled(message.getOutput())) {
@@ -164,16 +165,17 @@ bool MidiEngine::settleDirect(QelMidiMessage& message, std::int8_t output) {
 }
 
 void MidiEngine::playMidiInternal(const QelMidiMessage& message, bool keepHeldNotes) {
-    finalSend(message, keepHeldNotes, false);
+    finalSend(message, keepHeldNotes, Beginning::unknown);
 }
 
-bool MidiEngine::finalSend(const QelMidiMessage& message, bool keepHeldNotes, bool heard) {
+bool MidiEngine::finalSend(const QelMidiMessage& message, bool keepHeldNotes, Beginning beginning) {
     const NotePlace place{message.getOutput(), message.getChannel(), message.getD1()};
     const bool counted =
         message.isNote() && place.output >= 0 && place.channel >= 0 && place.channel <= 15 && place.note >= 0;
-    const bool swallowed = counted && message.isNoteOff() && sounding_.end(place, heard) && keepHeldNotes;
     // With thru off nothing that came in goes out, but for the end of what went out before.
-    const bool sent = !swallowed && (midiThru_ || message.getInput() < 0 || heard);
+    const bool audible = midiThru_ || message.getInput() < 0 || beginning == Beginning::heard;
+    const bool swallowed = counted && message.isNoteOff() && sounding_.end(place, beginning, audible) && keepHeldNotes;
+    const bool sent = !swallowed && audible;
     if (counted && message.isNoteOn()) {
         sounding_.start(place, sent);
     }
@@ -370,14 +372,21 @@ void MidiEngine::forgetOutput(std::int8_t output) {
 // The keys of an input that is gone will never be let go.
 void MidiEngine::releaseInput(std::int8_t input) {
     while (const HeldNote* held = held_.oldestOf(input)) {
-        QelMidiMessage noteOff(MessageType::noteOff, held->note, resetVelocity, held->channel, held->output, held->zone,
-                               held->input, now_);
-        noteOff.setDefaultChannel(held->defaultChannel);
-        playNoteOff(noteOff);
+        endPress(*held);
     }
 }
 
+void MidiEngine::endPress(const HeldNote& press) {
+    QelMidiMessage noteOff(MessageType::noteOff, press.note, resetVelocity, press.channel, press.output, press.zone,
+                           press.input, now_);
+    noteOff.setDefaultChannel(press.defaultChannel);
+    playNoteOff(noteOff);
+}
+
 void MidiEngine::setLayerList(const Layers::LayerList& layers) {
+    if (sounding_.places() > 0) { // begun between the reset and now
+        reset();
+    }
     layers_.set(layers);
 }
 

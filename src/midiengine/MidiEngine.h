@@ -18,6 +18,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Backend::MidiEngine {
@@ -96,7 +97,8 @@ public:
     void setDefaultMidiOutput(int output) { defaultOutput_ = static_cast<std::int8_t>(output); } // [engine]
     [[nodiscard]] int getDefaultMidiOutput() const { return defaultOutput_; }                    // [clock, engine]
     void setMidiThru(bool on) { midiThru_ = on; }                                                // [engine]
-    // Whoever exchanges the layers resets first (sendReset): nothing that sounds is known to the new ones. [engine]
+    // Whoever exchanges the layers resets first (sendReset): nothing that sounds is known to the new ones. What has
+    // begun since is ended here. [engine]
     void setLayerList(const Layers::LayerList& layers);
     void setZoneMap(const Zones::ZoneMap& zones); // [engine] zones forget the notes they hold
     void setZone(const Zones::Zone& zone);        // [engine] changes the transposition; unknown ids change nothing
@@ -120,8 +122,8 @@ private:
     // LayerOutput
     [[nodiscard]] std::int8_t defaultOutput() const override { return defaultOutput_; }
     [[nodiscard]] bool canSendTo(std::int8_t output) const override { return isOutputEnabled(output); }
-    bool sendFromLayer(const QelMidiMessage& message, bool keepHeldNotes, bool heard) override {
-        return finalSend(message, keepHeldNotes, heard);
+    bool sendFromLayer(const QelMidiMessage& message, bool keepHeldNotes, Beginning beginning) override {
+        return finalSend(message, keepHeldNotes, beginning);
     }
     void followControl(const QelMidiMessage& message) override;
 
@@ -132,12 +134,14 @@ private:
     void playOther(QelMidiMessage& message);
     [[nodiscard]] static bool isDirect(const QelMidiMessage& message);
     [[nodiscard]] bool settleDirect(QelMidiMessage& message, std::int8_t output);
-    bool finalSend(const QelMidiMessage& message, bool keepHeldNotes, bool heard);
+    bool finalSend(const QelMidiMessage& message, bool keepHeldNotes, Beginning beginning);
     void sendNoteOff(const NotePlace& place);
     void reset();
     void hardReset();
     void resetByClock(Command command);
     void releaseInput(std::int8_t input);
+    void endPress(const HeldNote& press);
+    void endNote(const QelMidiMessage& message, const std::optional<HeldNote>& press);
     void forgetOutput(std::int8_t output);
     void drop() { dropped_.fetch_add(1, std::memory_order_relaxed); }
 

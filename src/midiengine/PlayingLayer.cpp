@@ -3,12 +3,12 @@
 namespace Backend::MidiEngine {
 
 namespace {
-// More notes than this at once come only from a device that never sends a Note Off; the oldest are forgotten.
-constexpr std::size_t stackRoom = 512;
+// More notes at once come only from a device that never sends a Note Off; then there is HeldNotes::capacity.
+constexpr std::size_t usualRoom = 512;
 } // namespace
 
 PlayingLayer::PlayingLayer(const Layers::Layer& settings) : settings_(settings) {
-    stack_.reserve(stackRoom);
+    stack_.reserve(usualRoom);
 }
 
 bool PlayingLayer::takes(const QelMidiMessage& message) const {
@@ -33,9 +33,6 @@ bool PlayingLayer::route(QelMidiMessage& message, const LayerOutput& engine) con
 }
 
 void PlayingLayer::stack(const QelMidiMessage& message) {
-    if (stack_.size() == stackRoom) {
-        stack_.erase(stack_.begin());
-    }
     stack_.push_back({message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false});
 }
 
@@ -46,7 +43,7 @@ void PlayingLayer::start(QelMidiMessage message, StackedNote& note, LayerOutput&
     message.setD1(settings_.transform(note.note));
     message.setD2(settings_.transformVelocity(message.getD2()));
     note.place = {message.getOutput(), message.getChannel(), message.getD1()};
-    note.heard = engine.sendFromLayer(message, settings_.useNoteStack, false);
+    note.heard = engine.sendFromLayer(message, settings_.useNoteStack, Beginning::unknown);
 }
 
 void PlayingLayer::end(QelMidiMessage message, const StackedNote& note, LayerOutput& engine) const {
@@ -60,7 +57,17 @@ void PlayingLayer::end(QelMidiMessage message, const StackedNote& note, LayerOut
         message.setChannel(note.place.channel);
         message.setD1(note.place.note);
     }
-    engine.sendFromLayer(message, settings_.useNoteStack, note.heard);
+    engine.sendFromLayer(message, settings_.useNoteStack, note.beginning());
+}
+
+// Ends a note that the layer knows nothing of.
+void PlayingLayer::endUnknown(QelMidiMessage message, LayerOutput& engine) const {
+    if (!route(message, engine)) {
+        return;
+    }
+    message.setD1(settings_.transform(message.getD1()));
+    message.setD2(settings_.transformVelocity(message.getD2()));
+    engine.sendFromLayer(message, settings_.useNoteStack, Beginning::unknown);
 }
 
 std::vector<PlayingLayer::StackedNote>::iterator PlayingLayer::findOnStack(std::int8_t note, std::int8_t input,
@@ -111,7 +118,7 @@ void PlayingLayer::noteOn(const QelMidiMessage& message, LayerOutput& engine) {
         noteOff.setToNoteOff();
         const auto i = findOnStack(message.getD1(), message.getInput(), message.getZone());
         if (i == stack_.end()) {
-            end(noteOff, {message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false}, engine);
+            endUnknown(noteOff, engine);
             return;
         }
         const StackedNote note = *i;
@@ -142,23 +149,26 @@ void PlayingLayer::noteOff(const QelMidiMessage& message, LayerOutput& engine) {
         return;
     }
     const auto i = findOnStack(message.getD1(), message.getInput(), message.getZone());
-    const bool stacked = i != stack_.end();
-    const bool top = stacked && i + 1 == stack_.end();
-    StackedNote note{message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false};
-    if (stacked) {
-        note = *i;
-        stack_.erase(i);
+    if (i == stack_.end()) {
+        if (!settings_.mono) {
+            endUnknown(message, engine);
+        }
+        return;
     }
-    if (!settings_.mono) {
-        end(message, note, engine);
-    } else if (top) {
+    const StackedNote note = *i;
+    const bool top = i + 1 == stack_.end();
+    stack_.erase(i);
+    if (settings_.mono) {
+        if (!top) {
+            return;
+        }
         if (!stack_.empty()) { // back to the note that is still held
             QelMidiMessage noteOn = message;
             noteOn.setToNoteOn();
             start(noteOn, stack_.back(), engine);
         }
-        end(message, note, engine);
     }
+    end(message, note, engine);
 }
 
 bool PlayingLayer::takesOther(const QelMidiMessage& message, const LayerOutput& engine, QelMidiMessage& placed) const {

@@ -39,6 +39,10 @@ private:
         std::int8_t zone = -1;
         NotePlace place; // where it sounds now; none while a newer note of a mono layer plays
         bool heard = false;
+
+        [[nodiscard]] Beginning beginning() const {
+            return !place.exists() ? Beginning::none : heard ? Beginning::heard : Beginning::unheard;
+        }
     };
     // Ends a note after the next one has begun.
     struct HeldBack {
@@ -52,6 +56,7 @@ private:
     void stack(const QelMidiMessage& message);
     void start(QelMidiMessage message, StackedNote& note, LayerOutput& engine) const;
     void end(QelMidiMessage message, const StackedNote& note, LayerOutput& engine) const;
+    void endUnknown(QelMidiMessage message, LayerOutput& engine) const;
     [[nodiscard]] HeldBack releaseForMono(const QelMidiMessage& message, bool toggling);
     [[nodiscard]] std::vector<StackedNote>::iterator findOnStack(std::int8_t note, std::int8_t input, std::int8_t zone);
 

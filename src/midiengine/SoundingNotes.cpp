@@ -21,30 +21,35 @@ std::size_t SoundingNotes::index(const NotePlace& place) {
 
 void SoundingNotes::start(const NotePlace& place, bool heard) {
     Count& count = counts_[index(place)];
-    if (count.all++ == 0) {
+    if (count.isSilent()) {
         ++places_;
         ++placesOfOutput_[static_cast<std::size_t>(place.output)];
     }
-    count.heard += heard ? 1 : 0;
+    ++(heard ? count.heard : count.unheard);
 }
 
-bool SoundingNotes::end(const NotePlace& place, bool heard) {
+bool SoundingNotes::end(const NotePlace& place, Beginning beginning, bool audible) {
     const std::size_t i = index(place);
     Count& count = counts_[i];
-    if (count.all == 0) {
+    if (count.isSilent()) {
         return false;
     }
-    if (heard && count.heard > 0) {
-        --count.heard;
+    if (beginning == Beginning::none) {
+        return true;
     }
-    if (--count.all == 0) {
-        clear(i);
-        return false;
+    if (beginning == Beginning::unknown) { // it counts for the others
+        beginning = audible && count.heard > 0 ? Beginning::heard : Beginning::unheard;
     }
-    return !(heard && count.heard == 0);
+    const bool heard = beginning == Beginning::heard;
+    std::int32_t& own = heard ? count.heard : count.unheard;
+    own -= own > 0 ? 1 : 0;
+    if (count.isSilent()) {
+        silence(i);
+    }
+    return count.heard > 0 || (!heard && count.unheard > 0);
 }
 
-void SoundingNotes::clear(std::size_t index) {
+void SoundingNotes::silence(std::size_t index) {
     counts_[index] = {};
     --places_;
     --placesOfOutput_[index / placesAnOutput];
@@ -63,10 +68,10 @@ NotePlace SoundingNotes::takeAny(int output) {
         return {};
     }
     std::size_t i = static_cast<std::size_t>(output) * placesAnOutput;
-    while (counts_[i].all == 0) {
+    while (counts_[i].isSilent()) {
         ++i;
     }
-    clear(i);
+    silence(i);
     return placeOf(i);
 }
 
@@ -76,7 +81,8 @@ void SoundingNotes::forget(int output) {
 }
 
 int SoundingNotes::count(const NotePlace& place) const {
-    return counts_[index(place)].all;
+    const Count& count = counts_[index(place)];
+    return count.heard + count.unheard;
 }
 
 } // namespace Backend::MidiEngine

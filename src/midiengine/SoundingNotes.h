@@ -17,17 +17,25 @@ struct NotePlace {
     bool operator==(const NotePlace&) const = default;
 };
 
-// Counts the Note Ons of each place, and apart from that those that were heard: with thru off, a note from an input
-// is counted but not sent, and must not keep the end of a note that was sent from going out. [clock, under the lock]
+// What is known of the Note On that a Note Off ends.
+enum class Beginning : std::uint8_t {
+    heard,   // it was sent
+    unheard, // it was counted but not sent: it came in while thru was off
+    none,    // it went nowhere, or where it went is gone: nothing is counted for it
+    unknown, // there was none, or nobody remembers
+};
+
+// Counts the Note Ons of each place, those that were heard apart from those that were not: who was not heard neither
+// holds a note nor ends somebody else's. What sounds is always counted as heard. [clock, under the lock]
 class SoundingNotes final {
 public:
     SoundingNotes();
 
     // A Note On for that place; `heard`: it is sent.
     void start(const NotePlace& place, bool heard);
-    // A Note Off for that place; `heard`: its own Note On was sent. True when somebody still holds the note, so
-    // that, where held notes are kept, this Note Off must not go out.
-    [[nodiscard]] bool end(const NotePlace& place, bool heard);
+    // A Note Off for that place; `audible`: it is sent unless it is kept back. True when somebody still holds the
+    // note, so that, where held notes are kept, this Note Off must not go out.
+    [[nodiscard]] bool end(const NotePlace& place, Beginning beginning, bool audible);
 
     // Takes one sounding place, in the order of output, channel and note, counting it as silent; none: no place.
     // `output` -1 stands for all. Call repeatedly until it gives none.
@@ -41,11 +49,13 @@ public:
 
 private:
     struct Count {
-        std::int32_t all = 0;
         std::int32_t heard = 0;
+        std::int32_t unheard = 0;
+
+        [[nodiscard]] bool isSilent() const { return heard == 0 && unheard == 0; }
     };
     [[nodiscard]] static std::size_t index(const NotePlace& place);
-    void clear(std::size_t index);
+    void silence(std::size_t index);
 
     std::vector<Count> counts_;
     std::vector<std::int32_t> placesOfOutput_;
