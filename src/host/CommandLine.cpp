@@ -2,6 +2,7 @@
 
 #include "host/Command.h"
 #include "host/RenderCommand.h"
+#include "host/RunCommand.h"
 #include "platform/StandardStreams.h"
 #include "platform/ThreadServices.h"
 
@@ -23,6 +24,7 @@ using Commands = std::vector<std::unique_ptr<Command>>;
 
 Commands addCommands(CLI::App& commandLine) {
     Commands commands;
+    commands.push_back(std::make_unique<RunCommand>(commandLine));
     commands.push_back(std::make_unique<RenderCommand>(commandLine));
     return commands;
 }

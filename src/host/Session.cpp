@@ -18,7 +18,11 @@ Session::Session(Backend::MidiEngine::MidiPlayer& player, const SessionOptions& 
     : player_(player), options_(options) {}
 
 Session::~Session() {
-    if (qel_) {
+    end();
+}
+
+void Session::end() {
+    if (qel_ && !std::exchange(ended_, true)) {
         qel_->getQelMessageManager().sendEnd();
         qel_->getMessageManagerMaster().stop();
     }

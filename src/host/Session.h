@@ -31,7 +31,7 @@ class Session final {
 public:
     // `player` outlives the session.
     Session(Backend::MidiEngine::MidiPlayer& player, const SessionOptions& options);
-    // Ends the backend: threads, files, settings.
+    // As end(); then the backend is gone, and nobody may call it or its engine any more.
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -43,6 +43,10 @@ public:
 
     // Only after a start() that succeeded.
     [[nodiscard]] Backend::QelIF& qel() { return *qel_; }
+
+    // Ends the backend: threads, files, settings. Until it is back, who waits for a time slice may still need one.
+    // Harmless when repeated.
+    void end();
 
     // Files that could not be read or written since the last call. [any]
     [[nodiscard]] std::vector<Platform::Fault> takeFaults();
@@ -56,6 +60,7 @@ private:
     std::mutex faultMutex_;
     std::vector<Platform::Fault> faults_;
     std::unique_ptr<Backend::QelIF> qel_;
+    bool ended_ = false;
 };
 
 } // namespace Host

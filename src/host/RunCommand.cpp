@@ -1,0 +1,206 @@
+#include "host/RunCommand.h"
+
+#include "host/SessionFlags.h"
+#include "host/live/EventPrinter.h"
+#include "host/live/LivePlayer.h"
+#include "host/live/LiveScript.h"
+#include "host/live/MidiSystemFlag.h"
+#include "host/live/StatusLine.h"
+#include "host/live/StopSignals.h"
+#include "host/live/Terminal.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+namespace Host {
+
+using namespace std::chrono_literals;
+using Platform::Fault;
+using Platform::Outcome;
+
+namespace {
+
+constexpr std::chrono::nanoseconds betweenLooks = 200ms;
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using OpenFile = std::unique_ptr<std::FILE, FileCloser>;
+
+// Where played events are printed to; several targets that are the same are one.
+class Printers final {
+public:
+    // `target` is a file, or "-" for standard output.
+    [[nodiscard]] Outcome add(const std::string& target) {
+        if (target == "-") {
+            if (!printsToOutput_) {
+                printsToOutput_ = true;
+                printers_.push_back(std::make_unique<EventPrinter>(stdout));
+            }
+            return Platform::success();
+        }
+        files_.emplace_back(std::fopen(target.c_str(), "w"));
+        if (!files_.back()) {
+            return Fault{target, 0, std::string("cannot be written: ") + std::strerror(errno)};
+        }
+        printers_.push_back(std::make_unique<EventPrinter>(files_.back().get()));
+        return Platform::success();
+    }
+    void attachTo(LivePlayer& player) {
+        for (const auto& printer : printers_) {
+            player.printTo(*printer);
+        }
+    }
+    void setStart(Backend::Ticks start) {
+        for (const auto& printer : printers_) {
+            printer->setStart(start);
+        }
+    }
+    [[nodiscard]] Outcome state() const {
+        for (const auto& printer : printers_) {
+            if (!printer->isGood()) {
+                return Fault{{}, 0, "the events cannot be written any more"};
+            }
+        }
+        return Platform::success();
+    }
+    // What is still to be written is written; says what was lost.
+    void finish() {
+        std::uint64_t dropped = 0;
+        for (const auto& printer : printers_) {
+            dropped += printer->dropped();
+        }
+        printers_.clear();
+        if (dropped > 0) {
+            std::cerr << dropped << " events were not printed: the reader was too slow\n";
+        }
+    }
+
+private:
+    std::vector<OpenFile> files_;
+    std::vector<std::unique_ptr<EventPrinter>> printers_;
+    bool printsToOutput_ = false;
+};
+
+// Waits until the signals, the script or a broken output end the run.
+Outcome waitForEnd(const StopSignals& signals, const LiveScript* script, const Printers& printers, Session& session,
+                   StatusLine* status, Platform::AutoResetEvent& wake) {
+    for (;;) {
+        for (const Fault& fault : session.takeFaults()) {
+            if (status != nullptr) {
+                status->clear();
+            }
+            std::cerr << fault.text() << '\n'; // a file that a function asked for: said, and played without
+        }
+        if (signals.wasAsked()) {
+            return Platform::success();
+        }
+        if (script != nullptr) {
+            if (auto outcome = script->outcome()) {
+                return *outcome;
+            }
+        }
+        if (Outcome state = printers.state(); !state) {
+            return state;
+        }
+        if (status != nullptr) {
+            status->update();
+        }
+        static_cast<void>(wake.waitFor(betweenLooks));
+    }
+}
+
+void reportCounts(const MidiSystemCounts& counts) {
+    const auto say = [](std::uint64_t count, const char* what) {
+        if (count > 0) {
+            std::cerr << count << ' ' << what << '\n';
+        }
+    };
+    say(counts.sysExDropped, "system exclusive messages were passed over");
+    say(counts.malformedDropped, "malformed messages were passed over");
+    say(counts.arrivalsLost, "incoming messages were lost for want of room");
+    say(counts.unsendable, "messages could not be sent");
+    say(counts.overflows, "messages were held up or lost because a port was full");
+    say(counts.late, "messages left late");
+}
+
+} // namespace
+
+RunCommand::RunCommand(CLI::App& commandLine)
+    : verb_(commandLine.add_subcommand("run", "Start the controller and play live")) {
+    verb_->add_flag("--headless", headless_, "Without a window, in the terminal");
+    addSessionOptions(*verb_, session_);
+    verb_->add_option("--events", events_, "Write every message played as a line of text; - is standard output")
+        ->type_name("FILE");
+    addMidiSystemOption(*verb_, midi_);
+    verb_->add_option("--in", wishes_.inputs, "Open the inputs whose names contain this")->type_name("NAME");
+    verb_->add_option("--out", wishes_.outputs, "Open the outputs whose names contain this")->type_name("NAME");
+    verb_->add_option("--tempo-source", tempoSource_, "What sets the tempo: internal")
+        ->check(CLI::IsMember({"internal"}))
+        ->type_name("SOURCE");
+    verb_->add_flag("--connect", wishes_.connect, "Connect to the first synthesizer found");
+}
+
+int RunCommand::run() {
+    if (session_.slot && !session_.bank) {
+        std::cerr << "tembrel run: --slot names a program of the bank that --bank gives\n";
+        return 2;
+    }
+    if (const Outcome played = play(); !played) {
+        std::cerr << played.fault().text() << '\n';
+        return 1;
+    }
+    return 0;
+}
+
+Outcome RunCommand::play() {
+    auto found = findMidiSystem(midi_, wishes_);
+    if (!found) {
+        return found.fault();
+    }
+    Printers printers;
+    for (const auto& target : {found.value().isNone ? std::optional<std::string>("-") : std::nullopt, events_}) {
+        if (const Outcome added = target ? printers.add(*target) : Platform::success(); !added) {
+            return added;
+        }
+    }
+    Platform::AutoResetEvent wake;
+    const StopSignals signals(wake);
+    LivePlayer player(std::move(found.value().system));
+    printers.attachTo(player);
+    Outcome ended = Platform::success();
+    {
+        Session session(player, session_);
+        if (const Outcome started = session.start(player.system().inputs(), player.system().outputs()); !started) {
+            return started;
+        }
+        player.start(session.qel());
+        std::cerr << found.value().remark << std::endl;
+        std::unique_ptr<StatusLine> status;
+        if (standardErrorIsTerminal()) {
+            const std::filesystem::path program(session_.program.value_or("default program"));
+            status = std::make_unique<StatusLine>(stderr, program.filename().string(), player);
+        }
+        std::unique_ptr<LiveScript> script;
+        if (!standardInputIsTerminal()) {
+            script = std::make_unique<LiveScript>(stdin, player, session.qel(), wake);
+            printers.setStart(script->start());
+        }
+        ended = waitForEnd(signals, script.get(), printers, session, status.get(), wake);
+        script.reset();
+        player.releaseAll();
+        session.end();
+        player.stop();
+    }
+    printers.finish();
+    reportCounts(player.system().counts());
+    return ended;
+}
+
+} // namespace Host

@@ -1,0 +1,34 @@
+// The clock thread of the live player.
+#pragma once
+
+#include "values/Ticks.h"
+
+namespace Host {
+
+// Calls the engine's slices by a device's time. It owns its thread, which runs from start() to stop().
+class Clock {
+public:
+    virtual ~Clock() = default;
+    Clock(const Clock&) = delete;
+    Clock& operator=(const Clock&) = delete;
+
+    virtual void start() = 0; // [main] once
+    virtual void stop() = 0;  // [main] waits for the end of the thread; harmless when repeated
+
+    // The engine has something new to take in. Neither blocks nor locks, and wakes the thread only where that hastens
+    // anything: while the engine acts on each tick, what has arrived waits for the next one. [any]
+    virtual void eventsArrived() noexcept = 0;
+    // Somebody waits for a slice, whatever the engine is doing. [any]
+    virtual void wake() noexcept = 0;
+
+    // Beats a minute, clamped to 10..500, from the next tick on. [any]
+    virtual void setTempo(int beatsPerMinute) noexcept = 0;
+    [[nodiscard]] virtual int tempo() const noexcept = 0; // [any]
+    // The tick that was run last; engineTimeOrigin - 1 before the first. [any]
+    [[nodiscard]] virtual Backend::Ticks now() const noexcept = 0;
+
+protected:
+    Clock() = default;
+};
+
+} // namespace Host

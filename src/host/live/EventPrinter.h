@@ -1,0 +1,54 @@
+// Writes what is played as lines of text while it is played.
+#pragma once
+
+#include "host/live/SpscRing.h"
+#include "platform/AutoResetEvent.h"
+#include "platform/Threads.h"
+#include "values/QelMidiMessage.h"
+#include "values/Ticks.h"
+
+#include <atomic>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+
+namespace Host {
+
+// One line of appendEventLine a message, written and flushed at once by a thread of its own.
+class EventPrinter final {
+public:
+    // `file` outlives the printer.
+    explicit EventPrinter(std::FILE* file);
+    // Writes what was given to it before.
+    ~EventPrinter();
+    EventPrinter(const EventPrinter&) = delete;
+    EventPrinter& operator=(const EventPrinter&) = delete;
+
+    // Lines count their ticks from here; engineTimeOrigin at first. [any]
+    void setStart(Backend::Ticks start) noexcept { start_.store(start.count, std::memory_order_relaxed); }
+
+    // `tick` is the engine's. What finds no room is dropped and counted. [any thread under the engine lock]
+    void print(Backend::Ticks tick, const Backend::MidiEngine::QelMidiMessage& message) noexcept;
+
+    // False once a line could not be written. [any]
+    [[nodiscard]] bool isGood() const noexcept { return good_.load(std::memory_order_relaxed); }
+    [[nodiscard]] std::uint64_t dropped() const noexcept { return dropped_.load(std::memory_order_relaxed); } // [any]
+
+private:
+    struct Played {
+        std::int32_t tick = 0; // from the start
+        Backend::MidiEngine::QelMidiMessage message;
+    };
+    void work();
+
+    std::FILE* file_;
+    std::atomic<std::int32_t> start_ = Backend::engineTimeOrigin.count;
+    SpscRing<Played> ring_;
+    Platform::AutoResetEvent wake_;
+    std::atomic<bool> stopping_ = false;
+    std::atomic<bool> good_ = true;
+    std::atomic<std::uint64_t> dropped_ = 0;
+    std::unique_ptr<Platform::Thread> thread_;
+};
+
+} // namespace Host

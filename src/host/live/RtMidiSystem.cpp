@@ -1,0 +1,373 @@
+#include "host/live/RtMidiSystem.h"
+
+#include "host/live/MidiBytes.h"
+#include "host/live/PortLists.h"
+#include "host/live/RtMidiHost.h"
+#include "host/live/SleepingClock.h"
+
+#include <RtMidi.h>
+#include <algorithm>
+#include <cctype>
+#include <chrono>
+
+namespace Host {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr std::chrono::nanoseconds betweenLooks = 500ms;
+constexpr const char* ownPort = "Tembrel";
+
+// With a callback RtMidi neither throws after construction nor prints.
+void ignoreError(RtMidiError::Type, const std::string&, void*) {}
+
+template <typename Port> std::unique_ptr<Port> create(const std::string& client) {
+    const auto api = static_cast<RtMidi::Api>(rtMidiHost().api);
+    std::unique_ptr<Port> port;
+    if constexpr (std::is_same_v<Port, RtMidiIn>) {
+        port = std::make_unique<Port>(api, client);
+        port->ignoreTypes(false, false, false); // all are looked at, to be counted
+    } else {
+        port = std::make_unique<Port>(api, client);
+    }
+    port->setErrorCallback(&ignoreError);
+    return port;
+}
+
+// ALSA puts the client's and the port's number behind the name, WinMM the device's: both may differ after its return.
+std::string stableName(std::string name, unsigned index) {
+    const auto isDigit = [](char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; };
+    const auto blank = name.rfind(' ');
+    if (blank == std::string::npos || blank + 1 == name.size()) {
+        return name;
+    }
+    const std::string last = name.substr(blank + 1);
+    const auto colon = last.find(':');
+    const bool address = colon != std::string::npos && colon > 0 && colon + 1 < last.size() &&
+                         std::all_of(last.begin(), last.end(), [&](char c) { return isDigit(c) || c == ':'; });
+    if (address || last == std::to_string(index)) {
+        name.erase(blank);
+    }
+    return name;
+}
+
+// All names by RtMidi's numbers; empty for ports of our own.
+std::vector<std::string> numberedNames(RtMidi& lister, const std::string& client) {
+    std::vector<std::string> names;
+    const unsigned count = lister.getPortCount();
+    for (unsigned i = 0; i < count; ++i) {
+        std::string name = stableName(lister.getPortName(i), i);
+        if (name.compare(0, client.size() + 1, client + ":") == 0) {
+            name.clear();
+        }
+        names.push_back(name);
+    }
+    return names;
+}
+
+std::vector<std::string> listedNames(RtMidi& lister, const std::string& client) {
+    std::vector<std::string> names = numberedNames(lister, client);
+    names.erase(std::remove(names.begin(), names.end(), std::string{}), names.end());
+    if (rtMidiHost().virtualPorts) {
+        names.insert(names.begin(), ownPort);
+    }
+    return names;
+}
+
+// Which of the ports of that name stands at this place, counted from 0.
+int repetition(const PortRoster& roster, int place) {
+    const auto first = roster.ports().begin();
+    return static_cast<int>(std::count_if(
+        first, first + place, [&](const PortRoster::Port& port) { return port.name == (first + place)->name; }));
+}
+
+// Opens the port of that name; the n-th of equal names.
+bool openNamed(RtMidi& port, RtMidi& lister, const std::string& client, const std::string& name, int n) {
+    if (rtMidiHost().virtualPorts && name == ownPort) {
+        port.openVirtualPort(ownPort);
+        return true; // RtMidi does not say
+    }
+    const std::vector<std::string> names = numberedNames(lister, client);
+    for (unsigned i = 0; i < names.size(); ++i) {
+        if (names[i] == name && n-- == 0) {
+            port.openPort(i, name);
+            return port.isPortOpen();
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+struct RtMidiSystem::Input {
+    RtMidiSystem& system;
+    int place;
+    std::unique_ptr<RtMidiIn> port;
+};
+
+RtMidiSystem::RtMidiSystem(const PortWishes& wishes)
+    : wishes_(wishes), inputLister_(create<RtMidiIn>(wishes.clientName)),
+      outputLister_(create<RtMidiOut>(wishes.clientName)) {}
+
+RtMidiSystem::~RtMidiSystem() {
+    stop();
+}
+
+Platform::Result<std::unique_ptr<RtMidiSystem>> RtMidiSystem::open(const PortWishes& wishes) {
+    const std::string name = rtMidiHost().name;
+    if (!rtMidiHost().isThere()) {
+        return Platform::Fault{{}, 0, "there is no " + name + " on this machine"};
+    }
+    try {
+        std::unique_ptr<RtMidiSystem> system(new RtMidiSystem(wishes));
+        if (const auto listed = system->listFirst(); !listed) {
+            return listed.fault();
+        }
+        return system;
+    } catch (const std::exception& error) {
+        return Platform::Fault{{}, 0, name + " does not answer: " + error.what()};
+    }
+}
+
+std::string RtMidiSystem::name() const {
+    return rtMidiHost().name;
+}
+
+std::unique_ptr<Clock> RtMidiSystem::createClock(ClockedEngine& engine) {
+    return std::make_unique<SleepingClock>(engine);
+}
+
+Platform::Outcome RtMidiSystem::listFirst() {
+    PortArrangement arrangement{wishes_, rtMidiHost().virtualPorts ? ownPort : "", true};
+    const auto arranged = arrangement.arrange(inputs_, listedNames(*inputLister_, wishes_.clientName), outputs_,
+                                              listedNames(*outputLister_, wishes_.clientName));
+    if (!arranged) {
+        return arranged;
+    }
+    settleInputs();
+    settleOutputs();
+    return Platform::success();
+}
+
+bool RtMidiSystem::hasPorts() const {
+    const std::lock_guard lock(mutex_);
+    return !inputs_.ports().empty() || !outputs_.ports().empty();
+}
+
+void RtMidiSystem::start(MidiSystemListener& listener) {
+    listener_.store(&listener);
+    watcher_ = std::make_unique<Platform::Thread>([this] {
+        Platform::setCurrentThreadName("ports");
+        watch();
+    });
+    watcher_->resume();
+}
+
+void RtMidiSystem::stop() {
+    stopping_.store(true);
+    wake_.signal();
+    watcher_.reset();
+    for (auto& input : openInputs_) {
+        input.reset(); // RtMidi ends its thread here
+    }
+    listener_.store(nullptr);
+    for (int place = 0; place < PortRoster::maxPlaces; ++place) {
+        static_cast<void>(closeOutput(place));
+    }
+}
+
+void RtMidiSystem::watch() {
+    while (!stopping_.load()) {
+        static_cast<void>(wake_.waitFor(betweenLooks));
+        if (!stopping_.load()) {
+            look();
+        }
+    }
+}
+
+void RtMidiSystem::look() {
+    bool changed = false;
+    try {
+        const std::vector<std::string> inputs = listedNames(*inputLister_, wishes_.clientName);
+        const std::vector<std::string> outputs = listedNames(*outputLister_, wishes_.clientName);
+        const PortArrangement arrangement{wishes_, rtMidiHost().virtualPorts ? ownPort : "", true};
+        const std::lock_guard lock(mutex_);
+        changed = arrangement.update(inputs_, inputs, outputs_, outputs);
+    } catch (const std::exception&) { // the next look may go better
+    }
+    changed = settleInputs() || changed;
+    changed = settleOutputs() || changed;
+    if (changed) {
+        listener_.load()->portsChanged();
+    }
+}
+
+bool RtMidiSystem::settleInputs() {
+    bool changed = false;
+    for (int place = 0; place < PortRoster::maxPlaces; ++place) {
+        PortRoster::Port port;
+        {
+            const std::lock_guard lock(mutex_);
+            if (!inputs_.has(place)) {
+                break;
+            }
+            port = inputs_.at(place);
+        }
+        const bool open = port.present && port.wanted;
+        std::unique_ptr<Input>& ours = openInputs_[static_cast<std::size_t>(place)];
+        if (open == (ours != nullptr)) {
+            continue;
+        }
+        ours = open ? openInput(place, port.name) : nullptr;
+        const std::lock_guard lock(mutex_);
+        changed = changed || inputs_.at(place).open != (ours != nullptr);
+        inputs_.at(place).open = ours != nullptr;
+    }
+    return changed;
+}
+
+bool RtMidiSystem::settleOutputs() {
+    bool changed = false;
+    for (int place = 0; place < PortRoster::maxPlaces; ++place) {
+        PortRoster::Port port;
+        {
+            const std::lock_guard lock(mutex_);
+            if (!outputs_.has(place)) {
+                break;
+            }
+            port = outputs_.at(place);
+        }
+        const bool open = port.present && port.wanted;
+        std::unique_ptr<RtMidiOut>& ours = openOutputs_[static_cast<std::size_t>(place)];
+        if (open == (ours != nullptr)) {
+            continue;
+        }
+        if (!open) {
+            static_cast<void>(closeOutput(place));
+        } else {
+            ours = openOutput(port.name);
+            sendingOutputs_[static_cast<std::size_t>(place)].store(ours.get());
+        }
+        const std::lock_guard lock(mutex_);
+        changed = changed || outputs_.at(place).open != (ours != nullptr);
+        outputs_.at(place).open = ours != nullptr;
+    }
+    return changed;
+}
+
+std::unique_ptr<RtMidiSystem::Input> RtMidiSystem::openInput(int place, const std::string& port) {
+    try {
+        auto input = std::make_unique<Input>(Input{*this, place, create<RtMidiIn>(wishes_.clientName)});
+        input->port->setCallback(
+            [](double, std::vector<unsigned char>* bytes, void* data) {
+                const auto* receiver = static_cast<Input*>(data);
+                receiver->system.arrived(receiver->place, *bytes);
+            },
+            input.get());
+        int n = 0;
+        {
+            const std::lock_guard lock(mutex_);
+            n = repetition(inputs_, place);
+        }
+        if (openNamed(*input->port, *inputLister_, wishes_.clientName, port, n)) {
+            return input;
+        }
+    } catch (const std::exception&) { // busy or gone: the list says that it is not enabled
+    }
+    return nullptr;
+}
+
+std::unique_ptr<RtMidiOut> RtMidiSystem::openOutput(const std::string& port) {
+    try {
+        auto output = create<RtMidiOut>(wishes_.clientName);
+        if (openNamed(*output, *outputLister_, wishes_.clientName, port, 0)) {
+            return output;
+        }
+    } catch (const std::exception&) { // as for inputs
+    }
+    return nullptr;
+}
+
+bool RtMidiSystem::closeOutput(int place) {
+    const auto index = static_cast<std::size_t>(place);
+    sendingOutputs_[index].store(nullptr);
+    if (!sending_.waitUntilOutside()) {
+        static_cast<void>(openOutputs_[index].release()); // the driver is stuck with it
+        return false;
+    }
+    openOutputs_[index].reset();
+    return true;
+}
+
+void RtMidiSystem::arrived(int place, const std::vector<unsigned char>& raw) noexcept {
+    MidiBytes bytes;
+    switch (readMidiBytes(raw.data(), raw.size(), bytes)) {
+    case Arrival::sysEx:
+        sysEx_.fetch_add(1, std::memory_order_relaxed);
+        return;
+    case Arrival::malformed:
+        malformed_.fetch_add(1, std::memory_order_relaxed);
+        return;
+    case Arrival::message:
+        break;
+    }
+    if (MidiSystemListener* const listener = listener_.load()) {
+        listener->received({toMessage(bytes, place, Backend::noTicks, -1)});
+    }
+}
+
+std::vector<Backend::MidiInputPort> RtMidiSystem::inputs() const {
+    const std::lock_guard lock(mutex_);
+    return portList<Backend::MidiInputPort>(inputs_, name());
+}
+
+std::vector<Backend::MidiOutputPort> RtMidiSystem::outputs() const {
+    const std::lock_guard lock(mutex_);
+    return portList<Backend::MidiOutputPort>(outputs_, name());
+}
+
+void RtMidiSystem::enableInput(int place, bool on) {
+    const std::lock_guard lock(mutex_);
+    if (inputs_.has(place)) {
+        inputs_.at(place).wanted = on;
+        wake_.signal();
+    }
+}
+
+void RtMidiSystem::enableOutput(int place, bool on) {
+    const std::lock_guard lock(mutex_);
+    if (outputs_.has(place)) {
+        outputs_.at(place).wanted = on;
+        wake_.signal();
+    }
+}
+
+void RtMidiSystem::send(const Backend::MidiEngine::QelMidiMessage& message) noexcept {
+    const MidiBytes bytes = toBytes(message);
+    const auto place = static_cast<std::size_t>(static_cast<std::uint8_t>(message.getOutput()));
+    bool sent = false;
+    sending_.enter();
+    if (RtMidiOut* const output = place < sendingOutputs_.size() ? sendingOutputs_[place].load() : nullptr;
+        output != nullptr && bytes.size > 0) {
+        try {
+            output->sendMessage(bytes.bytes.data(), bytes.size);
+            sent = true;
+        } catch (const std::exception&) { // counted below
+        }
+    }
+    sending_.leave();
+    if (!sent) {
+        unsendable_.fetch_add(1, std::memory_order_relaxed);
+    }
+}
+
+MidiSystemCounts RtMidiSystem::counts() const noexcept {
+    MidiSystemCounts counts;
+    counts.sysExDropped = sysEx_.load(std::memory_order_relaxed);
+    counts.malformedDropped = malformed_.load(std::memory_order_relaxed);
+    counts.unsendable = unsendable_.load(std::memory_order_relaxed);
+    return counts;
+}
+
+} // namespace Host

@@ -1,0 +1,50 @@
+// The clock by the system's time, for MIDI systems that have none of their own.
+#pragma once
+
+#include "host/live/Clock.h"
+#include "host/live/ClockWaker.h"
+#include "host/live/TickRunner.h"
+#include "host/live/TimeSource.h"
+#include "platform/Threads.h"
+
+#include <atomic>
+#include <memory>
+
+namespace Host {
+
+// Sleeps to each tick and runs it: the empty slice (t, t) and the slice (t, t + 1).
+//
+// What arrives while it sleeps need not wait for the next tick, which at 40 beats a minute is 3 milliseconds away. As
+// long as nothing acts on each tick (ClockedEngine::isTickDependent), the clock wakes at once and runs the current tick
+// again. That keeps the rules of slices: the engine's time does not go back, and a tick that was run plays, when run
+// again, only what has arrived since, because a played event is gone from the queue. So the latency does not depend on
+// the tempo. While something acts on each tick, what arrives waits for the next one: a tick that is run again would be
+// counted twice.
+class SleepingClock final : public Clock {
+public:
+    // Both outlive the clock.
+    explicit SleepingClock(ClockedEngine& engine, int beatsPerMinute = 120, TimeSource& time = TimeSource::ofSystem());
+    ~SleepingClock() override;
+
+    void start() override;
+    void stop() override;
+    void eventsArrived() noexcept override { waker_.tellArrival(); }
+    void wake() noexcept override { waker_.tellUrgent(); }
+    void setTempo(int beatsPerMinute) noexcept override { runner_.setTempo(beatsPerMinute); }
+    [[nodiscard]] int tempo() const noexcept override { return runner_.tempo(); }
+    [[nodiscard]] Backend::Ticks now() const noexcept override { return runner_.lastRun(); }
+
+    // What the thread does again and again: runs what is due, then sleeps to the next tick or arrival. For tests that
+    // do not start(). [clock]
+    void round();
+
+private:
+    ClockedEngine& engine_;
+    TimeSource& time_;
+    TickRunner runner_;
+    ClockWaker waker_;
+    std::atomic<bool> stopping_ = false;
+    std::unique_ptr<Platform::Thread> thread_;
+};
+
+} // namespace Host

@@ -1,0 +1,41 @@
+#include "host/live/StopSignals.h"
+
+#include <atomic>
+#include <csignal>
+
+namespace Host {
+
+namespace {
+
+// Signal handlers know nothing else.
+std::atomic<Platform::AutoResetEvent*> wakeOnSignal = nullptr;
+std::atomic<bool> asked = false;
+
+void note(int number) {
+    std::signal(number, note); // some systems forget the handler
+    asked.store(true);
+    if (Platform::AutoResetEvent* const wake = wakeOnSignal.load()) {
+        wake->signal();
+    }
+}
+
+} // namespace
+
+StopSignals::StopSignals(Platform::AutoResetEvent& wake) {
+    asked.store(false);
+    wakeOnSignal.store(&wake);
+    std::signal(SIGINT, note);
+    std::signal(SIGTERM, note);
+}
+
+StopSignals::~StopSignals() {
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGTERM, SIG_DFL);
+    wakeOnSignal.store(nullptr);
+}
+
+bool StopSignals::wasAsked() const noexcept {
+    return asked.load();
+}
+
+} // namespace Host

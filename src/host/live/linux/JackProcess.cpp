@@ -1,0 +1,219 @@
+#include "host/live/linux/JackProcess.h"
+
+#include <algorithm>
+#include <jack/midiport.h>
+
+namespace Host {
+
+namespace {
+
+// Several periods of everything that fits into JACK's own port buffers.
+constexpr std::size_t arrivalRoom = 16384;
+constexpr std::size_t departureRoom = 32768;
+constexpr std::size_t queueRoom = 16384;
+
+} // namespace
+
+JackProcess::JackProcess() : arrivals_(arrivalRoom), departures_(departureRoom) {}
+
+void JackProcess::connect(jack_client_t* client, std::uint32_t connection) {
+    client_.store(client);
+    connection_.store(connection);
+}
+
+void JackProcess::disconnect() {
+    client_.store(nullptr);
+    for (int place = 0; place < PortRoster::maxPlaces; ++place) {
+        inputs_[static_cast<std::size_t>(place)].store(nullptr);
+        outputs_[static_cast<std::size_t>(place)].port.store(nullptr);
+    }
+    static_cast<void>(processing_.waitUntilOutside());
+}
+
+void JackProcess::setInput(int place, jack_port_t* port) {
+    inputs_[static_cast<std::size_t>(place)].store(port);
+    inputPlaces_.store(std::max(inputPlaces_.load(), place + 1));
+    static_cast<void>(processing_.waitUntilOutside());
+}
+
+void JackProcess::setOutput(int place, jack_port_t* port) {
+    Output& output = outputs_[static_cast<std::size_t>(place)];
+    if (!output.ownedQueue) {
+        output.ownedQueue = std::make_unique<DueQueue>(queueRoom);
+        output.queue.store(output.ownedQueue.get());
+    }
+    // Two whole periods see the old port closing; JACK would repeat for ever what is left in its buffer.
+    output.closing.store(port == nullptr);
+    if (output.port.load() != nullptr) {
+        const std::uint32_t period = periods();
+        for (int tries = 0; tries < 100 && periods() - period < 2; ++tries) {
+            Platform::sleepMilliseconds(1);
+        }
+    }
+    output.port.store(port);
+    outputPlaces_.store(std::max(outputPlaces_.load(), place + 1));
+    static_cast<void>(processing_.waitUntilOutside());
+}
+
+void JackProcess::setClock(PeriodClock* clock) {
+    clock_.store(clock);
+    static_cast<void>(processing_.waitUntilOutside());
+}
+
+bool JackProcess::send(int place, const MidiBytes& bytes, std::int64_t due) noexcept {
+    if (place < 0 || place >= PortRoster::maxPlaces || bytes.size == 0 || client_.load() == nullptr ||
+        outputs_[static_cast<std::size_t>(place)].port.load() == nullptr) {
+        return false;
+    }
+    if (const std::uint32_t connection = connection_.load(); connection != dueConnection_) {
+        dueConnection_ = connection;
+        lastDue_.fill(0);
+    }
+    std::int64_t& last = lastDue_[static_cast<std::size_t>(place)];
+    const bool soon = due == PeriodClock::asSoonAsPossible;
+    const std::int64_t frame = soon ? last : due;
+    last = std::max(last, frame);
+    waiting_.fetch_add(1, std::memory_order_relaxed);
+    if (!departures_.push({{frame, bytes}, static_cast<std::uint8_t>(place), soon})) {
+        left(1);
+        counters_.overflows.fetch_add(1, std::memory_order_relaxed);
+        return false;
+    }
+    return true;
+}
+
+void JackProcess::process(jack_nframes_t frames) noexcept {
+    processing_.enter();
+    if (client_.load() != nullptr) {
+        updateFrame();
+        const bool arrived = readInputs(frames);
+        if (PeriodClock* const clock = clock_.load()) {
+            clock->periodBegins({frame_, static_cast<std::int32_t>(frames),
+                                 static_cast<std::int32_t>(jack_get_sample_rate(client_.load())), seenConnection_, 0});
+        }
+        if (arrived) {
+            arrivalEvent_.signal();
+        }
+        sortDepartures();
+        const int places = outputPlaces_.load();
+        for (int place = 0; place < places; ++place) {
+            writeOutput(outputs_[static_cast<std::size_t>(place)], frames);
+        }
+        periods_.fetch_add(1, std::memory_order_release);
+    }
+    processing_.leave();
+}
+
+void JackProcess::updateFrame() noexcept {
+    const jack_nframes_t now = jack_last_frame_time(client_.load());
+    if (const std::uint32_t connection = connection_.load(); connection != seenConnection_) {
+        seenConnection_ = connection;
+        frame_ = now;
+        forgetQueued();
+        return;
+    }
+    frame_ += static_cast<std::int32_t>(now - static_cast<jack_nframes_t>(frame_));
+}
+
+void JackProcess::forgetQueued() noexcept {
+    Departing departing;
+    while (departures_.pop(departing)) {
+        left(1);
+    }
+    for (Output& output : outputs_) {
+        if (DueQueue* const queue = output.queue.load()) {
+            left(static_cast<std::int64_t>(queue->size()));
+            queue->clear();
+        }
+    }
+}
+
+bool JackProcess::readInputs(jack_nframes_t frames) noexcept {
+    bool arrived = false;
+    const int places = inputPlaces_.load();
+    for (int place = 0; place < places; ++place) {
+        if (jack_port_t* const port = inputs_[static_cast<std::size_t>(place)].load()) {
+            arrived = readInput(static_cast<std::uint8_t>(place), port, frames) || arrived;
+        }
+    }
+    return arrived;
+}
+
+bool JackProcess::readInput(std::uint8_t place, jack_port_t* port, jack_nframes_t frames) noexcept {
+    void* const buffer = jack_port_get_buffer(port, frames);
+    if (buffer == nullptr) {
+        return false;
+    }
+    bool any = false;
+    const std::uint32_t count = jack_midi_get_event_count(buffer);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        jack_midi_event_t event{};
+        if (jack_midi_event_get(&event, buffer, i) != 0) {
+            continue;
+        }
+        Arrived arrived{frame_ + event.time, {}, place};
+        switch (readMidiBytes(event.buffer, event.size, arrived.bytes)) {
+        case Arrival::sysEx:
+            counters_.sysEx.fetch_add(1, std::memory_order_relaxed);
+            break;
+        case Arrival::malformed:
+            counters_.malformed.fetch_add(1, std::memory_order_relaxed);
+            break;
+        case Arrival::message:
+            if (arrivals_.push(arrived)) {
+                any = true;
+            } else {
+                counters_.arrivalsLost.fetch_add(1, std::memory_order_relaxed);
+            }
+            break;
+        }
+    }
+    return any;
+}
+
+void JackProcess::sortDepartures() noexcept {
+    Departing departing;
+    while (departures_.pop(departing)) {
+        if (!departing.soon && departing.message.due < frame_) {
+            counters_.late.fetch_add(1, std::memory_order_relaxed);
+        }
+        DueQueue* const queue = outputs_[departing.place].queue.load();
+        if (queue == nullptr || !queue->push(departing.message)) {
+            left(1);
+            counters_.overflows.fetch_add(1, std::memory_order_relaxed);
+        }
+    }
+}
+
+void JackProcess::writeOutput(Output& output, jack_nframes_t frames) noexcept {
+    DueQueue* const queue = output.queue.load();
+    if (queue == nullptr) {
+        return;
+    }
+    jack_port_t* const port = output.port.load();
+    void* const buffer = port == nullptr ? nullptr : jack_port_get_buffer(port, frames);
+    if (buffer != nullptr) {
+        jack_midi_clear_buffer(buffer);
+    }
+    if (buffer == nullptr || output.closing.load()) { // nobody will ever hear it
+        left(static_cast<std::int64_t>(queue->size()));
+        queue->clear();
+        return;
+    }
+    while (const DueMessage* const next = queue->front()) {
+        const std::int64_t offset = std::max<std::int64_t>(next->due - frame_, 0);
+        if (offset >= frames) {
+            return;
+        }
+        if (jack_midi_event_write(buffer, static_cast<jack_nframes_t>(offset), next->bytes.bytes.data(),
+                                  next->bytes.size) != 0) {
+            // Full: the rest leaves with the next period.
+            counters_.overflows.fetch_add(1, std::memory_order_relaxed);
+            return;
+        }
+        queue->pop();
+        left(1);
+    }
+}
+
+} // namespace Host
