@@ -1,0 +1,1 @@
+<ProgramFile><Program name="Mono"><Layers><Layer mono="true"/></Layers></Program></ProgramFile>

@@ -1,0 +1,97 @@
+#include "host/Rendering.h"
+#include "values/RandomCases.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+
+using Host::Renderer;
+
+namespace {
+
+constexpr const char* layeredProgram = R"(<?xml version="1.0" encoding="utf-8"?>
+<ProgramFile><Program name="P" tempo="100" tempoSource="0"><Layers merge="false">
+<Layer output="0" channel="1" transpose="+12"/>
+<Layer output="1" channel="2" mono="true" minNote="C4"/>
+<Layer output="2" channel="3" toggle="type1" maxNote="B3"/>
+<Layer output="0" channel="4" toggle="type2" minVelocity="64" useNoteStack="false"/>
+</Layers></Program></ProgramFile>
+)";
+
+TEST(Renderer, PlaysInTheTickOfTheLine) {
+    EXPECT_EQ(renderScript("0 midi 0 0x90 60 100\n0 midi 0 0xB0 7 1\n480 midi 1 0x90 60 0\n20000 midi 0 0xC5 9\n"),
+              "0 0 90 60 100\n0 0 B0 7 1\n480 0 80 60 100\n20000 0 C0 9\n");
+    EXPECT_EQ(renderScript("2000000000 midi 0 0xC0 9"), "2000000000 0 C0 9\n");
+    EXPECT_EQ(renderScript(""), "");
+    EXPECT_EQ(renderScript("0 midi 0 0xF0 1 2\n0 midi 0 0xF8\n"), "0 0 F8\n");
+}
+
+TEST(Renderer, StopsBeforeTheTickOfTheEnd) {
+    EXPECT_EQ(renderScript("0 midi 0 0x90 60 1\n10 midi 0 0x80 60 1\n10 end"), "0 0 90 60 1\n");
+    EXPECT_EQ(renderScript("0 midi 0 0x90 60 1\n10 midi 0 0x80 60 1\n11 end"), "0 0 90 60 1\n10 0 80 60 1\n");
+    EXPECT_EQ(renderScript("0 midi 0 0x90 60 1\n0 end"), "");
+}
+
+TEST(Renderer, ResetsEndWhatSoundsInTheirTick) {
+    EXPECT_EQ(renderScript("0 midi 0 0x90 60 1\n5 reset\n9 midi 0 0xC0 1"), "0 0 90 60 1\n5 0 80 60 100\n9 0 C0 1\n");
+}
+
+TEST(Renderer, PlaysTheTickOfTheLastLineWhateverTheTail) {
+    for (const int tail : {0, 1, 7680}) {
+        EXPECT_EQ(renderScript("7 midi 0 0x90 60 1", {}, Renderer::Batching::on, tail), "7 0 90 60 1\n") << tail;
+    }
+}
+
+// A script of everything that this renderer hands in, with many lines a tick and pauses longer than a slice.
+std::string randomScript(RandomCases& random) {
+    std::ostringstream script;
+    int tick = 0;
+    for (int count = random.number(1, 600); count > 0; --count) {
+        tick += random.number(0, 2) == 0 ? random.number(0, 40) : 0;
+        tick += random.number(0, 60) == 0 ? random.number(0, 12'000) : 0;
+        script << tick;
+        const int kind = random.number(0, 99);
+        if (kind == 0) {
+            script << " reset\n";
+        } else if (kind == 1) {
+            script << " tempo " << random.number(10, 500) << '\n';
+        } else {
+            static constexpr int types[] = {0x80, 0x80, 0x80, 0x90, 0x90, 0x90, 0x90, 0xA0, 0xB0, 0xC0, 0xE0};
+            const int type = types[random.number(0, 10)];
+            script << " midi " << random.number(0, 1) << ' ' << (type | random.number(0, 1)) << ' '
+                   << random.number(58, 63);
+            script << ' ' << (type == 0xC0 ? 0 : random.number(0, 127)) << '\n';
+        }
+    }
+    if (random.number(0, 1) == 0) {
+        script << tick + random.number(0, 10) << " end\n";
+    }
+    return script.str();
+}
+
+// Handed in one by one or by the thousand, played once or twice: the same bytes.
+TEST(Renderer, GivesTheSameWithAndWithoutBatches) {
+    RandomCases random;
+    for (int round = 0; round < 40; ++round) {
+        const std::string script = randomScript(random);
+        const std::string program = random.number(0, 1) == 0 ? "" : layeredProgram;
+        const std::string exact = renderScript(script, program, Renderer::Batching::off);
+        ASSERT_EQ(renderScript(script, program, Renderer::Batching::on), exact) << script;
+    }
+}
+
+TEST(Renderer, GivesTheSameOverManyBatches) {
+    RandomCases random;
+    std::string script;
+    int tick = 0;
+    for (int count = 0; count < 10'000; ++count) {
+        tick += random.number(0, 3) == 0 ? random.number(0, 3) : 0;
+        script += std::to_string(tick) + " midi 0 " + std::to_string(random.number(0, 1) == 0 ? 0x80 : 0x90) + ' ' +
+                  std::to_string(random.number(0, 127)) + " 64\n";
+    }
+    const std::string batched = renderScript(script, layeredProgram);
+    EXPECT_GT(batched.size(), 50'000U);
+    EXPECT_EQ(batched, renderScript(script, layeredProgram, Renderer::Batching::on));
+    EXPECT_EQ(batched, renderScript(script, layeredProgram, Renderer::Batching::off));
+}
+
+} // namespace
