@@ -33,6 +33,9 @@ void SourceTree::add(const std::string& path, const std::string& text) {
     Lines lines;
     std::istringstream in(text);
     for (std::string line; std::getline(in, line);) {
+        if (line.ends_with('\r')) {
+            line.pop_back();
+        }
         lines.push_back(line);
     }
     files_[path] = std::move(lines);
