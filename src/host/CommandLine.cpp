@@ -7,10 +7,14 @@
 #include "platform/ThreadServices.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Host {
@@ -34,14 +38,27 @@ std::string firstLine(const std::string& text) {
     return text.substr(0, text.find('\n'));
 }
 
-int parse(CLI::App& commandLine, int argc, const char* const* argv) {
+// The arguments behind the program's name. The verb "run" may be left out.
+std::vector<std::string> argumentsOf(int argc, const char* const* argv) {
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    constexpr std::string_view wishes[] = {"-h", "--help", "--version"};
+    const bool hasVerb = !arguments.empty() && !arguments.front().starts_with('-');
+    const bool isWish = !arguments.empty() && std::count(std::begin(wishes), std::end(wishes), arguments.front()) > 0;
+    if (!hasVerb && !isWish) {
+        arguments.insert(arguments.begin(), "run");
+    }
+    return arguments;
+}
+
+// Nothing when there is work to do, else the exit code.
+std::optional<int> parse(CLI::App& commandLine, std::vector<std::string> arguments) {
+    std::reverse(arguments.begin(), arguments.end()); // as the parser wants them
     try {
-        commandLine.parse(argc, argv);
-        return 0;
+        commandLine.parse(std::move(arguments));
+        return std::nullopt;
     } catch (const CLI::Success& wish) { // help or version
-        std::cout << std::flush;
         (void)commandLine.exit(wish);
-        return -1;
+        return 0;
     } catch (const CLI::ParseError& error) {
         std::cerr << "tembrel: " << firstLine(error.what()) << " (--help explains)\n";
         return wrongUsage;
@@ -74,12 +91,12 @@ public:
 int runCommandLine(int argc, const char* const* argv) {
     try {
         const MainThread mainThread;
-        CLI::App commandLine("Tembrel 3, a software MIDI controller", "tembrel");
+        CLI::App commandLine("Tembrel 3, a software MIDI controller. Without a verb: run.", "tembrel");
         commandLine.set_version_flag("--version", "Tembrel 3.2");
         commandLine.require_subcommand(1);
         const Commands commands = addCommands(commandLine);
-        const int parsed = parse(commandLine, argc, argv);
-        return parsed != 0 ? std::max(parsed, 0) : run(commands);
+        const std::optional<int> done = parse(commandLine, argumentsOf(argc, argv));
+        return done ? *done : run(commands);
     } catch (const std::exception& error) { // memory, threads: what nobody expects to run out of
         std::cerr << "tembrel: " << firstLine(error.what()) << '\n';
         return workFailed;

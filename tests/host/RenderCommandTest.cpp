@@ -68,7 +68,7 @@ TEST_F(RenderCommand, WritesTheSameAsTextAndAsMidiFile) {
     const std::string program = write("p.prg", "<ProgramFile><Program><Layers><Layer output=\"1\" channel=\"5\"/>"
                                                "<Layer output=\"0\"/></Layers></Program></ProgramFile>");
     const ProgramRun run = render({write("a.script", script), "--inputs", "3", "--outputs", "2", "--program", program,
-                            "--events", path("e"), "-o", path("o.mid")});
+                                   "--events", path("e"), "-o", path("o.mid")});
     ASSERT_EQ(run.exitCode, 0) << run.error;
     std::map<int, std::string> expected;
     std::istringstream list(readWholeFile(path("e")).value());
