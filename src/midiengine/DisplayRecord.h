@@ -1,0 +1,16 @@
+// A message that was sent, for whoever shows it.
+#pragma once
+
+#include "values/MidiMessage.h"
+
+#include <cstdint>
+
+namespace Backend::Display {
+
+struct DisplayRecord {
+    MidiEngine::MidiMessage message;
+    std::int8_t output = -1;
+    std::uint32_t milliseconds = 0; // when it was sent, by a clock that wraps at 32 bits
+};
+
+} // namespace Backend::Display
