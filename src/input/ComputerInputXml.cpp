@@ -1,0 +1,153 @@
+#include "input/ComputerInputXml.h"
+
+#include "input/FunctionFactory.h"
+#include "values/AttributeReading.h"
+#include "values/XmlWriter.h"
+
+#include <ostream>
+#include <utility>
+
+namespace Backend::ComputerInput {
+
+namespace {
+
+using FunctionManagement::Function;
+using Platform::XmlElement;
+
+ElementFormat element(std::string_view name, std::string_view meaning, std::vector<AttributeFormat> attributes,
+                      std::vector<ElementFormat> children) {
+    ElementFormat format;
+    format.name = name;
+    format.meaning = meaning;
+    format.attributes = std::move(attributes);
+    format.children = std::move(children);
+    return format;
+}
+
+// Null for an absent element and for a function that there is not.
+std::shared_ptr<const Function> readFunction(const XmlElement* holder, QelIF& qel) {
+    return holder != nullptr && !holder->children.empty()
+               ? FunctionManagement::createFunction(holder->children.front(), qel)
+               : nullptr;
+}
+
+KeyConfiguration readKeyConfiguration(const XmlElement& element, QelIF& qel) {
+    static const ElementFormat& format = computerInputFormat().child("Key");
+    KeyConfiguration configuration{readKey(element, format["id"])};
+    configuration.global = readBoolean(element, format["global"]);
+    for (const XmlElement& child : element.children) {
+        if (child.name == "Function") {
+            configuration.entries.push_back({readBoolean(child, format.child("Function")["keepSending"]),
+                                             readFunction(child.child("Down"), qel),
+                                             readFunction(child.child("Up"), qel)});
+        }
+    }
+    return configuration;
+}
+
+class SectionWriter final {
+public:
+    SectionWriter(std::ostream& out, int depth) : out_(out), depth_(depth), xml_(out, depth) {}
+
+    void begin(const KeyConfigurationMap& map, bool reference, bool merge) {
+        xml_.begin("ComputerInput");
+        if (reference) {
+            xml_.attribute("preset", std::string_view(map.presetName));
+        }
+        xml_.attribute("merge", merge).attribute("useKeyUpMod", map.useKeyUpMod).content();
+    }
+    void write(const KeyConfiguration& configuration) {
+        xml_.begin("Key").attribute("id", configuration.key).attribute("global", configuration.global).content();
+        for (const FunctionEntry& entry : configuration.entries) {
+            xml_.begin("Function").attribute("keepSending", entry.keepSending).content();
+            write("Down", entry.down);
+            write("Up", entry.up);
+            xml_.end();
+        }
+        xml_.end();
+    }
+    void end() { xml_.end(); }
+
+private:
+    void write(std::string_view name, const std::shared_ptr<const Function>& function) {
+        constexpr int levelsAbove = 4; // section, key, entry, holder
+        if (function) {
+            xml_.begin(name).content();
+            function->writeXml(out_, depth_ + levelsAbove);
+            xml_.end();
+        }
+    }
+
+    std::ostream& out_;
+    int depth_;
+    XmlWriter xml_;
+};
+
+} // namespace
+
+const ElementFormat& computerInputFormat() {
+    static const ElementFormat format = [] {
+        const auto& functions = FunctionManagement::functionFormats();
+        ElementFormat entry =
+            element("Function", "One thing that the key does.",
+                    {AttributeFormat::booleanOf("keepSending", false,
+                                                "The down function is executed again whenever the held key repeats.")},
+                    {element("Down", "What happens when the key goes down: one function.", {}, functions),
+                     element("Up", "What happens when the key comes up: one function.", {}, functions)});
+        ElementFormat key = element(
+            "Key", "What one key does.",
+            {AttributeFormat::of(AttributeKind::key, "id", "", "The name of the key, its modifiers before it."),
+             AttributeFormat::booleanOf("global", true, "The key also counts while another program has the keyboard.")},
+            {std::move(entry)});
+        return element(
+            "ComputerInput", "What the keys of the computer keyboard do.",
+            {AttributeFormat::of(AttributeKind::text, "preset", "", "The preset that the section stands for."),
+             AttributeFormat::booleanOf("merge", false, "The keys are added to those that are there."),
+             AttributeFormat::booleanOf(
+                 "useKeyUpMod", false,
+                 "The up functions are those of the key with the modifiers held at its release.")},
+            {std::move(key)});
+    }();
+    return format;
+}
+
+void readComputerInput(const XmlElement& section, QelIF& qel, KeyConfigurationMap& map) {
+    const ElementFormat& format = computerInputFormat();
+    if (section.name != format.name) {
+        return;
+    }
+    map.useKeyUpMod = readBoolean(section, format["useKeyUpMod"]);
+    map.beginReading(readBoolean(section, format["merge"]));
+    for (const XmlElement& child : section.children) {
+        if (child.name == "Key") {
+            KeyConfiguration configuration = readKeyConfiguration(child, qel);
+            const Key key = configuration.key;
+            map.store(key, std::move(configuration));
+        }
+    }
+}
+
+void writeComputerInput(std::ostream& out, int depth, const KeyConfigurationMap& map, SectionContent content) {
+    SectionWriter writer(out, depth);
+    const bool reference = content == SectionContent::presetReference;
+    writer.begin(map, reference, false);
+    if (!reference) {
+        for (const auto& [key, configuration] : map) {
+            writer.write(configuration);
+        }
+    }
+    writer.end();
+}
+
+void writeComputerInput(std::ostream& out, int depth, const KeyConfigurationMap& map, const std::vector<Key>& keys) {
+    SectionWriter writer(out, depth);
+    writer.begin(map, false, true);
+    for (const Key& key : keys) {
+        if (const KeyConfiguration* configuration = map.find(key)) {
+            writer.write(*configuration);
+        }
+    }
+    writer.end();
+}
+
+} // namespace Backend::ComputerInput

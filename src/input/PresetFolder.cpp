@@ -1,0 +1,76 @@
+#include "input/PresetFolder.h"
+
+#include "platform/PathText.h"
+#include "platform/SafeFiles.h"
+#include "values/XmlWriter.h"
+
+#include <algorithm>
+#include <sstream>
+#include <system_error>
+
+namespace Backend::Component {
+
+namespace {
+
+bool isFileName(std::string_view name) {
+    const auto forbidden = [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 ||
+               std::string_view("<>:\"/\\|?*").find(c) != std::string_view::npos;
+    };
+    return !name.empty() && std::none_of(name.begin(), name.end(), forbidden);
+}
+
+Platform::Fault noPreset(const std::filesystem::path& folder, const std::string& name) {
+    return {Platform::textOf(folder), 0, "there is no preset \"" + name + "\""};
+}
+
+} // namespace
+
+std::filesystem::path PresetFolder::fileOf(const std::string& name) const {
+    if (!isFileName(name)) {
+        return {};
+    }
+    const std::string file = name + ".pst";
+    return folder_ / std::u8string(file.begin(), file.end());
+}
+
+bool PresetFolder::exists(const std::string& name) const {
+    const std::filesystem::path file = fileOf(name);
+    std::error_code failure;
+    return !file.empty() && std::filesystem::is_regular_file(file, failure);
+}
+
+Platform::Result<Platform::XmlElement> PresetFolder::read(const std::string& name) const {
+    if (!exists(name)) {
+        return noPreset(folder_, name);
+    }
+    Platform::Result<Platform::XmlElement> section = Platform::readXmlFile(fileOf(name));
+    if (section && section.value().name != element_) {
+        return Platform::Fault{Platform::textOf(fileOf(name)), section.value().line,
+                               "the root element is <" + section.value().name + ">, not <" + element_ + ">"};
+    }
+    return section;
+}
+
+Platform::Outcome PresetFolder::write(const std::string& name, const std::string& section) const {
+    const std::filesystem::path file = fileOf(name);
+    if (file.empty()) {
+        return Platform::Fault{Platform::textOf(folder_), 0, "\"" + name + "\" cannot be the name of a preset"};
+    }
+    std::error_code failure; // a folder that cannot be made is met again by the writing
+    std::filesystem::create_directories(folder_, failure);
+    std::ostringstream text;
+    XmlWriter(text).declaration();
+    text << section;
+    return Platform::replaceFile(file, text.str());
+}
+
+Platform::Outcome PresetFolder::remove(const std::string& name) const {
+    std::error_code failure;
+    if (!exists(name) || !std::filesystem::remove(fileOf(name), failure)) {
+        return noPreset(folder_, name);
+    }
+    return Platform::success();
+}
+
+} // namespace Backend::Component

@@ -1,0 +1,39 @@
+// The presets of one kind of section: a file each, named after the preset.
+#pragma once
+
+#include "platform/Result.h"
+#include "platform/XmlDocument.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace Backend::Component {
+
+// Stands for the section's built-in default where there is no file of that name.
+inline constexpr std::string_view defaultPresetName = "000 - Default";
+
+// Preset names are UTF-8 and must do as a file's name: neither empty, nor with a folder, nor with a character that some
+// system forbids in names. A name that does not do names no preset. [backend]
+class PresetFolder final {
+public:
+    // `element` is the root of the files. The folder is made when the first preset is written.
+    PresetFolder(std::filesystem::path folder, std::string element)
+        : folder_(std::move(folder)), element_(std::move(element)) {}
+
+    [[nodiscard]] bool exists(const std::string& name) const;
+    // The section of the preset.
+    [[nodiscard]] Platform::Result<Platform::XmlElement> read(const std::string& name) const;
+    // `section` is the text of the section at depth 0; a preset of that name is replaced.
+    [[nodiscard]] Platform::Outcome write(const std::string& name, const std::string& section) const;
+    [[nodiscard]] Platform::Outcome remove(const std::string& name) const;
+
+private:
+    // Empty for a name that does not do.
+    [[nodiscard]] std::filesystem::path fileOf(const std::string& name) const;
+
+    std::filesystem::path folder_;
+    std::string element_;
+};
+
+} // namespace Backend::Component
