@@ -3,7 +3,9 @@
 
 #include "midiengine/LayerList.h"
 #include "midiengine/ZoneMap.h"
+#include "platform/XmlDocument.h"
 
+#include <optional>
 #include <string>
 
 namespace Backend {
@@ -18,6 +20,8 @@ struct Program {
     int tempoSource = 0; // 0: internal; 1 + i: MIDI clock of input i
     Layers::LayerList layers = Layers::defaultLayers();
     Zones::ZoneMap zones;
+    // Sections that are merged into what is there when the program is installed; nothing: their built-in default.
+    std::optional<Platform::XmlElement> computerInput;
 };
 
 } // namespace Backend

@@ -12,6 +12,7 @@ void ProgramSection::apply(const Program& program) {
     name_ = program.name;
     layers_.set(program.layers);
     zones_.set(program.zones);
+    program.computerInput ? keys_.read(*program.computerInput) : keys_.setDefault();
     changeTempo(RelativeFixedValue::fixed(program.tempo));
     setTempoSource(program.tempoSource);
 }

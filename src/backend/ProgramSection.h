@@ -4,6 +4,7 @@
 #include "backend/LayerSection.h"
 #include "backend/Program.h"
 #include "backend/ZoneSection.h"
+#include "input/ComputerInputSection.h"
 #include "midiengine/MidiEngineMessageManager.h"
 #include "platform/Result.h"
 #include "values/RelativeFixedValue.h"
@@ -21,8 +22,9 @@ class ProgramSection final {
 public:
     // All outlive the section.
     ProgramSection(MidiEngine::MidiEngineMessageManager& engine, LayerSection& layers, ZoneSection& zones,
+                   ComputerInput::ComputerInputSection& keys,
                    const std::function<void(const Platform::Fault&)>& reportFault)
-        : engine_(engine), layers_(layers), zones_(zones), reportFault_(reportFault) {}
+        : engine_(engine), layers_(layers), zones_(zones), keys_(keys), reportFault_(reportFault) {}
 
     // Installs a program without a file of its own.
     void apply(const Program& program);
@@ -47,6 +49,7 @@ private:
     MidiEngine::MidiEngineMessageManager& engine_;
     LayerSection& layers_;
     ZoneSection& zones_;
+    ComputerInput::ComputerInputSection& keys_;
     const std::function<void(const Platform::Fault&)>& reportFault_;
     std::vector<Program> bank_;
     int slot_ = 0;

@@ -1,5 +1,6 @@
 #include "backend/ProgramXml.h"
 
+#include "input/ComputerInputXml.h"
 #include "midiengine/LayerXml.h"
 #include "midiengine/ZoneXml.h"
 #include "platform/PathText.h"
@@ -61,7 +62,7 @@ const ElementFormat& programFormat() {
         program.children = {
             laterSection("Oscillators", "The oscillators."),
             laterSection("Joystick", "What axes and buttons do."),
-            laterSection("ComputerInput", "What the keys of the computer keyboard do."),
+            ComputerInput::computerInputFormat(),
             laterSection("MidiInput", "What becomes of incoming MIDI messages."),
             laterSection("Controls", "The controls on screen."),
             Layers::layersFormat(),
@@ -83,6 +84,9 @@ Program readProgram(const XmlElement& element) {
     }
     if (const XmlElement* zones = element.child("Zones")) {
         Zones::readZones(*zones, program.zones);
+    }
+    if (const XmlElement* computerInput = element.child("ComputerInput")) {
+        program.computerInput = *computerInput;
     }
     return program;
 }

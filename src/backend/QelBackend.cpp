@@ -1,9 +1,11 @@
 #include "backend/QelBackend.h"
 
 #include "core/QelUtils.h"
+#include "input/FunctionFactory.h"
 #include "platform/Notices.h"
 #include "platform/PathText.h"
 #include "values/OnOffToggle.h"
+#include "values/SelectControlType.h"
 
 #include <filesystem>
 #include <system_error>
@@ -39,8 +41,11 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
       messageManager_(*this, master_), engine_(player), ports_(engine_.getMessageManager(), settings_),
       midiInput_(ports_, engine_.getMessageManager()), layers_(engine_.getMessageManager()),
       zones_(engine_.getMessageManager()),
-      programs_(engine_.getMessageManager(), layers_, zones_, surroundings_.reportFault) {
+      keys_(*this, surroundings_.applicationData / "Computer Input Presets", surroundings_.reportFault),
+      keyManager_(keys_, *this, master_),
+      programs_(engine_.getMessageManager(), layers_, zones_, keys_, surroundings_.reportFault) {
     master_.addMessageManager(messageManager_);
+    master_.addMessageManager(keyManager_);
     master_.start();
 }
 
@@ -87,6 +92,23 @@ std::string QelBackend::getProgramText() {
 
 void QelBackend::setProgramText(const std::string&) {
     notBuilt();
+}
+
+// The window shows the controls and has the focus to give. The number is fixed.
+void QelBackend::setWidgetFocus(const SelectControlType& which) {
+    constexpr std::uint32_t setFocus = Platform::applicationMessage + 1205;
+    if (const Platform::WindowHandle window = getGuiWindowHandle()) {
+        const auto cell =
+            static_cast<std::uint32_t>(which.getCell().x) << 16 | static_cast<std::uint32_t>(which.getCell().y);
+        Platform::postWindowMessage(window, {setFocus, static_cast<std::uintptr_t>(which.getKind()),
+                                             static_cast<std::intptr_t>(static_cast<std::int32_t>(cell))});
+    }
+}
+
+void QelBackend::executeFunction(const std::string& xml) {
+    if (const Platform::Outcome done = FunctionManagement::executeFunction(xml, *this); !done) {
+        surroundings_.reportFault(done.fault());
+    }
 }
 
 void QelBackend::changeMidiThru(const OnOffToggle& how, bool) {

@@ -13,6 +13,8 @@
 #include "core/RegistrySettings.h"
 #include "core/Surroundings.h"
 #include "core/Trace.h"
+#include "input/ComputerInputMessageManager.h"
+#include "input/ComputerInputSection.h"
 #include "midiengine/MidiEngine.h"
 
 #include <functional>
@@ -107,21 +109,21 @@ public:
     void playMidi(const MidiEngine::QelMidiMessage& message) override { engine_.postPlayMidi(message); }
 
     void selectControl(const SelectControlType&) override { notBuilt(); }
-    void setWidgetFocus(const SelectControlType&) override { notBuilt(); }
+    void setWidgetFocus(const SelectControlType& which) override;
     void changeControl(const SelectControlType&, const RelativeFixedValue&) override { notBuilt(); }
     void sendControlData(const SelectControlType&) override { notBuilt(); }
     void setControlValue(const Cell&, int) override { notBuilt(); }
     void updateControl(const MidiEngine::QelMidiMessage&) override { notBuilt(); }
 
-    void loadComputerInputPreset(const std::string&) override { notBuilt(); }
+    void loadComputerInputPreset(const std::string& name) override { keys_.loadPreset(name); }
     void loadMidiInputPreset(const std::string&) override { notBuilt(); }
     void loadControlPreset(const std::string&) override { notBuilt(); }
     void loadJoystickInputPreset(const std::string&) override { notBuilt(); }
     void loadLayerPreset(const std::string&) override { notBuilt(); }
     void loadOscillatorPreset(const std::string&) override { notBuilt(); }
 
-    void keyDown(const Key&, bool) override { notBuilt(); }
-    void keyUp(const Key&) override { notBuilt(); }
+    void keyDown(const Key& key, bool repeat) override { keyManager_.postKeyDown(key, repeat); }
+    void keyUp(const Key& key) override { keyManager_.postKeyUp(key); }
 
     void selectZone(const SelectType& which) override { zones_.select(which); }
     void changeZoneTranspose(const SelectType& which, const RelativeFixedValue& semitones) override {
@@ -159,7 +161,7 @@ public:
     void setRetroRecordBufferSize(int size) override { settings_.setMaxMidiBufferFileSize(size); }
     void enableRetroRecord(bool on) override { settings_.setRetroRecordEnabled(on); }
 
-    void executeFunction(const std::string&) override { notBuilt(); }
+    void executeFunction(const std::string& xml) override;
     void executeTranslation(const std::string&, const MidiEngine::QelMidiMessage&) override { notBuilt(); }
     void synchronize(Barrier& barrier) override { engine_.getMessageManager().postBarrier(barrier); }
 
@@ -179,6 +181,8 @@ private:
     MidiInputSection midiInput_;
     LayerSection layers_;
     ZoneSection zones_;
+    ComputerInput::ComputerInputSection keys_;
+    ComputerInput::ComputerInputMessageManager keyManager_;
     ProgramSection programs_;
 
     // From initialize() to end().
