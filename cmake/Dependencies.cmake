@@ -40,6 +40,12 @@ else()
   set(TEMBREL_PLATFORM_LIBRARIES pugixml::pugixml)
 
   find_package(PkgConfig REQUIRED)
+  # Its headers only: the library is loaded when joysticks are first looked for.
+  pkg_check_modules(sdl2 REQUIRED sdl2)
+  add_library(tembrel_sdl2 INTERFACE)
+  target_include_directories(tembrel_sdl2 SYSTEM INTERFACE ${sdl2_INCLUDEDIR})
+  list(APPEND TEMBREL_PLATFORM_LIBRARIES tembrel_sdl2 ${CMAKE_DL_LIBS})
+
   pkg_check_modules(jack REQUIRED IMPORTED_TARGET jack)
   pkg_check_modules(rtmidi REQUIRED IMPORTED_TARGET rtmidi)
   # Its flags say which back ends the library was built with; its header does not ask.

@@ -1,15 +1,20 @@
 # The floors of the house: one object library a folder of src/, built only on the floors below it.
 
+# tembrel_of_this_system(LIST): leaves out the sources in the subfolder of the other system.
+macro(tembrel_of_this_system LIST)
+  if(WIN32)
+    list(FILTER ${LIST} EXCLUDE REGEX "/linux/[^/]*$")
+  else()
+    list(FILTER ${LIST} EXCLUDE REGEX "/win32/[^/]*$")
+  endif()
+endmacro()
+
 # tembrel_floor(FOLDER LIBRARY...): the object library tembrel_FOLDER of all sources in src/FOLDER and its subfolders,
 # but for main.cpp and for the subfolder of the other system.
 function(tembrel_floor FOLDER)
   set(here ${CMAKE_SOURCE_DIR}/src/${FOLDER})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${here}/*.cpp)
-  if(WIN32)
-    list(FILTER sources EXCLUDE REGEX "/linux/[^/]*$")
-  else()
-    list(FILTER sources EXCLUDE REGEX "/win32/[^/]*$")
-  endif()
+  tembrel_of_this_system(sources)
   list(REMOVE_ITEM sources ${here}/main.cpp)
   if(NOT sources)
     return()
@@ -28,9 +33,11 @@ function(tembrel_use_floors TARGET)
   endforeach()
 endfunction()
 
-# tembrel_tests(FOLDER FLOOR...): the test program tests_FOLDER of all sources in tests/FOLDER and its subfolders.
+# tembrel_tests(FOLDER FLOOR...): the test program tests_FOLDER of all sources in tests/FOLDER and its subfolders, but
+# for the subfolder of the other system.
 function(tembrel_tests FOLDER)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${FOLDER}/*.cpp)
+  tembrel_of_this_system(sources)
   if(NOT sources)
     return()
   endif()
