@@ -63,18 +63,18 @@ void PressedKeys::up(const Key& key, const Map& current) {
         press = std::move(node.mapped());
         handOn(press);
     }
-    bool hasUpFunctions = false;
+    bool hasNoteOff = false;
     if (const KeyConfiguration* configuration =
             press.map->find(press.map->useKeyUpMod ? key : key.withoutModifiers())) {
         for (const FunctionEntry& entry : configuration->entries) {
             if (entry.up) {
-                hasUpFunctions = true;
+                hasNoteOff = hasNoteOff || entry.up->getMidiEvent().isNoteOff();
                 end(*entry.up, press);
             }
         }
     }
     for (const OwedNote& note : press.owed) {
-        for (int i = 0; i < note.times && (note.always || note.hasEnded || !hasUpFunctions); ++i) {
+        for (int i = 0; i < note.times && (note.always || note.hasEnded || !hasNoteOff); ++i) {
             note.noteOff->execute();
         }
     }
