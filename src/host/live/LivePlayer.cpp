@@ -1,5 +1,6 @@
 #include "host/live/LivePlayer.h"
 
+#include "core/Barrier.h"
 #include "core/QelIF.h"
 #include "core/QelMessageManager.h"
 #include "host/live/EventPrinter.h"
@@ -134,12 +135,18 @@ void LivePlayer::runErrands() {
     }
 }
 
-void LivePlayer::received(std::vector<QelMidiMessage> messages) {
+void LivePlayer::received(std::vector<QelMidiMessage> messages, const std::function<void()>& taken) {
     Backend::QelMessageManager& backend = qel_->getQelMessageManager();
     if (messages.size() == 1) {
         backend.postProcessMidiInputEvent(messages.front());
     } else {
         backend.postProcessMidiInputEvents(std::move(messages));
+    }
+    if (taken) {
+        Backend::Barrier barrier(taken);
+        if (backend.postBarrier(barrier)) {
+            barrier.wait();
+        }
     }
 }
 

@@ -65,7 +65,8 @@ private:
     [[nodiscard]] bool isTickDependent() override;
     void timeJumped() override;
     // MidiSystemListener
-    void received(std::vector<Backend::MidiEngine::QelMidiMessage> messages) override;
+    void received(std::vector<Backend::MidiEngine::QelMidiMessage> messages,
+                  const std::function<void()>& taken) override;
     void portsChanged() override;
 
     void count(const Backend::MidiEngine::QelMidiMessage& message) noexcept;

@@ -7,6 +7,7 @@
 #include "values/QelMidiMessage.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,8 +17,10 @@ namespace Host {
 // Who wants to know what a system's ports do. Called on threads of the system's own, which may be kept waiting.
 class MidiSystemListener {
 public:
-    // Messages that arrived on open inputs, in order of time.
-    virtual void received(std::vector<Backend::MidiEngine::QelMidiMessage> messages) = 0;
+    // Messages that arrived on open inputs, in order of time. With `taken`, comes back only when the engine has them,
+    // and `taken` was called then, at once, by another thread, which it must not keep waiting.
+    virtual void received(std::vector<Backend::MidiEngine::QelMidiMessage> messages,
+                          const std::function<void()>& taken) = 0;
     // inputs() or outputs() give something else than before.
     virtual void portsChanged() = 0;
 

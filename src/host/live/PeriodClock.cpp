@@ -11,9 +11,15 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
+// An event crosses four threads on its way; they do not make it in less.
+constexpr std::int64_t shortestLatency = 1'250'000; // nanoseconds
 // A device that has been silent for so long, and for four of its periods, is taken for dead.
 constexpr std::chrono::nanoseconds shortestPatience = 100ms;
 constexpr int patientPeriods = 4;
+
+std::chrono::nanoseconds durationOf(std::int64_t frames, const PeriodClock::Period& period) {
+    return std::chrono::nanoseconds{frames * nanosecondsPerSecond / period.framesPerSecond};
+}
 
 } // namespace
 
@@ -49,16 +55,20 @@ void PeriodClock::periodBegins(Period period) noexcept {
     waker_.tell();
 }
 
-std::chrono::nanoseconds PeriodClock::patience() const noexcept {
-    const std::chrono::nanoseconds periods{patientPeriods * nanosecondsPerSecond * period_.frames /
-                                           period_.framesPerSecond};
-    return std::max(shortestPatience, periods);
+void PeriodClock::arrivalsTaken(std::int64_t frame) noexcept {
+    taken_.store(frame);
+    waker_.tell();
+}
+
+std::int64_t PeriodClock::latencyOf(const Period& period) noexcept {
+    const std::int64_t atLeast = shortestLatency * period.framesPerSecond / nanosecondsPerSecond;
+    const std::int64_t frames = std::max(period.frames, 1);
+    return std::max<std::int64_t>((atLeast + frames - 1) / frames, 1) * frames;
 }
 
 std::chrono::nanoseconds PeriodClock::timeOfFrame(std::int64_t frame) const noexcept {
     // Rounded up: by then frameAt gives that frame.
-    const std::int64_t rate = period_.framesPerSecond;
-    return seen_ + std::chrono::nanoseconds{((frame - period_.frame) * nanosecondsPerSecond + rate - 1) / rate};
+    return seen_ + durationOf(frame - period_.frame, period_) + 1us;
 }
 
 std::int64_t PeriodClock::frameAt(std::chrono::nanoseconds time) const noexcept {
@@ -69,39 +79,51 @@ std::int64_t PeriodClock::frameAt(std::chrono::nanoseconds time) const noexcept 
            passed % nanosecondsPerSecond * rate / nanosecondsPerSecond;
 }
 
-void PeriodClock::follow(const Period& period) {
+void PeriodClock::take(const Period& period) {
     // After a time alone the device may be behind; it is waited for, unless by much.
     const bool another = period.connection != period_.connection || period.framesPerSecond != period_.framesPerSecond ||
                          period.frame < period_.frame || runner_.nextTime() - period.frame > period.framesPerSecond / 4;
+    if (another) {
+        runner_.moveTo(period.frame, period.framesPerSecond);
+        taken_.store(-1);
+    }
     period_ = period;
     seen_ = time_.now();
     alone_ = false;
-    latency_.store(std::int64_t{latencyPeriods} * period.frames, std::memory_order_relaxed);
-    if (another) {
-        runner_.moveTo(period.frame, period.framesPerSecond);
-    }
-    runner_.runUntil(period.frame - 1);
+    latency_.store(latencyOf(period), std::memory_order_relaxed);
+    runner_.runUntil(period.frame - 1); // what was left of the period before
 }
 
-void PeriodClock::goOnAlone(std::chrono::nanoseconds now) {
-    alone_ = true;
-    runner_.runUntil(frameAt(now));
+std::chrono::nanoseconds PeriodClock::work() {
+    const auto now = time_.now();
+    const auto dead =
+        seen_ + std::max(shortestPatience, durationOf(std::int64_t{patientPeriods} * period_.frames, period_));
+    if (alone_ || now >= dead) {
+        alone_ = true;
+        runner_.runUntil(frameAt(now));
+        return timeOfFrame(runner_.nextTime());
+    }
+    const auto latest = seen_ + durationOf(latencyOf(period_) / 2, period_);
+    if (taken_.load() < period_.lastArrival && now < latest) {
+        return latest;
+    }
+    runner_.runUntil(period_.frame + period_.frames - 1);
+    return dead;
 }
 
 void PeriodClock::round() {
     const bool arrived = waker_.takeArrivals();
     const Backend::Ticks before = runner_.lastRun();
     if (const Period period = incoming_.load(); period.number != period_.number) {
-        follow(period);
-    } else if (const auto now = time_.now(); alone_ || now - seen_ >= patience()) {
-        goOnAlone(now);
+        take(period);
     }
+    const std::chrono::nanoseconds idleUntil = work();
     if (arrived && runner_.lastRun() == before) {
         runner_.runArrivals();
     }
     grid_.store(runner_.grid());
     if (engine_.isTickDependent() || waker_.awaitArrivals()) {
-        time_.sleepUntil(alone_ ? timeOfFrame(runner_.nextTime()) : seen_ + patience(), waker_.event());
+        time_.sleepUntil(idleUntil, waker_.event());
     }
     waker_.ignoreArrivals();
 }

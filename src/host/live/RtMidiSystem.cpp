@@ -313,7 +313,7 @@ void RtMidiSystem::arrived(int place, const std::vector<unsigned char>& raw) noe
         break;
     }
     if (MidiSystemListener* const listener = listener_.load()) {
-        listener->received({toMessage(bytes, place, Backend::noTicks, -1)});
+        listener->received({toMessage(bytes, place, Backend::noTicks, -1)}, {});
     }
 }
 

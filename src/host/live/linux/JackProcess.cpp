@@ -86,13 +86,14 @@ void JackProcess::process(jack_nframes_t frames) noexcept {
     processing_.enter();
     if (client_.load() != nullptr) {
         updateFrame();
-        const bool arrived = readInputs(frames);
+        const std::int64_t lastArrival = readInputs(frames);
+        if (lastArrival >= 0) {
+            arrivalEvent_.signal();
+        }
         if (PeriodClock* const clock = clock_.load()) {
             clock->periodBegins({frame_, static_cast<std::int32_t>(frames),
-                                 static_cast<std::int32_t>(jack_get_sample_rate(client_.load())), seenConnection_, 0});
-        }
-        if (arrived) {
-            arrivalEvent_.signal();
+                                 static_cast<std::int32_t>(jack_get_sample_rate(client_.load())), lastArrival,
+                                 seenConnection_, 0});
         }
         sortDepartures();
         const int places = outputPlaces_.load();
@@ -128,23 +129,23 @@ void JackProcess::forgetQueued() noexcept {
     }
 }
 
-bool JackProcess::readInputs(jack_nframes_t frames) noexcept {
-    bool arrived = false;
+std::int64_t JackProcess::readInputs(jack_nframes_t frames) noexcept {
+    std::int64_t last = -1;
     const int places = inputPlaces_.load();
     for (int place = 0; place < places; ++place) {
         if (jack_port_t* const port = inputs_[static_cast<std::size_t>(place)].load()) {
-            arrived = readInput(static_cast<std::uint8_t>(place), port, frames) || arrived;
+            last = std::max(last, readInput(static_cast<std::uint8_t>(place), port, frames));
         }
     }
-    return arrived;
+    return last;
 }
 
-bool JackProcess::readInput(std::uint8_t place, jack_port_t* port, jack_nframes_t frames) noexcept {
+std::int64_t JackProcess::readInput(std::uint8_t place, jack_port_t* port, jack_nframes_t frames) noexcept {
     void* const buffer = jack_port_get_buffer(port, frames);
     if (buffer == nullptr) {
-        return false;
+        return -1;
     }
-    bool any = false;
+    std::int64_t last = -1;
     const std::uint32_t count = jack_midi_get_event_count(buffer);
     for (std::uint32_t i = 0; i < count; ++i) {
         jack_midi_event_t event{};
@@ -161,14 +162,14 @@ bool JackProcess::readInput(std::uint8_t place, jack_port_t* port, jack_nframes_
             break;
         case Arrival::message:
             if (arrivals_.push(arrived)) {
-                any = true;
+                last = arrived.frame;
             } else {
                 counters_.arrivalsLost.fetch_add(1, std::memory_order_relaxed);
             }
             break;
         }
     }
-    return any;
+    return last;
 }
 
 void JackProcess::sortDepartures() noexcept {

@@ -79,9 +79,9 @@ private:
     };
 
     void updateFrame() noexcept;
-    // True when something came in.
-    bool readInputs(jack_nframes_t frames) noexcept;
-    bool readInput(std::uint8_t place, jack_port_t* port, jack_nframes_t frames) noexcept;
+    // Both give the frame of the last message that came in, -1 for none.
+    [[nodiscard]] std::int64_t readInputs(jack_nframes_t frames) noexcept;
+    [[nodiscard]] std::int64_t readInput(std::uint8_t place, jack_port_t* port, jack_nframes_t frames) noexcept;
     void sortDepartures() noexcept;
     void writeOutput(Output& output, jack_nframes_t frames) noexcept;
     void forgetQueued() noexcept;

@@ -276,7 +276,7 @@ void JackSystem::handOn() {
             batch.push_back(arrived);
         }
         std::stable_sort(batch.begin(), batch.end(), [](const auto& a, const auto& b) { return a.frame < b.frame; });
-        const PeriodClock* const clock = clock_.load();
+        PeriodClock* const clock = clock_.load();
         if (batch.empty() || clock == nullptr) {
             continue;
         }
@@ -290,7 +290,7 @@ void JackSystem::handOn() {
             }
             messages.push_back(toMessage(arrived.bytes, arrived.place, tick, arrived.frame));
         }
-        listener_->received(std::move(messages));
+        listener_->received(std::move(messages), [clock, frame = batch.back().frame] { clock->arrivalsTaken(frame); });
     }
 }
 
