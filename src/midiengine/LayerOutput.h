@@ -4,14 +4,21 @@
 #include "midiengine/SoundingNotes.h"
 #include "values/QelMidiMessage.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
 namespace Backend::MidiEngine {
 
 // [clock, under the engine lock]
 class LayerOutput {
 public:
     // The output that -1 stands for.
-    [[nodiscard]] virtual std::int8_t defaultOutput() const = 0;
-    [[nodiscard]] virtual bool canSendTo(std::int8_t output) const = 0;
+    [[nodiscard]] std::int8_t defaultOutput() const { return defaultOutput_; }
+    // Whether there is such an output and it is open.
+    [[nodiscard]] bool canSendTo(std::int8_t output) const {
+        return output >= 0 && open_[static_cast<std::size_t>(output)];
+    }
     // The final send of a message whose output and channel are settled. `beginning` is what is known of the Note On
     // that a Note Off ends; where that was sent, its end goes out whatever thru says. True when the message was sent.
     virtual bool sendFromLayer(const QelMidiMessage& message, bool keepHeldNotes, Beginning beginning) = 0;
@@ -20,6 +27,13 @@ public:
 
 protected:
     ~LayerOutput() = default;
+    void setDefaultOutput(std::int8_t output) { defaultOutput_ = output; }
+    // 0..127.
+    void setCanSendTo(std::size_t output, bool open) { open_[output] = open; }
+
+private:
+    std::int8_t defaultOutput_ = 0;
+    std::array<bool, 128> open_{}; // asked for each note of each layer
 };
 
 } // namespace Backend::MidiEngine

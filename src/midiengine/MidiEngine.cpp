@@ -16,6 +16,8 @@ using Guard = std::lock_guard<CriticalSection>;
 // The tempo source that keeps a clock calling slices while the engine waits for one.
 constexpr unsigned char waitingForSlice = 255;
 constexpr std::int8_t resetVelocity = 100;
+constexpr int maxPorts = 128;
+constexpr std::int8_t noPort = -1;
 
 bool hasPlausibleData(const QelMidiMessage& message) {
     const int size = message.getMidiMessage().getMessageSize();
@@ -153,7 +155,7 @@ bool MidiEngine::isDirect(const QelMidiMessage& message) {
 
 // Makes output and channel explicit; false, and the event is dropped, when there is no such open port.
 bool MidiEngine::settleDirect(QelMidiMessage& message, std::int8_t output) {
-    message.setOutput(output == -1 ? defaultOutput_ : output);
+    message.setOutput(output == -1 ? defaultOutput() : output);
     if (message.isDefaultChannel() || message.getChannel() < 0) {
         message.setChannel(0);
     }
@@ -231,13 +233,13 @@ void MidiEngine::reset() {
 void MidiEngine::hardReset() {
     reset();
     for (std::int8_t channel = 0; channel < 16; ++channel) {
-        for (QelMidiMessage message : {QelMidiMessage::createAllSoundOffCC(defaultOutput_, channel),
-                                       QelMidiMessage::createAllControllersOffCC(defaultOutput_, channel)}) {
+        for (QelMidiMessage message : {QelMidiMessage::createAllSoundOffCC(defaultOutput(), channel),
+                                       QelMidiMessage::createAllControllersOffCC(defaultOutput(), channel)}) {
             message.setPpq(now_);
             playMidiInternal(message, false);
         }
     }
-    QelMidiMessage message = QelMidiMessage::createSystemReset(defaultOutput_);
+    QelMidiMessage message = QelMidiMessage::createSystemReset(defaultOutput());
     message.setPpq(now_);
     playMidiInternal(message, false);
 }
@@ -252,8 +254,10 @@ void MidiEngine::sendNoteOff(const NotePlace& place) {
 
 void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
     const Guard guard(criticalSection_);
-    playerRunning_ = true;
-    playerThread_.store(Platform::currentThreadId(), std::memory_order_relaxed);
+    if (!isMidiPlayerThread()) {
+        playerThread_.store(Platform::currentThreadId(), std::memory_order_relaxed);
+        playerRunning_ = true;
+    }
     now_ = from;
     pending_.drainInbox([this, to](const QelMidiMessage& message) { takeIn(message, to); });
     if (from <= to) {
@@ -320,15 +324,14 @@ bool MidiEngine::isMidiPlayerThread() const {
 
 // Set-up. --------------------------------------------------------------------------------------------------------
 
-bool MidiEngine::isOutputEnabled(std::int8_t output) const {
-    return output >= 0 && static_cast<std::size_t>(output) < outputPorts_.size() &&
-           outputPorts_[static_cast<std::size_t>(output)].enabled;
+void MidiEngine::setDefaultMidiOutput(int output) {
+    setDefaultOutput(static_cast<std::int8_t>(output >= 0 && output < maxPorts ? output : noPort));
 }
 
 void MidiEngine::setMidiInputPorts(const std::vector<MidiInputPort>& ports) {
     const std::vector<MidiInputPort> before = std::move(inputPorts_);
     inputPorts_ = ports;
-    for (std::size_t i = 0; i < before.size(); ++i) {
+    for (std::size_t i = 0; i < before.size() && i < maxPorts; ++i) {
         if (before[i].enabled && (i >= ports.size() || !ports[i].enabled)) {
             releaseInput(static_cast<std::int8_t>(i));
         }
@@ -336,37 +339,39 @@ void MidiEngine::setMidiInputPorts(const std::vector<MidiInputPort>& ports) {
 }
 
 void MidiEngine::setMidiOutputPorts(const std::vector<MidiOutputPort>& ports) {
-    const std::vector<MidiOutputPort> before = std::move(outputPorts_);
-    outputPorts_ = ports;
-    for (std::size_t i = 0; i < before.size() && i < 128; ++i) {
-        if (before[i].enabled && !isOutputEnabled(static_cast<std::int8_t>(i))) {
-            forgetOutput(static_cast<std::int8_t>(i));
+    for (std::size_t i = 0; i < maxPorts; ++i) {
+        const bool open = i < ports.size() && ports[i].enabled;
+        if (!open && canSendTo(static_cast<std::int8_t>(i))) {
+            closeOutput(i);
         }
+        setCanSendTo(i, open);
     }
 }
 
 void MidiEngine::enableMidiInput(int port, bool on) {
-    if (!on && port >= 0 && port < 128) {
+    if (!on && port >= 0 && port < maxPorts) {
         releaseInput(static_cast<std::int8_t>(port));
     }
     player_.enableMidiInput(port, on);
 }
 
 void MidiEngine::enableMidiOutput(int port, bool on) {
-    if (!on && port >= 0 && static_cast<std::size_t>(port) < outputPorts_.size() && port < 128) {
+    if (!on && port >= 0 && port < maxPorts && canSendTo(static_cast<std::int8_t>(port))) {
         for (NotePlace place = sounding_.takeAny(port); place.exists(); place = sounding_.takeAny(port)) {
             sendNoteOff(place);
         }
-        outputPorts_[static_cast<std::size_t>(port)].enabled = false;
-        forgetOutput(static_cast<std::int8_t>(port));
+        closeOutput(static_cast<std::size_t>(port));
     }
     player_.enableMidiOutput(port, on);
 }
 
-void MidiEngine::forgetOutput(std::int8_t output) {
-    sounding_.forget(output);
-    held_.forgetOutput(output);
-    layers_.forgetOutput(output);
+// Nothing sounds there any more, and nothing that began there needs an end.
+void MidiEngine::closeOutput(std::size_t output) {
+    const auto place = static_cast<std::int8_t>(output);
+    setCanSendTo(output, false);
+    sounding_.forget(place);
+    held_.forgetOutput(place);
+    layers_.forgetOutput(place);
 }
 
 // The keys of an input that is gone will never be let go.

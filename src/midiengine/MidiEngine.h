@@ -93,10 +93,10 @@ public:
     void setMidiOutputPorts(const std::vector<MidiOutputPort>& ports); // [engine] forgets what vanished outputs played
     void enableMidiInput(int port, bool on);                           // [engine] ends what a disabled input held
     void enableMidiOutput(int port, bool on);                          // [engine] ends what a disabled output plays
-    [[nodiscard]] bool isOutputEnabled(std::int8_t output) const;      // [clock, engine]
-    void setDefaultMidiOutput(int output) { defaultOutput_ = static_cast<std::int8_t>(output); } // [engine]
-    [[nodiscard]] int getDefaultMidiOutput() const { return defaultOutput_; }                    // [clock, engine]
-    void setMidiThru(bool on) { midiThru_ = on; }                                                // [engine]
+    [[nodiscard]] bool isOutputEnabled(std::int8_t output) const { return canSendTo(output); } // [clock, engine]
+    void setDefaultMidiOutput(int output);                                                     // [engine]
+    [[nodiscard]] int getDefaultMidiOutput() const { return defaultOutput(); }                 // [clock, engine]
+    void setMidiThru(bool on) { midiThru_ = on; }                                              // [engine]
     // Whoever exchanges the layers resets first (sendReset): nothing that sounds is known to the new ones. What has
     // begun since is ended here. [engine]
     void setLayerList(const Layers::LayerList& layers);
@@ -120,8 +120,6 @@ private:
     enum class Command { softReset, hardReset };
 
     // LayerOutput
-    [[nodiscard]] std::int8_t defaultOutput() const override { return defaultOutput_; }
-    [[nodiscard]] bool canSendTo(std::int8_t output) const override { return isOutputEnabled(output); }
     bool sendFromLayer(const QelMidiMessage& message, bool keepHeldNotes, Beginning beginning) override {
         return finalSend(message, keepHeldNotes, beginning);
     }
@@ -142,7 +140,7 @@ private:
     void releaseInput(std::int8_t input);
     void endPress(const HeldNote& press);
     void endNote(const QelMidiMessage& message, const std::optional<HeldNote>& press);
-    void forgetOutput(std::int8_t output);
+    void closeOutput(std::size_t output);
     void drop() { dropped_.fetch_add(1, std::memory_order_relaxed); }
 
     MidiPlayer& player_;
@@ -150,10 +148,8 @@ private:
     CriticalSection criticalSection_;
 
     // Under the lock.
-    std::int8_t defaultOutput_ = 0;
     bool midiThru_ = true;
     std::vector<MidiInputPort> inputPorts_;
-    std::vector<MidiOutputPort> outputPorts_;
     Zones::ZoneMap zones_;
     LayerRack layers_;
     HeldNotes held_;

@@ -9,6 +9,10 @@ constexpr std::size_t usualRoom = 512;
 
 PlayingLayer::PlayingLayer(const Layers::Layer& settings) : settings_(settings) {
     stack_.reserve(usualRoom);
+    for (std::size_t data = 0; data < noteOf_.size(); ++data) {
+        noteOf_[data] = settings_.transform(static_cast<std::int8_t>(data));
+        velocityOf_[data] = settings_.transformVelocity(static_cast<std::int8_t>(data));
+    }
 }
 
 bool PlayingLayer::takes(const QelMidiMessage& message) const {
@@ -32,31 +36,27 @@ bool PlayingLayer::route(QelMidiMessage& message, const LayerOutput& engine) con
     return true;
 }
 
-void PlayingLayer::stack(const QelMidiMessage& message) {
-    stack_.push_back({message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false});
-}
-
 void PlayingLayer::start(QelMidiMessage message, StackedNote& note, LayerOutput& engine) const {
     if (!route(message, engine)) {
         return;
     }
-    message.setD1(settings_.transform(note.note));
-    message.setD2(settings_.transformVelocity(message.getD2()));
+    message.setD1(noteOf_[static_cast<std::size_t>(note.note)]);
+    message.setD2(velocityOf_[static_cast<std::size_t>(message.getD2())]);
     note.place = {message.getOutput(), message.getChannel(), message.getD1()};
     note.heard = engine.sendFromLayer(message, settings_.useNoteStack, Beginning::unknown);
 }
 
 void PlayingLayer::end(QelMidiMessage message, const StackedNote& note, LayerOutput& engine) const {
-    if (!route(message, engine) && !note.place.exists()) {
-        return;
-    }
-    message.setD1(settings_.transform(note.note));
-    message.setD2(settings_.transformVelocity(message.getD2()));
     if (note.place.exists()) { // whatever has changed since: a note ends where it began
         message.setOutput(note.place.output);
         message.setChannel(note.place.channel);
         message.setD1(note.place.note);
+    } else if (route(message, engine)) {
+        message.setD1(noteOf_[static_cast<std::size_t>(note.note)]);
+    } else {
+        return;
     }
+    message.setD2(velocityOf_[static_cast<std::size_t>(message.getD2())]);
     engine.sendFromLayer(message, settings_.useNoteStack, note.beginning());
 }
 
@@ -65,8 +65,8 @@ void PlayingLayer::endUnknown(QelMidiMessage message, LayerOutput& engine) const
     if (!route(message, engine)) {
         return;
     }
-    message.setD1(settings_.transform(message.getD1()));
-    message.setD2(settings_.transformVelocity(message.getD2()));
+    message.setD1(noteOf_[static_cast<std::size_t>(message.getD1())]);
+    message.setD2(velocityOf_[static_cast<std::size_t>(message.getD2())]);
     engine.sendFromLayer(message, settings_.useNoteStack, Beginning::unknown);
 }
 
@@ -88,60 +88,63 @@ std::vector<PlayingLayer::StackedNote>::iterator PlayingLayer::findOnStack(std::
     return found;
 }
 
-// The note that a mono layer gives up for a new one.
-PlayingLayer::HeldBack PlayingLayer::releaseForMono(const QelMidiMessage& message, bool toggling) {
-    if (!settings_.mono || stack_.empty()) {
-        return {};
-    }
-    StackedNote& last = stack_.back();
-    HeldBack heldBack{message, last, true};
-    heldBack.noteOff.setToNoteOff();
-    heldBack.noteOff.setD2(last.velocity);
-    last.place = {};
-    last.heard = false;
-    if (toggling) {
-        toggledOn_.reset(static_cast<std::size_t>(last.note));
-        stack_.pop_back();
-    }
-    return heldBack;
-}
-
 void PlayingLayer::noteOn(const QelMidiMessage& message, LayerOutput& engine) {
     if (!takes(message)) {
         return;
     }
     const auto key = static_cast<std::size_t>(message.getD1());
     const bool toggling = !settings_.toggle.isOff();
-    const auto endToggled = [&] {
-        toggledOn_.reset(key);
-        QelMidiMessage noteOff = message;
-        noteOff.setToNoteOff();
-        const auto i = findOnStack(message.getD1(), message.getInput(), message.getZone());
-        if (i == stack_.end()) {
-            endUnknown(noteOff, engine);
-            return;
-        }
-        const StackedNote note = *i;
-        stack_.erase(i);
-        end(noteOff, note, engine);
-    };
     if (toggling && toggledOn_[key] && settings_.toggle.isType1()) {
-        endToggled();
+        endToggled(message, engine);
+    } else if (settings_.mono && !stack_.empty()) {
+        startMono(message, engine, toggling);
+    } else {
+        if (toggling) {
+            if (toggledOn_[key]) { // struck again
+                endToggled(message, engine);
+            }
+            toggledOn_.set(key);
+        }
+        startStacked(message, engine);
+    }
+}
+
+void PlayingLayer::startStacked(const QelMidiMessage& message, LayerOutput& engine) {
+    stack_.push_back({message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false});
+    start(message, stack_.back(), engine);
+}
+
+// The layer gives up the note that it plays. Without arpeggio the new note starts before the old one ends: legato,
+// deliberately.
+void PlayingLayer::startMono(const QelMidiMessage& message, LayerOutput& engine, bool toggling) {
+    const StackedNote last = stack_.back();
+    if (toggling) {
+        toggledOn_.reset(static_cast<std::size_t>(last.note));
+        stack_.pop_back();
+        toggledOn_.set(static_cast<std::size_t>(message.getD1()));
+    } else {
+        stack_.back().place = {};
+        stack_.back().heard = false;
+    }
+    startStacked(message, engine);
+    QelMidiMessage noteOff = message;
+    noteOff.setToNoteOff();
+    noteOff.setD2(last.velocity);
+    end(noteOff, last, engine);
+}
+
+void PlayingLayer::endToggled(const QelMidiMessage& message, LayerOutput& engine) {
+    toggledOn_.reset(static_cast<std::size_t>(message.getD1()));
+    QelMidiMessage noteOff = message;
+    noteOff.setToNoteOff();
+    const auto i = findOnStack(message.getD1(), message.getInput(), message.getZone());
+    if (i == stack_.end()) {
+        endUnknown(noteOff, engine);
         return;
     }
-    const HeldBack heldBack = releaseForMono(message, toggling);
-    if (toggling) {
-        if (toggledOn_[key]) { // struck again
-            endToggled();
-        }
-        toggledOn_.set(key);
-    }
-    stack(message);
-    start(message, stack_.back(), engine);
-    // A mono layer without arpeggio starts the new note before it ends the old one: legato, deliberately.
-    if (heldBack.exists) {
-        end(heldBack.noteOff, heldBack.note, engine);
-    }
+    const StackedNote note = *i;
+    stack_.erase(i);
+    end(noteOff, note, engine);
 }
 
 void PlayingLayer::noteOff(const QelMidiMessage& message, LayerOutput& engine) {

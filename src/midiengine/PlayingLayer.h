@@ -6,6 +6,7 @@
 #include "midiengine/SoundingNotes.h"
 #include "values/QelMidiMessage.h"
 
+#include <array>
 #include <bitset>
 #include <cstdint>
 #include <vector>
@@ -44,24 +45,20 @@ private:
             return !place.exists() ? Beginning::none : heard ? Beginning::heard : Beginning::unheard;
         }
     };
-    // Ends a note after the next one has begun.
-    struct HeldBack {
-        QelMidiMessage noteOff;
-        StackedNote note;
-        bool exists = false;
-    };
-
     [[nodiscard]] bool takes(const QelMidiMessage& message) const;
     [[nodiscard]] bool route(QelMidiMessage& message, const LayerOutput& engine) const;
-    void stack(const QelMidiMessage& message);
     void start(QelMidiMessage message, StackedNote& note, LayerOutput& engine) const;
     void end(QelMidiMessage message, const StackedNote& note, LayerOutput& engine) const;
     void endUnknown(QelMidiMessage message, LayerOutput& engine) const;
-    [[nodiscard]] HeldBack releaseForMono(const QelMidiMessage& message, bool toggling);
+    void startStacked(const QelMidiMessage& message, LayerOutput& engine);
+    void startMono(const QelMidiMessage& message, LayerOutput& engine, bool toggling);
+    void endToggled(const QelMidiMessage& message, LayerOutput& engine);
     [[nodiscard]] std::vector<StackedNote>::iterator findOnStack(std::int8_t note, std::int8_t input, std::int8_t zone);
 
     Layers::Layer settings_;
-    std::vector<StackedNote> stack_; // in press order
+    std::array<std::int8_t, 128> noteOf_{};     // what the settings make of each note
+    std::array<std::int8_t, 128> velocityOf_{}; // and of each velocity
+    std::vector<StackedNote> stack_;            // in press order
     std::bitset<128> toggledOn_;
 };
 
