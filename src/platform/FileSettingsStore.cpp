@@ -55,6 +55,7 @@ std::optional<SettingsTree> SettingsFile::load() const {
     }
     const Result<std::string> text = readWholeFile(file_, maxSettingsBytes);
     if (!text) {
+        writeDebugOutput("Settings: " + text.fault().text());
         return {};
     }
     Result<SettingsTree> tree = parseSettings(text.value(), textOf(file_));
@@ -105,7 +106,11 @@ long SettingsFile::update(const std::function<bool(SettingsTree&)>& change) cons
     if (!change(*tree)) {
         return 0;
     }
-    return replaceFile(file_, formatSettings(*tree)) ? 0 : EIO;
+    const Outcome replaced = replaceFile(file_, formatSettings(*tree));
+    if (!replaced) {
+        writeDebugOutput("Settings: " + replaced.fault().text());
+    }
+    return replaced ? 0 : EIO;
 }
 
 class FileKey final : public SettingsKey {

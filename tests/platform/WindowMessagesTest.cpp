@@ -133,7 +133,9 @@ TEST(WindowMessages, EndpointsEndWithTheirThreadAlsoUnderPosters) {
     std::atomic<bool> done{false};
     Thread poster([&] {
         while (!done) {
-            static_cast<void>(postWindowMessage(current, {number, 0, 0}));
+            if (!postWindowMessage(current, {number, 0, 0})) {
+                sleepMilliseconds(0);
+            }
         }
     });
     poster.resume();

@@ -3,6 +3,7 @@
 #include "platform/PathText.h"
 #include "platform/TemporaryName.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -89,6 +90,34 @@ Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view c
         ::fsync(directory.number());
     }
     return success();
+}
+
+Result<std::string> readWholeFile(const std::filesystem::path& path, std::size_t maxBytes) {
+    const auto failed = [&path](int error) { return Fault{textOf(path), 0, std::generic_category().message(error)}; };
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat status {};
+    if (file.number() < 0 || ::fstat(file.number(), &status) != 0) {
+        return failed(errno);
+    }
+    // The size is a hint only: a file may grow, and devices report none.
+    constexpr std::size_t leastPiece = 64 * 1024;
+    const auto size = static_cast<std::size_t>(status.st_size);
+    std::string content;
+    for (std::size_t filled = 0;;) {
+        content.resize(filled + std::max(leastPiece, size > filled && size <= maxBytes ? size - filled + 1 : 0));
+        const ssize_t got = ::read(file.number(), content.data() + filled, content.size() - filled);
+        if (got < 0 && errno != EINTR) {
+            return failed(errno);
+        }
+        filled += static_cast<std::size_t>(std::max<ssize_t>(got, 0));
+        if (filled > maxBytes) {
+            return Fault{textOf(path), 0, "is bigger than " + std::to_string(maxBytes) + " bytes"};
+        }
+        if (got == 0) {
+            content.resize(filled);
+            return content;
+        }
+    }
 }
 
 struct FileLock::State {

@@ -77,6 +77,34 @@ Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view c
     return success();
 }
 
+Result<std::string> readWholeFile(const std::filesystem::path& path, std::size_t maxBytes) {
+    const auto failed = [&path](DWORD error) { return Fault{textOf(path), 0, textOfSystemError(error)}; };
+    // Not the standard streams: those keep others from replacing the file, and programs started meanwhile get the
+    // open file as an inheritance.
+    const Handle file(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.isValid()) {
+        return failed(GetLastError());
+    }
+    constexpr std::size_t piece = 256 * 1024;
+    std::string content;
+    for (std::size_t filled = 0;;) {
+        content.resize(filled + piece);
+        DWORD got = 0;
+        if (ReadFile(file.get(), content.data() + filled, static_cast<DWORD>(piece), &got, nullptr) == 0) {
+            return failed(GetLastError());
+        }
+        filled += got;
+        if (filled > maxBytes) {
+            return Fault{textOf(path), 0, "is bigger than " + std::to_string(maxBytes) + " bytes"};
+        }
+        if (got == 0) {
+            content.resize(filled);
+            return content;
+        }
+    }
+}
+
 struct FileLock::State {
     Handle file;
     bool isHeld = false;

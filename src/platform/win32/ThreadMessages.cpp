@@ -4,6 +4,7 @@
 #include "platform/win32/SharedGuard.h"
 
 #include <atomic>
+#include <memory>
 #include <unordered_map>
 
 namespace Platform {
@@ -13,10 +14,22 @@ using Count = std::atomic<std::size_t>;
 
 // How many messages wait in each thread's queue. The system has a limit of its own, which users may change and which
 // not every system keeps; and it makes queues for threads that never asked. Entries live as long as their threads.
+// Posters share a count with its thread, so that the lock is never held during a call of the system.
 SRWLOCK countsLock = SRWLOCK_INIT;
-std::unordered_map<DWORD, Count*>& counts() {
-    static auto& map = *new std::unordered_map<DWORD, Count*>; // outlives every thread
+using Counts = std::unordered_map<DWORD, std::shared_ptr<Count>>;
+Counts& counts() {
+    static auto& map = *new Counts; // outlives every thread
     return map;
+}
+// Never below 0: other code may post to a thread past us, and the thread's own quit message was not counted either.
+void countDown(Count& count) noexcept {
+    for (std::size_t seen = count; seen > 0 && !count.compare_exchange_weak(seen, seen - 1);) {
+    }
+}
+std::shared_ptr<Count> countOf(DWORD thread) noexcept {
+    const SharedGuard guard(countsLock);
+    const auto found = counts().find(thread);
+    return found == counts().end() ? nullptr : found->second;
 }
 
 // The calling thread's own count, listed while the thread lives and has asked for a queue.
@@ -35,18 +48,14 @@ public:
     void list() {
         if (!isListed_) {
             const ExclusiveGuard guard(countsLock);
-            counts().insert_or_assign(GetCurrentThreadId(), &count_);
+            counts().insert_or_assign(GetCurrentThreadId(), count_);
             isListed_ = true;
         }
     }
-    void taken() noexcept {
-        // Other code may post to the thread past us.
-        for (std::size_t seen = count_; seen > 0 && !count_.compare_exchange_weak(seen, seen - 1);) {
-        }
-    }
+    void taken() noexcept { countDown(*count_); }
 
 private:
-    Count count_{0};
+    std::shared_ptr<Count> count_ = std::make_shared<Count>(0);
     bool isListed_ = false;
 };
 
@@ -69,16 +78,13 @@ void noteThreadMessageTaken() noexcept {
 }
 
 bool postThreadMessage(ThreadId thread, const ThreadMessage& message) noexcept {
-    // While the lock is held the thread, and with it its count, cannot end.
-    const SharedGuard guard(countsLock);
-    const auto found = counts().find(thread);
-    if (found == counts().end()) {
+    const std::shared_ptr<Count> count = countOf(thread);
+    if (count == nullptr) {
         return false;
     }
-    Count& count = *found->second;
-    if (count.fetch_add(1) >= messageQueueCapacity ||
+    if (count->fetch_add(1) >= messageQueueCapacity ||
         PostThreadMessageA(thread, message.id, message.wParam, message.lParam) == 0) {
-        count.fetch_sub(1);
+        countDown(*count);
         return false;
     }
     return true;

@@ -14,10 +14,10 @@ namespace Platform {
 
 struct Thread::State {
     std::function<void()> body;
-    Handle handle;
     ThreadId id = 0;
     bool isResumed = false;
     bool isDiscarded = false; // read by the thread once it runs
+    Handle handle;            // last: creating the thread writes the id
 
     explicit State(std::function<void()> itsBody) : body(std::move(itsBody)), handle(create(this)) {}
 

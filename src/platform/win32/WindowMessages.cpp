@@ -13,7 +13,6 @@ namespace Platform {
 namespace {
 
 struct Endpoint {
-    HWND window = nullptr;
     DWORD owner = GetCurrentThreadId();
     std::function<void(const ThreadMessage&)> handler;
     std::function<void()> wake;
@@ -105,7 +104,6 @@ WindowHandle createWindowEndpoint(std::function<void(const ThreadMessage&)> hand
     if (window == nullptr) {
         throw std::system_error(static_cast<int>(GetLastError()), std::system_category());
     }
-    endpoint->window = window;
     own.push_back(window);
     const ExclusiveGuard guard(endpointsLock);
     endpoints().insert_or_assign(window, std::move(endpoint));
@@ -121,20 +119,22 @@ void destroyWindowEndpoint(WindowHandle handle) {
 }
 
 bool postWindowMessage(WindowHandle handle, const ThreadMessage& message) noexcept {
-    // While the lock is held the endpoint stays.
-    const SharedGuard guard(endpointsLock);
-    const auto found = endpoints().find(windowOf(handle));
-    if (found == endpoints().end() || !isWindowMessage(message.id)) {
+    const HWND window = windowOf(handle);
+    const auto endpoint = isWindowMessage(message.id) ? endpointOf(window) : nullptr;
+    if (endpoint == nullptr) {
         return false;
     }
-    Endpoint& endpoint = *found->second;
-    if (endpoint.waiting.fetch_add(1) >= messageQueueCapacity ||
-        PostMessageA(endpoint.window, message.id, message.wParam, message.lParam) == 0) {
-        endpoint.waiting.fetch_sub(1);
+    if (endpoint->waiting.fetch_add(1) >= messageQueueCapacity ||
+        PostMessageA(window, message.id, message.wParam, message.lParam) == 0) {
+        endpoint->waiting.fetch_sub(1);
         return false;
     }
-    if (endpoint.wake) {
-        endpoint.wake();
+    if (endpoint->wake) {
+        // Under the lock the endpoint stays, and with it what `wake` speaks to.
+        const SharedGuard guard(endpointsLock);
+        if (const auto found = endpoints().find(window); found != endpoints().end() && found->second == endpoint) {
+            endpoint->wake();
+        }
     }
     return true;
 }

@@ -43,6 +43,7 @@ public:
     }
 
     Interface* operator->() const noexcept { return object_; }
+    Interface& operator*() const noexcept { return *object_; }
     explicit operator bool() const noexcept { return object_ != nullptr; }
     // Where a call puts the reference it hands out.
     Interface** out() noexcept {
@@ -90,16 +91,16 @@ void require(HRESULT outcome) {
 
 using Node = ComPointer<IXMLDOMNode>;
 
-std::string nameOf(const Node& node) {
+std::string nameOf(IXMLDOMNode& node) {
     ComString name;
-    require(node->get_nodeName(name.out()));
+    require(node.get_nodeName(name.out()));
     return name.bytes();
 }
 
-std::string valueOf(const Node& node) {
+std::string valueOf(IXMLDOMNode& node) {
     VARIANT value;
     VariantInit(&value);
-    require(node->get_nodeValue(&value));
+    require(node.get_nodeValue(&value));
     std::string text;
     if (value.vt == VT_BSTR && value.bstrVal != nullptr) {
         text = bytesOf({value.bstrVal, SysStringLen(value.bstrVal)});
@@ -108,9 +109,9 @@ std::string valueOf(const Node& node) {
     return text;
 }
 
-void readAttributes(const Node& node, XmlElement& element) {
+void readAttributes(IXMLDOMNode& node, XmlElement& element) {
     ComPointer<IXMLDOMNamedNodeMap> attributes;
-    if (node->get_attributes(attributes.out()) != S_OK) {
+    if (node.get_attributes(attributes.out()) != S_OK) {
         return;
     }
     long count = 0;
@@ -118,25 +119,25 @@ void readAttributes(const Node& node, XmlElement& element) {
     for (long index = 0; index < count; ++index) {
         Node attribute;
         require(attributes->get_item(index, attribute.out()));
-        element.attributes.push_back({nameOf(attribute), valueOf(attribute)});
+        element.attributes.push_back({nameOf(*attribute), valueOf(*attribute)});
     }
 }
 
 // Takes the line of each element from the front of `line`.
-XmlElement elementOf(const Node& node, std::vector<int>::const_iterator& line) {
+XmlElement elementOf(IXMLDOMNode& node, std::vector<int>::const_iterator& line) {
     XmlElement element;
     element.name = nameOf(node);
     element.line = *line++;
     readAttributes(node, element);
     Node child;
-    require(node->get_firstChild(child.out()));
+    require(node.get_firstChild(child.out()));
     while (child) {
         DOMNodeType type = NODE_INVALID;
         require(child->get_nodeType(&type));
         if (type == NODE_ELEMENT) {
-            element.children.push_back(elementOf(child, line));
+            element.children.push_back(elementOf(*child, line));
         } else if (type == NODE_TEXT || type == NODE_CDATA_SECTION) {
-            element.text += valueOf(child);
+            element.text += valueOf(*child);
         }
         Node next;
         require(child->get_nextSibling(next.out()));
@@ -174,10 +175,8 @@ Result<XmlElement> parseCheckedXml(const CheckedXml& xml, const std::string& nam
         }
         ComPointer<IXMLDOMElement> root;
         require(document->get_documentElement(root.out()));
-        Node node;
-        require(root->QueryInterface(__uuidof(IXMLDOMNode), node.outUntyped()));
         auto line = xml.startLines.begin();
-        return elementOf(node, line);
+        return elementOf(*root, line);
     } catch (const ComFailure& failure) {
         char number[16];
         std::snprintf(number, sizeof(number), "%08lx", static_cast<unsigned long>(failure.outcome));
