@@ -120,7 +120,7 @@ void import(QelIF& qel, ImportOperation operation, std::intptr_t parameter) {
     (qel.*operation)(record->source, record->destination, record->owner);
 }
 
-// The parameters of a message carry neither of these.
+// What packing would lose: the control, the time, the host's time, the engine command.
 [[nodiscard]] bool needsCopy(const QelMidiMessage& message) {
     constexpr std::uint32_t lastCell = 15;
     const Cell control = message.getFromControl();
