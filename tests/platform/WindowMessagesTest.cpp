@@ -139,7 +139,7 @@ TEST(WindowMessages, EndpointsEndWithTheirThreadAlsoUnderPosters) {
         }
     });
     poster.resume();
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < 20; ++round) {
         Thread thread([&] {
             current = createWindowEndpoint([](const ThreadMessage&) {});
             EXPECT_TRUE(dispatchWindowMessages());

@@ -10,9 +10,15 @@ namespace {
 // Set by postQuitMessage. It is no message in the queue: it needs no room there and comes after what is there.
 thread_local constinit bool quitIsPosted = false;
 
+// The calling thread's queue once it has one: taking a message must not cost a look-up.
+thread_local constinit MessageQueue* knownQueue = nullptr;
+
 MessageQueue& ownQueue() {
-    createMessageQueue();
-    return threadQueues().queue(currentThreadId());
+    if (knownQueue == nullptr) {
+        createMessageQueue();
+        knownQueue = &threadQueues().queue(currentThreadId());
+    }
+    return *knownQueue;
 }
 
 } // namespace

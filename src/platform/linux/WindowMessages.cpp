@@ -79,7 +79,8 @@ void destroyWindowEndpoint(WindowHandle window) {
 
 bool postWindowMessage(WindowHandle window, const ThreadMessage& message) noexcept {
     const std::uint32_t id = idOf(window);
-    return handleOf(id) == window && id != 0 && isWindowMessage(message.id) && windowQueues.queue(id).post(id, message);
+    return handleOf(id) == window && id != 0 && isWindowMessage(message.id) &&
+           windowQueues.queue(id).postAndWake(id, message);
 }
 
 bool dispatchWindowMessages() {
