@@ -18,11 +18,17 @@ void PortSection::setOutputs(const std::vector<MidiOutputPort>& ports) {
 
 void PortSection::enableInput(int port, bool on) {
     settings_.setMidiInputEnabled(port, on);
+    for (std::size_t i = static_cast<std::size_t>(port) + 1; port >= 0 && i < inputs_.size(); ++i) {
+        settings_.setMidiInputEnabled(static_cast<int>(i), inputs_[i].enabled); // setting one forgot those above it
+    }
     engine_.postEnableMidiInput(port, on);
 }
 
 void PortSection::enableOutput(int port, bool on) {
     settings_.setMidiOutputEnabled(port, on);
+    for (std::size_t i = static_cast<std::size_t>(port) + 1; port >= 0 && i < outputs_.size(); ++i) {
+        settings_.setMidiOutputEnabled(static_cast<int>(i), outputs_[i].enabled);
+    }
     engine_.postEnableMidiOutput(port, on);
 }
 
