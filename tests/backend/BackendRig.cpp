@@ -85,6 +85,7 @@ std::string BackendRig::afterKey() {
 
 std::string BackendRig::writeFile(const std::string& name, const std::string& text) {
     const std::filesystem::path path = folder_.path() / name;
+    std::filesystem::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary) << text;
     return Platform::textOf(path);
 }
