@@ -259,7 +259,11 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
         playerRunning_ = true;
     }
     now_ = from;
-    pending_.drainInbox([this, to](const QelMidiMessage& message) { takeIn(message, to); });
+    // A tick may be run again after a slice that reached beyond it: what comes now must not overtake what came then.
+    const bool forward = from <= to && from >= sliceFrom_;
+    stamp_ = forward ? std::max(to, stamp_) : to;
+    sliceFrom_ = std::min(from, to);
+    pending_.drainInbox([this](const QelMidiMessage& message) { takeIn(message); });
     if (from <= to) {
         if ((to - from).count < MAX_TIME_SLICE && from < to) {
             pending_.catchUp(from);
@@ -286,7 +290,7 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
     now_ = noTicks;
 }
 
-void MidiEngine::takeIn(const QelMidiMessage& message, Ticks stamp) {
+void MidiEngine::takeIn(const QelMidiMessage& message) {
     if (message.isQelReset()) {
         reset();
         resetEvent_.signal();
@@ -297,7 +301,7 @@ void MidiEngine::takeIn(const QelMidiMessage& message, Ticks stamp) {
         pending_.schedule(message);
     } else {
         QelMidiMessage stamped = message;
-        stamped.setPpq(stamp);
+        stamped.setPpq(stamp_);
         pending_.schedule(stamped);
     }
 }

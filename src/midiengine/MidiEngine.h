@@ -74,8 +74,8 @@ public:
     // Time. ------------------------------------------------------------------------------------------------------
 
     // Plays the ticks from `from` up to `to` - 1; the first call marks the player as running. What was posted
-    // without a time is stamped with `to`, so an empty slice (t, t) takes in what is pending and plays nothing.
-    // [clock] without the engine lock
+    // without a time is stamped with `to`, so an empty slice (t, t) takes in what is pending and plays nothing; but
+    // never before what was stamped earlier, when a tick is run again. [clock] without the engine lock
     void playTimeSlice(Ticks from, Ticks to);
     // True while an arpeggio, a sequence or an oscillator acts on each tick. While it is false a tick may be run
     // again: it plays what has arrived for it since, and nothing twice. [clock]
@@ -125,7 +125,7 @@ private:
     }
     void followControl(const QelMidiMessage& message) override;
 
-    void takeIn(const QelMidiMessage& message, Ticks stamp);
+    void takeIn(const QelMidiMessage& message);
     void processPpq(Ticks ppq, Ticks earliest);
     void playNoteOn(QelMidiMessage& message);
     void playNoteOff(QelMidiMessage& message);
@@ -157,7 +157,9 @@ private:
     PendingEvents pending_;
     std::vector<EngineTap*> taps_;
     EngineTap* controlFollower_ = nullptr;
-    Ticks now_ = noTicks; // of the slice or tick that is being played
+    Ticks now_ = noTicks;       // of the slice or tick that is being played
+    Ticks sliceFrom_ = noTicks; // where the latest slice began
+    Ticks stamp_ = noTicks;     // of untimed events that are taken in
     Ticks startTime_ = noTicks;
 
     // Resets asked for by other threads: one at a time, so that each waiter is released by its own.

@@ -95,6 +95,31 @@ TEST(MidiEngineTimeTest, ATickThatIsRunAgainPlaysOnlyWhatHasArrived) {
     EXPECT_EQ(rig.takePlayed(), "8 0 90 61 1");
 }
 
+// Between the two slices of a tick the first event arrives, the second when the tick is run again.
+TEST(MidiEngineTimeTest, ATickThatIsRunAgainDoesNotLetLaterEventsOvertake) {
+    EngineRig rig;
+    rig.slice(7, 7);
+    rig.engine.addPending(eventOf("on 60 1"));
+    rig.slice(7, 8);
+    rig.engine.addPending(eventOf("off 60"));
+    rig.slice(7, 7);
+    rig.slice(7, 8);
+    rig.slice(8, 8);
+    rig.slice(8, 9);
+    EXPECT_EQ(rig.takePlayed(), "8 0 90 60 1; 8 0 80 60 64");
+    rig.engine.addPending(eventOf("on 61 1"));
+    rig.slice(1000, 1001);
+    rig.slice(1001, 500);
+    rig.engine.addPending(eventOf("off 61"));
+    rig.slice(500, 500);
+    rig.slice(500, 501);
+    EXPECT_EQ(rig.takePlayed(), "1001 0 90 61 1; 500 0 80 61 64");
+    rig.engine.addPending(eventOf("on 62 1")); // a clock that goes back without saying so
+    rig.slice(300, 300);
+    rig.slice(300, 301);
+    EXPECT_EQ(rig.takePlayed(), "300 0 90 62 1");
+}
+
 TEST(MidiEngineTimeTest, WhenTimeGoesBackNothingIsLostThatWasDue) {
     EngineRig rig;
     rig.engine.addPending({at(1009, "cc 1 1"), at(1010, "cc 2 1"), at(499, "cc 3 1"), at(700, "cc 4 1")});
