@@ -21,8 +21,9 @@ struct Fault {
 // A value or the fault that kept it from being.
 template <typename Value> class [[nodiscard]] Result final {
 public:
-    Result(Value value) : content_(std::move(value)) {}
-    Result(Fault fault) : content_(std::move(fault)) {}
+    // Both convert: functions return the value or the fault as it is.
+    Result(Value value) : content_(std::move(value)) {} // NOLINT(google-explicit-constructor)
+    Result(Fault fault) : content_(std::move(fault)) {} // NOLINT(google-explicit-constructor)
 
     [[nodiscard]] explicit operator bool() const noexcept { return content_.index() == 0; }
     // Only of a result that is true.

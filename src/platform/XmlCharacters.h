@@ -1,0 +1,11 @@
+// Which characters may stand where in an XML document: the productions of XML 1.0.
+#pragma once
+
+namespace Platform {
+
+[[nodiscard]] bool isXmlChar(char32_t value) noexcept;
+// Without the colon, which means namespaces.
+[[nodiscard]] bool isXmlNameStart(char32_t value) noexcept;
+[[nodiscard]] bool isXmlNameChar(char32_t value) noexcept;
+
+} // namespace Platform
