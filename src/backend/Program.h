@@ -22,6 +22,7 @@ struct Program {
     Zones::ZoneMap zones;
     // Sections that are merged into what is there when the program is installed; nothing: their built-in default.
     std::optional<Platform::XmlElement> computerInput;
+    std::optional<Platform::XmlElement> controls;
 };
 
 } // namespace Backend

@@ -13,6 +13,7 @@ void ProgramSection::apply(const Program& program) {
     layers_.set(program.layers);
     zones_.set(program.zones);
     program.computerInput ? keys_.read(*program.computerInput) : keys_.setDefault();
+    program.controls ? controls_.read(*program.controls) : controls_.setDefault();
     changeTempo(RelativeFixedValue::fixed(program.tempo));
     setTempoSource(program.tempoSource);
 }

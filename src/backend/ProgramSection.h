@@ -5,6 +5,7 @@
 #include "backend/Program.h"
 #include "backend/ZoneSection.h"
 #include "input/ComputerInputSection.h"
+#include "input/ControlSection.h"
 #include "midiengine/MidiEngineMessageManager.h"
 #include "platform/Result.h"
 #include "values/RelativeFixedValue.h"
@@ -22,9 +23,10 @@ class ProgramSection final {
 public:
     // All outlive the section.
     ProgramSection(MidiEngine::MidiEngineMessageManager& engine, LayerSection& layers, ZoneSection& zones,
-                   ComputerInput::ComputerInputSection& keys,
+                   ComputerInput::ComputerInputSection& keys, Controls::ControlSection& controls,
                    const std::function<void(const Platform::Fault&)>& reportFault)
-        : engine_(engine), layers_(layers), zones_(zones), keys_(keys), reportFault_(reportFault) {}
+        : engine_(engine), layers_(layers), zones_(zones), keys_(keys), controls_(controls), reportFault_(reportFault) {
+    }
 
     // Installs a program without a file of its own.
     void apply(const Program& program);
@@ -50,6 +52,7 @@ private:
     LayerSection& layers_;
     ZoneSection& zones_;
     ComputerInput::ComputerInputSection& keys_;
+    Controls::ControlSection& controls_;
     const std::function<void(const Platform::Fault&)>& reportFault_;
     std::vector<Program> bank_;
     int slot_ = 0;

@@ -1,6 +1,7 @@
 #include "backend/ProgramXml.h"
 
 #include "input/ComputerInputXml.h"
+#include "input/ControlXml.h"
 #include "midiengine/LayerXml.h"
 #include "midiengine/ZoneXml.h"
 #include "platform/PathText.h"
@@ -64,7 +65,7 @@ const ElementFormat& programFormat() {
             laterSection("Joystick", "What axes and buttons do."),
             ComputerInput::computerInputFormat(),
             laterSection("MidiInput", "What becomes of incoming MIDI messages."),
-            laterSection("Controls", "The controls on screen."),
+            Controls::controlsFormat(),
             Layers::layersFormat(),
             Zones::zonesFormat(),
         };
@@ -87,6 +88,9 @@ Program readProgram(const XmlElement& element) {
     }
     if (const XmlElement* computerInput = element.child("ComputerInput")) {
         program.computerInput = *computerInput;
+    }
+    if (const XmlElement* controls = element.child("Controls")) {
+        program.controls = *controls;
     }
     return program;
 }

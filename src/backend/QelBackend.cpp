@@ -43,9 +43,13 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
       zones_(engine_.getMessageManager()),
       keys_(*this, surroundings_.applicationData / "Computer Input Presets", surroundings_.reportFault),
       keyManager_(keys_, *this, master_),
-      programs_(engine_.getMessageManager(), layers_, zones_, keys_, surroundings_.reportFault) {
+      controls_(*this, engine_, surroundings_.applicationData / "Control Presets", surroundings_.reportFault,
+                [this] { return controlManager_.tryPostTakeIn(); }),
+      controlManager_(controls_, *this, master_),
+      programs_(engine_.getMessageManager(), layers_, zones_, keys_, controls_, surroundings_.reportFault) {
     master_.addMessageManager(messageManager_);
     master_.addMessageManager(keyManager_);
+    master_.addMessageManager(controlManager_);
     master_.start();
 }
 
@@ -68,6 +72,7 @@ void QelBackend::initialize() {
 void QelBackend::endInitialize() {
     ports_.applySettings();
     programs_.apply(Program{});
+    controls_.sendAutomatically();
 }
 
 void QelBackend::end() {
@@ -92,17 +97,6 @@ std::string QelBackend::getProgramText() {
 
 void QelBackend::setProgramText(const std::string&) {
     notBuilt();
-}
-
-// The window shows the controls and has the focus to give. The number is fixed.
-void QelBackend::setWidgetFocus(const SelectControlType& which) {
-    constexpr std::uint32_t setFocus = Platform::applicationMessage + 1205;
-    if (const Platform::WindowHandle window = getGuiWindowHandle()) {
-        const auto cell =
-            static_cast<std::uint32_t>(which.getCell().x) << 16 | static_cast<std::uint32_t>(which.getCell().y);
-        Platform::postWindowMessage(window, {setFocus, static_cast<std::uintptr_t>(which.getKind()),
-                                             static_cast<std::intptr_t>(static_cast<std::int32_t>(cell))});
-    }
 }
 
 void QelBackend::executeFunction(const std::string& xml) {

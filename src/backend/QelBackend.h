@@ -15,6 +15,8 @@
 #include "core/Trace.h"
 #include "input/ComputerInputMessageManager.h"
 #include "input/ComputerInputSection.h"
+#include "input/ControlMessageManager.h"
+#include "input/ControlSection.h"
 #include "midiengine/MidiEngine.h"
 
 #include <functional>
@@ -41,6 +43,7 @@ public:
     MessageManagerMaster& getMessageManagerMaster() override { return master_; }
     QelMessageManager& getQelMessageManager() override { return messageManager_; }
     MidiEngine::MidiEngine& getMidiEngine() override { return engine_; }
+    Controls::ControlMessageManager& getControlMessageManager() override { return controlManager_; }
     Gui::QelGuiIF* getGui() override { return nullptr; }
     Platform::WindowHandle getGuiWindowHandle() const override { return nullptr; }
     const RegistrySettings& getRegistrySettings() const override { return settings_; }
@@ -108,16 +111,20 @@ public:
 
     void playMidi(const MidiEngine::QelMidiMessage& message) override { engine_.postPlayMidi(message); }
 
-    void selectControl(const SelectControlType&) override { notBuilt(); }
-    void setWidgetFocus(const SelectControlType& which) override;
-    void changeControl(const SelectControlType&, const RelativeFixedValue&) override { notBuilt(); }
-    void sendControlData(const SelectControlType&) override { notBuilt(); }
-    void setControlValue(const Cell&, int) override { notBuilt(); }
-    void updateControl(const MidiEngine::QelMidiMessage&) override { notBuilt(); }
+    void selectControl(const SelectControlType& which) override { controls_.select(which); }
+    void setWidgetFocus(const SelectControlType& which) override { controls_.setFocus(which); }
+    void changeControl(const SelectControlType& which, const RelativeFixedValue& value) override {
+        controls_.change(which, value);
+    }
+    void sendControlData(const SelectControlType& which) override { controls_.send(which); }
+    void setControlValue(const Cell& cell, int value) override {
+        controls_.setValue(cell, value, Controls::ControlSection::Tell::window);
+    }
+    void updateControl(const MidiEngine::QelMidiMessage& message) override { controls_.update(message); }
 
     void loadComputerInputPreset(const std::string& name) override { keys_.loadPreset(name); }
     void loadMidiInputPreset(const std::string&) override { notBuilt(); }
-    void loadControlPreset(const std::string&) override { notBuilt(); }
+    void loadControlPreset(const std::string& name) override { controls_.loadPreset(name); }
     void loadJoystickInputPreset(const std::string&) override { notBuilt(); }
     void loadLayerPreset(const std::string&) override { notBuilt(); }
     void loadOscillatorPreset(const std::string&) override { notBuilt(); }
@@ -183,6 +190,8 @@ private:
     ZoneSection zones_;
     ComputerInput::ComputerInputSection keys_;
     ComputerInput::ComputerInputMessageManager keyManager_;
+    Controls::ControlSection controls_;
+    Controls::ControlMessageManager controlManager_;
     ProgramSection programs_;
 
     // From initialize() to end().

@@ -2,6 +2,7 @@
 
 #include "core/QelIF.h"
 #include "core/QelMessageManager.h"
+#include "input/ControlMessageManager.h"
 #include "values/Key.h"
 #include "values/RelativeFixedValue.h"
 
@@ -18,7 +19,7 @@ namespace {
 
 class Poster final {
 public:
-    Poster(QelMessageManager& backend, Ticks time) : backend_(backend), time_(time) {}
+    Poster(Backend::QelIF& qel, Ticks time) : qel_(qel), backend_(qel.getQelMessageManager()), time_(time) {}
 
     void operator()(const MidiArrives& midi) {
         if (!isSysEx(midi)) {
@@ -33,8 +34,8 @@ public:
             backend_.postKeyDown(key, moves.press == Press::repeat);
         }
     }
-    // The controls and the joysticks have no way in from outside yet: these move nothing.
-    void operator()(const ControlMoves&) {}
+    void operator()(const ControlMoves& moves) { qel_.getControlMessageManager().postMove(moves.cell, moves.value); }
+    // The joysticks have no way in from outside yet: these move nothing.
     void operator()(const AxisMoves&) {}
     void operator()(const ButtonMoves&) {}
     void operator()(const ExecuteFunction& function) { backend_.postExecuteFunction(function.xml); }
@@ -48,6 +49,7 @@ public:
     void operator()(const EndOfPerformance&) {}
 
 private:
+    Backend::QelIF& qel_;
     QelMessageManager& backend_;
     Ticks time_;
 };
@@ -67,7 +69,7 @@ QelMidiMessage incomingMessage(const MidiArrives& midi, Ticks time) {
 }
 
 void postEvent(const PerformanceEvent& event, Backend::QelIF& qel, Ticks time) {
-    std::visit(Poster(qel.getQelMessageManager(), time), event.what);
+    std::visit(Poster(qel, time), event.what);
 }
 
 } // namespace Host

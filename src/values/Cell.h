@@ -18,6 +18,14 @@ struct Cell {
     [[nodiscard]] static Cell fromText(std::string_view text) noexcept;
     [[nodiscard]] std::string toXmlString() const;
 
+    // For a message: x in bits 16..31, y in 0..15; coordinates of -1..32767 travel.
+    [[nodiscard]] std::uint32_t getPacked() const noexcept {
+        return static_cast<std::uint32_t>(x) << 16 | (static_cast<std::uint32_t>(y) & 0xFFFF);
+    }
+    [[nodiscard]] static Cell fromPacked(std::uint32_t packed) noexcept {
+        return {static_cast<std::int16_t>(packed >> 16), static_cast<std::int16_t>(packed)};
+    }
+
     friend auto operator<=>(const Cell&, const Cell&) = default;
 };
 

@@ -137,6 +137,7 @@ public:
     Backend::MessageManagerMaster& getMessageManagerMaster() override { return missing<Backend::MessageManagerMaster>(); }
     Backend::QelMessageManager& getQelMessageManager() override { return missing<Backend::QelMessageManager>(); }
     Backend::MidiEngine::MidiEngine& getMidiEngine() override { return missing<Backend::MidiEngine::MidiEngine>(); }
+    Backend::Controls::ControlMessageManager& getControlMessageManager() override { return missing<Backend::Controls::ControlMessageManager>(); }
     Gui::QelGuiIF* getGui() override { return createdGui; }
     Window getGuiWindowHandle() const override { return nullptr; }
     const Backend::RegistrySettings& getRegistrySettings() const override { return missing<Backend::RegistrySettings>(); }
