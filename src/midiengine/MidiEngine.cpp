@@ -259,11 +259,11 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
         playerRunning_ = true;
     }
     now_ = from;
-    // A tick may be run again after a slice that reached beyond it: what comes now must not overtake what came then.
-    const bool forward = from <= to && from >= sliceFrom_;
-    stamp_ = forward ? std::max(to, stamp_) : to;
+    if (to < from || from < sliceFrom_) { // time goes back
+        lastStamp_ = noTicks;
+    }
     sliceFrom_ = std::min(from, to);
-    pending_.drainInbox([this](const QelMidiMessage& message) { takeIn(message); });
+    pending_.drainInbox([this, to](const QelMidiMessage& message) { takeIn(message, std::max(to, lastStamp_)); });
     if (from <= to) {
         if ((to - from).count < MAX_TIME_SLICE && from < to) {
             pending_.catchUp(from);
@@ -290,7 +290,7 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
     now_ = noTicks;
 }
 
-void MidiEngine::takeIn(const QelMidiMessage& message) {
+void MidiEngine::takeIn(const QelMidiMessage& message, Ticks stamp) {
     if (message.isQelReset()) {
         reset();
         resetEvent_.signal();
@@ -301,7 +301,8 @@ void MidiEngine::takeIn(const QelMidiMessage& message) {
         pending_.schedule(message);
     } else {
         QelMidiMessage stamped = message;
-        stamped.setPpq(stamp_);
+        stamped.setPpq(stamp);
+        lastStamp_ = stamp; // a tick that is run again must not let what comes then overtake this
         pending_.schedule(stamped);
     }
 }

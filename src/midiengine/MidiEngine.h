@@ -125,7 +125,7 @@ private:
     }
     void followControl(const QelMidiMessage& message) override;
 
-    void takeIn(const QelMidiMessage& message);
+    void takeIn(const QelMidiMessage& message, Ticks stamp);
     void processPpq(Ticks ppq, Ticks earliest);
     void playNoteOn(QelMidiMessage& message);
     void playNoteOff(QelMidiMessage& message);
@@ -159,7 +159,7 @@ private:
     EngineTap* controlFollower_ = nullptr;
     Ticks now_ = noTicks;       // of the slice or tick that is being played
     Ticks sliceFrom_ = noTicks; // where the latest slice began
-    Ticks stamp_ = noTicks;     // of untimed events that are taken in
+    Ticks lastStamp_ = noTicks; // of the latest untimed event since time went back
     Ticks startTime_ = noTicks;
 
     // Resets asked for by other threads: one at a time, so that each waiter is released by its own.
