@@ -14,7 +14,6 @@ namespace Host {
 
 namespace {
 
-constexpr std::size_t batchSize = 4096;
 constexpr std::int32_t longestSlice = Backend::MidiEngine::MidiEngine::MAX_TIME_SLICE - 1;
 // How often the tail asks whether it is over: what is silent then stays so, so that the result does not depend on it.
 constexpr std::int32_t tailSlice = 240;
@@ -31,9 +30,9 @@ struct Renderer::Batch {
     Backend::Barrier barrier;
 };
 
-Renderer::Renderer(Backend::QelIF& qel, OfflinePlayer& player, Batching batching)
-    : qel_(qel), player_(player), engine_(qel.getMidiEngine()), batching_(batching) {
-    messages_.reserve(batchSize);
+Renderer::Renderer(Backend::QelIF& qel, OfflinePlayer& player, std::size_t batch)
+    : qel_(qel), player_(player), engine_(qel.getMidiEngine()), batchSize_(batch) {
+    messages_.reserve(batchSize_);
 }
 
 Renderer::~Renderer() = default;
@@ -54,7 +53,7 @@ void Renderer::play(Performance& performance, std::int32_t tail) {
         }
         if (std::holds_alternative<MidiArrives>(event.what)) {
             ++incomingMessages_;
-            if (batching_ == Batching::on) {
+            if (batchSize_ > 0) {
                 addToBatch(event);
                 continue;
             }
@@ -77,7 +76,7 @@ void Renderer::addToBatch(const PerformanceEvent& event) {
         return;
     }
     messages_.push_back(incomingMessage(midi, engineTime(event.tick)));
-    if (messages_.size() == batchSize) {
+    if (messages_.size() == batchSize_) {
         handInBatch();
     }
 }
@@ -88,7 +87,7 @@ void Renderer::handInBatch() {
     batch->lastTick = (messages_.back().getPpq() - Backend::engineTimeOrigin).count;
     auto& backend = qel_.getQelMessageManager();
     std::vector<Backend::MidiEngine::QelMidiMessage> next;
-    next.reserve(batchSize);
+    next.reserve(batchSize_);
     messages_.swap(next);
     backend.postProcessMidiInputEvents(std::move(next));
     if (!backend.postBarrier(batch->barrier)) {

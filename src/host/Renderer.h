@@ -5,6 +5,7 @@
 #include "values/QelMidiMessage.h"
 #include "values/Ticks.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -29,10 +30,11 @@ class OfflinePlayer;
 // handed in many at once, stamped, and the slices up to the last of them run while the next ones are on their way.
 class Renderer final {
 public:
-    enum class Batching { on, off };
+    static constexpr std::size_t usualBatch = 4096;
 
-    // The backend is initialised, plays to `player`, and has seen no slice; both outlive the renderer.
-    Renderer(Backend::QelIF& qel, OfflinePlayer& player, Batching batching = Batching::on);
+    // The backend is initialised, plays to `player`, and has seen no slice; both outlive the renderer. `batch`: how
+    // many messages are handed in at once at most; with 0 each is handed in and waited for like any other event.
+    Renderer(Backend::QelIF& qel, OfflinePlayer& player, std::size_t batch = usualBatch);
     ~Renderer();
 
     // Plays the performance and what follows it: until nothing is held, playing or scheduled, for `tail` ticks at
@@ -61,7 +63,7 @@ private:
     Backend::QelIF& qel_;
     OfflinePlayer& player_;
     Backend::MidiEngine::MidiEngine& engine_;
-    Batching batching_;
+    std::size_t batchSize_;
     std::int32_t now_ = 0; // the first tick that was not played
     int tempo_ = 0;        // as the sink knows it
     std::uint64_t incomingMessages_ = 0;

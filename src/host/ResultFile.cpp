@@ -1,9 +1,10 @@
 #include "host/ResultFile.h"
 
+#include "platform/TemporaryName.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <random>
 #include <system_error>
 
 namespace Host {
@@ -12,11 +13,6 @@ namespace fs = std::filesystem;
 using Platform::Outcome;
 
 namespace {
-
-std::string randomName() {
-    std::random_device random;
-    return std::to_string(random()) + std::to_string(random());
-}
 
 std::string errorText(int error) {
     return error == 0 ? std::string("unknown error") : std::generic_category().message(error);
@@ -44,7 +40,8 @@ Outcome ResultFile::open() {
             return fault("is a folder");
         }
         const bool isSpecial = fs::exists(status) && !fs::is_regular_file(status);
-        written_ = isSpecial ? target_ : besideName("part");
+        target_ = isSpecial ? target_ : Platform::resolvedTarget(target_);
+        written_ = isSpecial ? target_ : temporaryName();
         errno = 0;
         file_.open(written_, std::ios::binary | std::ios::trunc);
         if (!file_) {
@@ -98,10 +95,8 @@ Outcome ResultFile::commit() {
     return Platform::success();
 }
 
-fs::path ResultFile::besideName(const std::string& suffix) const {
-    fs::path beside = target_;
-    beside.replace_filename("." + target_.filename().string() + "." + randomName() + "." + suffix);
-    return beside;
+fs::path ResultFile::temporaryName() const {
+    return Platform::temporaryNameBeside(target_);
 }
 
 Platform::Fault ResultFile::fault(const std::string& reason) const {

@@ -11,8 +11,8 @@
 
 namespace Host {
 
-// Written beside its target and put in the target's place at the end. A target that exists and is no regular file
-// (a device, a pipe) is written directly; "-" is standard output. Used by one thread.
+// Written beside its target and put in the target's place at the end, where a link leads. A target that exists and is
+// no regular file (a device, a pipe) is written directly; "-" is standard output. Used by one thread.
 class ResultFile final {
 public:
     explicit ResultFile(const std::string& target);
@@ -29,8 +29,8 @@ public:
     // Writes all to the target's place; nothing can be written afterwards.
     [[nodiscard]] Platform::Outcome commit();
 
-    // A name for another file beside the one that is written, to be removed by who uses it.
-    [[nodiscard]] std::filesystem::path besideName(const std::string& suffix) const;
+    // A name for an intermediate file beside the target, to be removed by who uses it.
+    [[nodiscard]] std::filesystem::path temporaryName() const;
 
 private:
     [[nodiscard]] bool isStandardOutput() const noexcept { return name_ == "-"; }

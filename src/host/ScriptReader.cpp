@@ -1,7 +1,7 @@
 #include "host/ScriptReader.h"
 
 #include "host/ScriptLine.h"
-#include "host/Utf8.h"
+#include "platform/Utf8.h"
 
 namespace Host {
 
@@ -32,7 +32,7 @@ Platform::Result<std::optional<PerformanceEvent>> ScriptReader::readLine(std::st
     if (line.size() > longestScriptLine) {
         return fault("a line of more than " + std::to_string(longestScriptLine) + " bytes");
     }
-    if (!isUtf8(line)) {
+    if (!Platform::isUtf8(line)) {
         return fault("not UTF-8");
     }
     const std::string_view text = withoutComment(line);

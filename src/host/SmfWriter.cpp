@@ -44,7 +44,7 @@ Outcome SmfWriter::open() {
         return opened;
     }
     for (const std::string& outputName : outputNames_) {
-        tracks_.push_back(std::make_unique<Track>(file_.besideName("track")));
+        tracks_.push_back(std::make_unique<Track>(file_.temporaryName()));
         tracks_.back()->content.addMeta(0, trackNameMeta, outputName);
     }
     return Platform::success();

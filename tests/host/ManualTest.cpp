@@ -22,7 +22,7 @@ TEST(Manual, TellsWhatTheProgramCan) {
     manual = std::regex_replace(manual, std::regex(R"(\\-)"), "-");
     std::set<std::string> options = {"--help"};
     for (const std::string& verb : matches(runTembrel({"--help"}).output, R"(\n  ([a-z]+) )")) {
-        EXPECT_TRUE(std::regex_search(manual, std::regex("\n\\.BI? " + verb + "\\b"))) << verb;
+        EXPECT_TRUE(std::regex_search(manual, std::regex("\n\\.B[IR]? " + verb + "\\b"))) << verb;
         options.merge(matches(runTembrel({verb, "--help"}).output, R"((--[a-z-]+))"));
     }
     EXPECT_EQ(matches(manual, R"((--[a-z][a-z-]*))"), options);

@@ -37,7 +37,7 @@ TEST(Renderer, ResetsEndWhatSoundsInTheirTick) {
 
 TEST(Renderer, PlaysTheTickOfTheLastLineWhateverTheTail) {
     for (const int tail : {0, 1, 7680}) {
-        EXPECT_EQ(renderScript("7 midi 0 0x90 60 1", {}, Renderer::Batching::on, tail), "7 0 90 60 1\n") << tail;
+        EXPECT_EQ(renderScript("7 midi 0 0x90 60 1", {}, Renderer::usualBatch, tail), "7 0 90 60 1\n") << tail;
     }
 }
 
@@ -68,30 +68,33 @@ std::string randomScript(RandomCases& random) {
     return script.str();
 }
 
-// Handed in one by one or by the thousand, played once or twice: the same bytes.
-TEST(Renderer, GivesTheSameWithAndWithoutBatches) {
+// Handed in one by one, in small batches with the next one on its way, or all at once: the same bytes.
+TEST(Renderer, GivesTheSameWhateverTheBatches) {
     RandomCases random;
-    for (int round = 0; round < 40; ++round) {
+    for (int round = 0; round < 15; ++round) {
         const std::string script = randomScript(random);
         const std::string program = random.number(0, 1) == 0 ? "" : layeredProgram;
-        const std::string exact = renderScript(script, program, Renderer::Batching::off);
-        ASSERT_EQ(renderScript(script, program, Renderer::Batching::on), exact) << script;
+        const std::string exact = renderScript(script, program, 0);
+        for (const std::size_t batch : {std::size_t{1}, random.number<std::size_t>(2, 50), Renderer::usualBatch}) {
+            ASSERT_EQ(renderScript(script, program, batch), exact) << "in batches of " << batch << '\n' << script;
+        }
     }
 }
 
+// Batches of the usual size, many of them, against smaller ones.
 TEST(Renderer, GivesTheSameOverManyBatches) {
     RandomCases random;
     std::string script;
     int tick = 0;
-    for (int count = 0; count < 10'000; ++count) {
+    for (int count = 0; count < 30'000; ++count) {
         tick += random.number(0, 3) == 0 ? random.number(0, 3) : 0;
         script += std::to_string(tick) + " midi 0 " + std::to_string(random.number(0, 1) == 0 ? 0x80 : 0x90) + ' ' +
                   std::to_string(random.number(0, 127)) + " 64\n";
     }
     const std::string batched = renderScript(script, layeredProgram);
-    EXPECT_GT(batched.size(), 50'000U);
-    EXPECT_EQ(batched, renderScript(script, layeredProgram, Renderer::Batching::on));
-    EXPECT_EQ(batched, renderScript(script, layeredProgram, Renderer::Batching::off));
+    EXPECT_GT(batched.size(), 100'000U);
+    EXPECT_EQ(batched, renderScript(script, layeredProgram));
+    EXPECT_EQ(batched, renderScript(script, layeredProgram, 100));
 }
 
 } // namespace

@@ -36,7 +36,7 @@ template <typename Port> std::vector<Port> ports(int count) {
 
 } // namespace
 
-std::string renderScript(const std::string& script, const std::string& program, Renderer::Batching batching, int tail) {
+std::string renderScript(const std::string& script, const std::string& program, std::size_t batch, int tail) {
     auto performance = PerformanceScript::open(script, "script", 2);
     if (!performance) {
         throw std::invalid_argument(performance.fault().text());
@@ -55,7 +55,7 @@ std::string renderScript(const std::string& script, const std::string& program, 
         !started) {
         throw std::invalid_argument(started.fault().text());
     }
-    Renderer(session.qel(), player, batching).render(*performance.value(), tail);
+    Renderer(session.qel(), player, batch).render(*performance.value(), tail);
     return sink.text;
 }
 

@@ -3,13 +3,13 @@
 
 #include "host/Renderer.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
 // The event list of a script, rendered with two inputs and three outputs.
 [[nodiscard]] std::string renderScript(const std::string& script, const std::string& program = {},
-                                       Host::Renderer::Batching batching = Host::Renderer::Batching::on,
-                                       int tail = 7680);
+                                       std::size_t batch = Host::Renderer::usualBatch, int tail = 7680);
 
 // Runs the command line as the program would; gives the exit code and what went to standard error and output.
 struct ProgramRun {
