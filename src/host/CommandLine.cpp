@@ -1,6 +1,8 @@
 #include "host/CommandLine.h"
 
 #include "host/Command.h"
+#include "host/MonitorCommand.h"
+#include "host/PortsCommand.h"
 #include "host/RenderCommand.h"
 #include "host/RunCommand.h"
 #include "platform/StandardStreams.h"
@@ -30,6 +32,8 @@ Commands addCommands(CLI::App& commandLine) {
     Commands commands;
     commands.push_back(std::make_unique<RunCommand>(commandLine));
     commands.push_back(std::make_unique<RenderCommand>(commandLine));
+    commands.push_back(std::make_unique<PortsCommand>(commandLine));
+    commands.push_back(std::make_unique<MonitorCommand>(commandLine));
     return commands;
 }
 
@@ -92,6 +96,7 @@ int runCommandLine(int argc, const char* const* argv) {
     try {
         const MainThread mainThread;
         CLI::App commandLine("Tembrel 3, a software MIDI controller. Without a verb: run.", "tembrel");
+        commandLine.allow_windows_style_options(false); // a path may begin with a slash
         commandLine.set_version_flag("--version", "Tembrel 3.2");
         commandLine.require_subcommand(1);
         const Commands commands = addCommands(commandLine);

@@ -10,8 +10,8 @@
 
 namespace Host {
 
-// A fault when no server answers within `patience`, or there is no port for a wish; at once where there is no JACK.
-// [main]
+// Null when no server answers within `patience`, at once where there is none, or no JACK. A fault when there is no port
+// for a wish. [main]
 [[nodiscard]] Platform::Result<std::unique_ptr<MidiSystem>> openJack(const PortWishes& wishes,
                                                                      std::chrono::nanoseconds patience);
 

@@ -60,11 +60,12 @@ bool isRtMidi(MidiSystemKind kind) {
 Result<FoundMidiSystem> openAsked(MidiSystemKind kind, const PortWishes& wishes) {
     switch (kind) {
     case MidiSystemKind::jack:
-        if (auto system = openJack(wishes, patienceWhenAsked)) {
-            return found(std::move(system.value()));
-        } else {
+        if (auto system = openJack(wishes, patienceWhenAsked); !system) {
             return system.fault();
+        } else if (system.value()) {
+            return found(std::move(system.value()));
         }
+        return Fault{{}, 0, "there is no JACK server that answers"};
     case MidiSystemKind::alsa:
     case MidiSystemKind::winmm:
         if (!isRtMidi(kind)) {
@@ -82,9 +83,10 @@ Result<FoundMidiSystem> openAsked(MidiSystemKind kind, const PortWishes& wishes)
 
 // The fault of a system that is there but cannot meet a wish is the user's to hear; one that is not there is passed.
 Result<FoundMidiSystem> openFirst(const PortWishes& wishes) {
-    if (auto system = openJack({}, patienceWhenLooking)) {
-        system.value().reset();
-        return openAsked(MidiSystemKind::jack, wishes);
+    if (auto jack = openJack(wishes, patienceWhenLooking); !jack) {
+        return jack.fault();
+    } else if (jack.value()) {
+        return found(std::move(jack.value()));
     }
     Result<std::unique_ptr<RtMidiSystem>> system = Fault{};
     if (rtMidiHost().isThere()) {
@@ -100,6 +102,19 @@ Result<FoundMidiSystem> openFirst(const PortWishes& wishes) {
 
 Result<FoundMidiSystem> findMidiSystem(std::optional<MidiSystemKind> asked, const PortWishes& wishes) {
     return asked ? openAsked(*asked, wishes) : openFirst(wishes);
+}
+
+std::vector<std::unique_ptr<MidiSystem>> findMidiSystems(const PortWishes& wishes) {
+    std::vector<std::unique_ptr<MidiSystem>> systems;
+    if (auto jack = openJack(wishes, patienceWhenAsked); jack && jack.value()) {
+        systems.push_back(std::move(jack.value()));
+    }
+    if (rtMidiHost().isThere()) {
+        if (auto system = RtMidiSystem::open(wishes)) {
+            systems.push_back(std::move(system.value()));
+        }
+    }
+    return systems;
 }
 
 } // namespace Host

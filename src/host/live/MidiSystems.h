@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Host {
 
@@ -23,5 +24,8 @@ struct FoundMidiSystem {
 // made, then none. A fault when the one asked for is missing or a wish cannot be met. [main]
 [[nodiscard]] Platform::Result<FoundMidiSystem> findMidiSystem(std::optional<MidiSystemKind> asked,
                                                                const PortWishes& wishes);
+
+// Every system that answers. [main]
+[[nodiscard]] std::vector<std::unique_ptr<MidiSystem>> findMidiSystems(const PortWishes& wishes);
 
 } // namespace Host

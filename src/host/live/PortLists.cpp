@@ -40,12 +40,12 @@ Platform::Outcome checkWishes(const std::vector<std::string>& names, const std::
 } // namespace
 
 bool PortArrangement::wantsInput(const std::string& name) const {
-    return name == ownPort || wishes.everyInput ||
-           (wishes.inputs.empty() ? opensDevices : isNamed(name, wishes.inputs));
+    return !wishes.onlyList && (name == ownPort || wishes.everyInput ||
+                                (wishes.inputs.empty() ? opensDevices : isNamed(name, wishes.inputs)));
 }
 
 bool PortArrangement::wantsOutput(const std::string& name) const {
-    return wishes.anyOutput && (name == ownPort || isNamed(name, wishes.outputs));
+    return wishes.anyOutput && !wishes.onlyList && (name == ownPort || isNamed(name, wishes.outputs));
 }
 
 Platform::Outcome PortArrangement::arrange(PortRoster& inputs, const std::vector<std::string>& inputNames,
@@ -59,7 +59,7 @@ Platform::Outcome PortArrangement::arrange(PortRoster& inputs, const std::vector
     update(inputs, inOrder(inputNames, wishes.inputs, ownPort), outputs, inOrder(outputNames, wishes.outputs, ownPort));
     // Where no port is our own, the program still is to be heard somewhere.
     const auto& ports = outputs.ports();
-    if (wishes.anyOutput && opensDevices && !ports.empty() &&
+    if (wishes.anyOutput && !wishes.onlyList && opensDevices && !ports.empty() &&
         std::none_of(ports.begin(), ports.end(), [](const PortRoster::Port& port) { return port.wanted; })) {
         const auto named = std::find_if(ports.begin(), ports.end(),
                                         [](const PortRoster::Port& port) { return isNamed(port.name, {"Tembrel"}); });

@@ -10,6 +10,9 @@
 
 namespace Host {
 
+// What our own ports are called in the lists.
+inline constexpr const char* ownPortName = "Tembrel";
+
 // What the user named comes first, in the order of naming, so that port 0 is the one that was asked for; then our own
 // port, then the rest. Without a wish our own output and, where `opensDevices`, all inputs and one output are wanted.
 struct PortArrangement {

@@ -17,7 +17,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr std::chrono::nanoseconds betweenLooks = 500ms;
-constexpr const char* ownPort = "Tembrel";
 
 // With a callback RtMidi neither throws after construction nor prints.
 void ignoreError(RtMidiError::Type, const std::string&, void*) {}
@@ -66,11 +65,11 @@ std::vector<std::string> numberedNames(RtMidi& lister, const std::string& client
     return names;
 }
 
-std::vector<std::string> listedNames(RtMidi& lister, const std::string& client) {
-    std::vector<std::string> names = numberedNames(lister, client);
+std::vector<std::string> listedNames(RtMidi& lister, const PortWishes& wishes) {
+    std::vector<std::string> names = numberedNames(lister, wishes.clientName);
     names.erase(std::remove(names.begin(), names.end(), std::string{}), names.end());
-    if (rtMidiHost().virtualPorts) {
-        names.insert(names.begin(), ownPort);
+    if (rtMidiHost().virtualPorts && !wishes.onlyList) {
+        names.insert(names.begin(), ownPortName);
     }
     return names;
 }
@@ -84,8 +83,8 @@ int repetition(const PortRoster& roster, int place) {
 
 // Opens the port of that name; the n-th of equal names.
 bool openNamed(RtMidi& port, RtMidi& lister, const std::string& client, const std::string& name, int n) {
-    if (rtMidiHost().virtualPorts && name == ownPort) {
-        port.openVirtualPort(ownPort);
+    if (rtMidiHost().virtualPorts && name == ownPortName) {
+        port.openVirtualPort(ownPortName);
         return true; // RtMidi does not say
     }
     const std::vector<std::string> names = numberedNames(lister, client);
@@ -139,9 +138,17 @@ std::unique_ptr<Clock> RtMidiSystem::createClock(ClockedEngine& engine) {
 }
 
 Platform::Outcome RtMidiSystem::listFirst() {
-    PortArrangement arrangement{wishes_, rtMidiHost().virtualPorts ? ownPort : "", true};
-    const auto arranged = arrangement.arrange(inputs_, listedNames(*inputLister_, wishes_.clientName), outputs_,
-                                              listedNames(*outputLister_, wishes_.clientName));
+    if (wishes_.connect) {
+        const std::vector<std::string> names = listedNames(*outputLister_, wishes_);
+        const auto synthesizer = std::find_if(names.begin(), names.end(), looksLikeSynthesizer);
+        if (synthesizer == names.end()) {
+            return Platform::Fault{{}, 0, "there is no synthesizer to connect to"};
+        }
+        wishes_.outputs.insert(wishes_.outputs.begin(), *synthesizer);
+    }
+    PortArrangement arrangement{wishes_, rtMidiHost().virtualPorts ? ownPortName : "", true};
+    const auto arranged = arrangement.arrange(inputs_, listedNames(*inputLister_, wishes_), outputs_,
+                                              listedNames(*outputLister_, wishes_));
     if (!arranged) {
         return arranged;
     }
@@ -189,9 +196,9 @@ void RtMidiSystem::watch() {
 void RtMidiSystem::look() {
     bool changed = false;
     try {
-        const std::vector<std::string> inputs = listedNames(*inputLister_, wishes_.clientName);
-        const std::vector<std::string> outputs = listedNames(*outputLister_, wishes_.clientName);
-        const PortArrangement arrangement{wishes_, rtMidiHost().virtualPorts ? ownPort : "", true};
+        const std::vector<std::string> inputs = listedNames(*inputLister_, wishes_);
+        const std::vector<std::string> outputs = listedNames(*outputLister_, wishes_);
+        const PortArrangement arrangement{wishes_, rtMidiHost().virtualPorts ? ownPortName : "", true};
         const std::lock_guard lock(mutex_);
         changed = arrangement.update(inputs_, inputs, outputs_, outputs);
     } catch (const std::exception&) { // the next look may go better

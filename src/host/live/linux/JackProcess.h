@@ -33,6 +33,7 @@ public:
     void connect(jack_client_t* client, std::uint32_t connection);
     // The client is gone or about to be closed. [watcher]
     void disconnect();
+    [[nodiscard]] jack_client_t* client() const noexcept { return client_.load(); } // [any]
     // One period. [process]
     void process(jack_nframes_t frames) noexcept;
 

@@ -3,9 +3,11 @@
 #include "host/live/PeriodClock.h"
 #include "host/live/PortLists.h"
 #include "host/live/linux/JackLibrary.h"
+#include "platform/Clocks.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cerrno>
+#include <cstdlib>
 
 namespace Host {
 
@@ -14,15 +16,13 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr std::chrono::nanoseconds betweenTries = 1s;
+// When a look left something open. A client that has just registered a port lets nobody connect to it yet.
+constexpr std::chrono::nanoseconds betweenLooks = 50ms;
+constexpr std::chrono::nanoseconds hidingTime = 100ms;
 constexpr std::chrono::nanoseconds reopenPatience = 1s;
 constexpr std::chrono::nanoseconds closePatience = 500ms;
-constexpr const char* ownPort = "Tembrel";
 // Farther than this from the clock, a frame cannot be told apart from one of another server.
 constexpr std::int32_t plausibleTicks = 5000;
-
-struct NameListDeleter {
-    void operator()(const char** names) const { jack_free(names); }
-};
 
 // A port name may hold no colon and has an end.
 std::string portNameFor(const char* prefix, const std::string& foreign) {
@@ -41,12 +41,12 @@ JackSystem::~JackSystem() {
 
 Platform::Result<std::unique_ptr<JackSystem>> JackSystem::open(const PortWishes& wishes,
                                                                std::chrono::nanoseconds patience) {
-    const auto client = openJackClient(wishes.clientName, patience);
-    if (!client) {
-        return client.fault();
+    jack_client_t* const client = openJackClient(wishes.clientName, patience);
+    if (client == nullptr) {
+        return std::unique_ptr<JackSystem>{};
     }
     std::unique_ptr<JackSystem> system(new JackSystem(wishes));
-    system->attach(client.value());
+    system->attach(client);
     if (const auto looked = system->lookFirst(); !looked) {
         return looked.fault();
     }
@@ -81,7 +81,15 @@ void JackSystem::attach(jack_client_t* client) {
         },
         this);
     jack_set_port_registration_callback(
-        client, [](jack_port_id_t, int, void* data) { static_cast<JackSystem*>(data)->wake_.signal(); }, this);
+        client,
+        [](jack_port_id_t id, int registered, void* data) {
+            auto* const system = static_cast<JackSystem*>(data);
+            if (registered == 0) {
+                system->neighbours_.unregistered(jack_port_by_id(system->process_->client(), id));
+            }
+            system->wake_.signal();
+        },
+        this);
     jack_set_port_rename_callback(
         client,
         [](jack_port_id_t, const char*, const char*, void* data) { static_cast<JackSystem*>(data)->wake_.signal(); },
@@ -92,25 +100,21 @@ void JackSystem::attach(jack_client_t* client) {
 void JackSystem::detach() {
     process_->disconnect();
     ports_ = {};
+    connected_ = {};
+    neighbours_.clear();
+    hiddenUntil_.clear();
     if (client_ != nullptr) {
         closeJackClient(client_, closePatience, [process = process_] {});
         client_ = nullptr;
     }
 }
 
-std::vector<std::string> JackSystem::names(Direction direction) const {
+std::vector<std::string> JackSystem::names(Direction direction) {
     std::vector<std::string> found;
-    if (client_ == nullptr || lost_.load()) {
-        return found;
-    }
-    found.emplace_back(ownPort);
-    const unsigned long flags = direction == Direction::in ? JackPortIsOutput : JackPortIsInput;
-    const std::unique_ptr<const char*, NameListDeleter> list(
-        jack_get_ports(client_, nullptr, JACK_DEFAULT_MIDI_TYPE, flags));
-    for (const char* const* name = list.get(); name != nullptr && *name != nullptr; ++name) {
-        const jack_port_t* const port = jack_port_by_name(client_, *name);
-        if (port != nullptr && jack_port_is_mine(client_, port) == 0) {
-            found.emplace_back(*name);
+    if (client_ != nullptr && !lost_.load()) {
+        found = neighbours_.list(client_, direction);
+        if (!wishes_.onlyList) {
+            found.insert(found.begin(), ownPortName);
         }
     }
     return found;
@@ -121,7 +125,7 @@ Platform::Outcome JackSystem::lookFirst() {
     const std::vector<std::string> out = names(Direction::out);
     {
         const std::lock_guard lock(mutex_);
-        const PortArrangement arrangement{wishes_, ownPort, false};
+        const PortArrangement arrangement{wishes_, ownPortName, false};
         if (const auto arranged = arrangement.arrange(inputs_, in, outputs_, out); !arranged) {
             return arranged;
         }
@@ -138,17 +142,36 @@ Platform::Outcome JackSystem::lookFirst() {
     return Platform::success();
 }
 
-bool JackSystem::look() {
-    const std::vector<std::string> in = names(Direction::in);
-    const std::vector<std::string> out = names(Direction::out);
+void JackSystem::look() {
+    lookAgain_ = false;
+    // JACK says that a port goes while it is still there. Should it be back afterwards, that is seen then.
+    const auto now = Platform::monotonicTime();
+    for (const std::string& name : neighbours_.takeGone()) {
+        hiddenUntil_[name] = now + hidingTime;
+    }
+    std::erase_if(hiddenUntil_, [now](const auto& hidden) { return hidden.second <= now; });
+    lookAgain_ = !hiddenUntil_.empty();
+    const auto shown = [this](std::vector<std::string> all) {
+        std::erase_if(all, [this](const std::string& name) { return hiddenUntil_.count(name) != 0; });
+        return all;
+    };
+    lookAt(shown(names(Direction::in)), shown(names(Direction::out)));
+}
+
+void JackSystem::lookAt(const std::vector<std::string>& in, const std::vector<std::string>& out) {
     bool changed = false;
     {
         const std::lock_guard lock(mutex_);
-        changed = PortArrangement{wishes_, ownPort, false}.update(inputs_, in, outputs_, out);
+        changed = PortArrangement{wishes_, ownPortName, false}.update(inputs_, in, outputs_, out);
     }
     changed = settle(Direction::in) || changed;
     changed = settle(Direction::out) || changed;
-    return changed;
+    if (changed) {
+        listener_->portsChanged();
+        if (wishes_.connect && client_ != nullptr) {
+            connectSynthesizer();
+        }
+    }
 }
 
 bool JackSystem::settle(Direction direction) {
@@ -173,6 +196,7 @@ bool JackSystem::settle(Direction direction) {
             jack_port_unregister(client_, handle);
             handle = nullptr;
         }
+        lookAgain_ = !connect(direction, place, port.name) || lookAgain_;
         const std::lock_guard lock(mutex_);
         bool& isOpen = roster(direction).at(place).open;
         changed = changed || isOpen != (handle != nullptr);
@@ -183,15 +207,27 @@ bool JackSystem::settle(Direction direction) {
 
 jack_port_t* JackSystem::openPort(Direction direction, const std::string& name) {
     const bool in = direction == Direction::in;
-    const bool own = name == ownPort;
+    const bool own = name == ownPortName;
     const std::string shortName = own ? (in ? "in" : "out") : portNameFor(in ? "in from " : "out to ", name);
     const unsigned long flags = in ? JackPortIsInput : JackPortIsOutput;
-    jack_port_t* const port = jack_port_register(client_, shortName.c_str(), JACK_DEFAULT_MIDI_TYPE, flags, 0);
-    if (port != nullptr && !own) {
-        const char* const ourName = jack_port_name(port);
-        jack_connect(client_, in ? name.c_str() : ourName, in ? ourName : name.c_str());
+    return jack_port_register(client_, shortName.c_str(), JACK_DEFAULT_MIDI_TYPE, flags, 0);
+}
+
+bool JackSystem::connect(Direction direction, int place, const std::string& name) {
+    const auto index = static_cast<std::size_t>(place);
+    const jack_port_t* const ours = ports_[static_cast<std::size_t>(direction)][index];
+    bool& connected = connected_[static_cast<std::size_t>(direction)][index];
+    if (ours == nullptr || name == ownPortName) {
+        connected = false;
+        return true;
     }
-    return port;
+    if (!connected) {
+        const char* const ourName = jack_port_name(ours);
+        const int failure = direction == Direction::in ? jack_connect(client_, name.c_str(), ourName)
+                                                       : jack_connect(client_, ourName, name.c_str());
+        connected = failure == 0 || failure == EEXIST;
+    }
+    return connected;
 }
 
 void JackSystem::connectSynthesizer() {
@@ -240,30 +276,22 @@ void JackSystem::stop() {
 
 void JackSystem::watch() {
     while (!stopping_.load()) {
-        if (client_ != nullptr) {
+        if (client_ != nullptr && !lookAgain_) {
             wake_.wait();
         } else {
-            static_cast<void>(wake_.waitFor(betweenTries));
+            static_cast<void>(wake_.waitFor(client_ == nullptr ? betweenTries : betweenLooks));
         }
         if (stopping_.load()) {
             return;
         }
-        bool changed = false;
         if (client_ != nullptr && lost_.load()) {
             detach();
-            changed = true;
         } else if (client_ == nullptr) {
-            if (const auto client = openJackClient(wishes_.clientName, reopenPatience)) {
-                attach(client.value());
+            if (jack_client_t* const client = openJackClient(wishes_.clientName, reopenPatience)) {
+                attach(client);
             }
         }
-        changed = look() || changed;
-        if (changed) {
-            listener_->portsChanged();
-        }
-        if (changed && wishes_.connect && client_ != nullptr) {
-            connectSynthesizer();
-        }
+        look();
     }
 }
 
@@ -276,22 +304,29 @@ void JackSystem::handOn() {
             batch.push_back(arrived);
         }
         std::stable_sort(batch.begin(), batch.end(), [](const auto& a, const auto& b) { return a.frame < b.frame; });
-        PeriodClock* const clock = clock_.load();
-        if (batch.empty() || clock == nullptr) {
+        if (batch.empty()) {
             continue;
         }
         std::vector<Backend::MidiEngine::QelMidiMessage> messages;
         messages.reserve(batch.size());
-        const std::int32_t now = clock->now().count;
         for (const JackProcess::Arrived& arrived : batch) {
-            Backend::Ticks tick = clock->tickAt(arrived.frame);
-            if (tick.count < now - plausibleTicks || tick.count > now + plausibleTicks) {
-                tick = Backend::noTicks;
-            }
-            messages.push_back(toMessage(arrived.bytes, arrived.place, tick, arrived.frame));
+            messages.push_back(toMessage(arrived.bytes, arrived.place, tickOf(arrived.frame), arrived.frame));
         }
-        listener_->received(std::move(messages), [clock, frame = batch.back().frame] { clock->arrivalsTaken(frame); });
+        PeriodClock* const clock = clock_.load();
+        listener_->received(
+            std::move(messages), clock == nullptr ? std::function<void()>{} : [clock, frame = batch.back().frame] {
+                clock->arrivalsTaken(frame);
+            });
     }
+}
+
+Backend::Ticks JackSystem::tickOf(std::int64_t frame) const {
+    const PeriodClock* const clock = clock_.load();
+    if (clock == nullptr) {
+        return Backend::noTicks;
+    }
+    const Backend::Ticks tick = clock->tickAt(frame);
+    return std::abs(tick.count - clock->now().count) > plausibleTicks ? Backend::noTicks : tick;
 }
 
 std::vector<Backend::MidiInputPort> JackSystem::inputs() const {

@@ -4,6 +4,7 @@
 #include "host/live/MidiSystem.h"
 #include "host/live/PortRoster.h"
 #include "host/live/PortWishes.h"
+#include "host/live/linux/JackNeighbours.h"
 #include "host/live/linux/JackProcess.h"
 #include "platform/AutoResetEvent.h"
 #include "platform/Result.h"
@@ -13,6 +14,7 @@
 #include <atomic>
 #include <chrono>
 #include <jack/jack.h>
+#include <map>
 #include <memory>
 #include <mutex>
 
@@ -24,7 +26,7 @@ namespace Host {
 // everything that was open is opened again.
 class JackSystem final : public MidiSystem {
 public:
-    // A fault when no server answers within `patience`, or there is no port for a wish. [main]
+    // Null when no server answers within `patience`; a fault when there is no port for a wish. [main]
     [[nodiscard]] static Platform::Result<std::unique_ptr<JackSystem>> open(const PortWishes& wishes,
                                                                             std::chrono::nanoseconds patience);
     ~JackSystem() override;
@@ -41,7 +43,7 @@ public:
     [[nodiscard]] MidiSystemCounts counts() const noexcept override;
 
 private:
-    enum class Direction { in, out };
+    using Direction = JackDirection;
 
     explicit JackSystem(const PortWishes& wishes);
 
@@ -49,15 +51,20 @@ private:
     void watch();
     void attach(jack_client_t* client);
     void detach();
-    // Brings the lists up to date and opens and closes what has to be; true when something changed.
-    bool look();
+    // Brings the lists up to date, opens and closes what has to be, and says so.
+    void look();
+    void lookAt(const std::vector<std::string>& in, const std::vector<std::string>& out);
     [[nodiscard]] Platform::Outcome lookFirst();
     bool settle(Direction direction);
     [[nodiscard]] jack_port_t* openPort(Direction direction, const std::string& name);
+    // Connects our port at that place to the one it is for; false when it has to be tried again.
+    bool connect(Direction direction, int place, const std::string& name);
     void connectSynthesizer();
 
     void handOn(); // the input thread
-    [[nodiscard]] std::vector<std::string> names(Direction direction) const;
+    // The tick in which a message came in; none without a clock.
+    [[nodiscard]] Backend::Ticks tickOf(std::int64_t frame) const;
+    [[nodiscard]] std::vector<std::string> names(Direction direction);
     [[nodiscard]] PortRoster& roster(Direction direction) { return direction == Direction::in ? inputs_ : outputs_; }
 
     PortWishes wishes_;
@@ -68,7 +75,11 @@ private:
     jack_client_t* client_ = nullptr; // the watcher's
     std::uint32_t connections_ = 0;
     std::atomic<bool> lost_ = false;
+    JackNeighbours neighbours_;
+    std::map<std::string, std::chrono::nanoseconds> hiddenUntil_; // ports that are about to go
     std::array<std::array<jack_port_t*, PortRoster::maxPlaces>, 2> ports_{};
+    std::array<std::array<bool, PortRoster::maxPlaces>, 2> connected_{}; // once; the user may part them again
+    bool lookAgain_ = false;                                             // soon, without being told
 
     mutable std::mutex mutex_; // over the rosters
     PortRoster inputs_;

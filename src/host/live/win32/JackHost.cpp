@@ -3,7 +3,7 @@
 namespace Host {
 
 Platform::Result<std::unique_ptr<MidiSystem>> openJack(const PortWishes&, std::chrono::nanoseconds) {
-    return Platform::Fault{{}, 0, "there is no JACK on Windows"};
+    return std::unique_ptr<MidiSystem>{};
 }
 
 } // namespace Host
