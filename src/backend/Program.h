@@ -23,6 +23,7 @@ struct Program {
     // Sections that are merged into what is there when the program is installed; nothing: their built-in default.
     std::optional<Platform::XmlElement> computerInput;
     std::optional<Platform::XmlElement> controls;
+    std::optional<Platform::XmlElement> joystick;
 };
 
 } // namespace Backend

@@ -14,6 +14,7 @@ void ProgramSection::apply(const Program& program) {
     zones_.set(program.zones);
     program.computerInput ? keys_.read(*program.computerInput) : keys_.setDefault();
     program.controls ? controls_.read(*program.controls) : controls_.setDefault();
+    program.joystick ? joysticks_.read(*program.joystick) : joysticks_.setDefault();
     changeTempo(RelativeFixedValue::fixed(program.tempo));
     setTempoSource(program.tempoSource);
 }

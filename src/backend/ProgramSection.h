@@ -6,6 +6,7 @@
 #include "backend/ZoneSection.h"
 #include "input/ComputerInputSection.h"
 #include "input/ControlSection.h"
+#include "input/JoystickSection.h"
 #include "midiengine/MidiEngineMessageManager.h"
 #include "platform/Result.h"
 #include "values/RelativeFixedValue.h"
@@ -24,9 +25,9 @@ public:
     // All outlive the section.
     ProgramSection(MidiEngine::MidiEngineMessageManager& engine, LayerSection& layers, ZoneSection& zones,
                    ComputerInput::ComputerInputSection& keys, Controls::ControlSection& controls,
-                   const std::function<void(const Platform::Fault&)>& reportFault)
-        : engine_(engine), layers_(layers), zones_(zones), keys_(keys), controls_(controls), reportFault_(reportFault) {
-    }
+                   Joystick::JoystickSection& joysticks, const std::function<void(const Platform::Fault&)>& reportFault)
+        : engine_(engine), layers_(layers), zones_(zones), keys_(keys), controls_(controls), joysticks_(joysticks),
+          reportFault_(reportFault) {}
 
     // Installs a program without a file of its own.
     void apply(const Program& program);
@@ -53,6 +54,7 @@ private:
     ZoneSection& zones_;
     ComputerInput::ComputerInputSection& keys_;
     Controls::ControlSection& controls_;
+    Joystick::JoystickSection& joysticks_;
     const std::function<void(const Platform::Fault&)>& reportFault_;
     std::vector<Program> bank_;
     int slot_ = 0;

@@ -2,6 +2,7 @@
 
 #include "input/ComputerInputXml.h"
 #include "input/ControlXml.h"
+#include "input/JoystickXml.h"
 #include "midiengine/LayerXml.h"
 #include "midiengine/ZoneXml.h"
 #include "platform/PathText.h"
@@ -62,7 +63,7 @@ const ElementFormat& programFormat() {
         program.attributes[2].clamped = true;
         program.children = {
             laterSection("Oscillators", "The oscillators."),
-            laterSection("Joystick", "What axes and buttons do."),
+            Joystick::joystickFormat(),
             ComputerInput::computerInputFormat(),
             laterSection("MidiInput", "What becomes of incoming MIDI messages."),
             Controls::controlsFormat(),
@@ -91,6 +92,9 @@ Program readProgram(const XmlElement& element) {
     }
     if (const XmlElement* controls = element.child("Controls")) {
         program.controls = *controls;
+    }
+    if (const XmlElement* joystick = element.child("Joystick")) {
+        program.joystick = *joystick;
     }
     return program;
 }

@@ -46,10 +46,13 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
       controls_(*this, engine_, surroundings_.applicationData / "Control Presets", surroundings_.reportFault,
                 [this] { return controlManager_.tryPostTakeIn(); }),
       controlManager_(controls_, *this, master_),
-      programs_(engine_.getMessageManager(), layers_, zones_, keys_, controls_, surroundings_.reportFault) {
+      joysticks_(*this, surroundings_.applicationData / "Joystick Presets", surroundings_.reportFault),
+      joystickManager_(joysticks_, *this, master_),
+      programs_(engine_.getMessageManager(), layers_, zones_, keys_, controls_, joysticks_, surroundings_.reportFault) {
     master_.addMessageManager(messageManager_);
     master_.addMessageManager(keyManager_);
     master_.addMessageManager(controlManager_);
+    master_.addMessageManager(joystickManager_);
     master_.start();
 }
 
@@ -73,9 +76,16 @@ void QelBackend::endInitialize() {
     ports_.applySettings();
     programs_.apply(Program{});
     controls_.sendAutomatically();
+    if (surroundings_.openJoysticks) {
+        poller_ = std::make_unique<Joystick::JoystickPoller>(
+            surroundings_.openJoysticks, joystickManager_,
+            Joystick::PollingTime{surroundings_.milliseconds, Platform::sleepMilliseconds});
+    }
 }
 
 void QelBackend::end() {
+    joystickManager_.close();
+    poller_.reset();
     engine_.end();
     recorder_.reset();
     auxiliary_.reset();

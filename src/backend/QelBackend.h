@@ -17,6 +17,9 @@
 #include "input/ComputerInputSection.h"
 #include "input/ControlMessageManager.h"
 #include "input/ControlSection.h"
+#include "input/JoystickMessageManager.h"
+#include "input/JoystickPoller.h"
+#include "input/JoystickSection.h"
 #include "midiengine/MidiEngine.h"
 
 #include <functional>
@@ -44,6 +47,7 @@ public:
     QelMessageManager& getQelMessageManager() override { return messageManager_; }
     MidiEngine::MidiEngine& getMidiEngine() override { return engine_; }
     Controls::ControlMessageManager& getControlMessageManager() override { return controlManager_; }
+    Joystick::JoystickMessageManager& getJoystickMessageManager() override { return joystickManager_; }
     Gui::QelGuiIF* getGui() override { return nullptr; }
     Platform::WindowHandle getGuiWindowHandle() const override { return nullptr; }
     const RegistrySettings& getRegistrySettings() const override { return settings_; }
@@ -125,7 +129,7 @@ public:
     void loadComputerInputPreset(const std::string& name) override { keys_.loadPreset(name); }
     void loadMidiInputPreset(const std::string&) override { notBuilt(); }
     void loadControlPreset(const std::string& name) override { controls_.loadPreset(name); }
-    void loadJoystickInputPreset(const std::string&) override { notBuilt(); }
+    void loadJoystickInputPreset(const std::string& name) override { joysticks_.loadPreset(name); }
     void loadLayerPreset(const std::string&) override { notBuilt(); }
     void loadOscillatorPreset(const std::string&) override { notBuilt(); }
 
@@ -154,9 +158,11 @@ public:
     void changeOscPlaying(const SelectType&, const OnOffToggle&) override { notBuilt(); }
     void changeOscSpeed(const SelectType&, const RelativeFixedValue&) override { notBuilt(); }
 
-    void joystickAxisChanged(const JoyAxisElementId&, int) override { notBuilt(); }
-    void joystickButtonDown(const JoyButtonElementId&, bool) override { notBuilt(); }
-    void joystickButtonUp(const JoyButtonElementId&) override { notBuilt(); }
+    void joystickAxisChanged(const JoyAxisElementId& axis, int value) override { joysticks_.axisChanged(axis, value); }
+    void joystickButtonDown(const JoyButtonElementId& button, bool repeat) override {
+        joysticks_.buttonDown(button, repeat);
+    }
+    void joystickButtonUp(const JoyButtonElementId& button) override { joysticks_.buttonUp(button); }
 
     void changeTempo(const RelativeFixedValue& tempo, bool) override { programs_.changeTempo(tempo); }
     void setTempoSource(int source, bool) override { programs_.setTempoSource(source); }
@@ -192,11 +198,14 @@ private:
     ComputerInput::ComputerInputMessageManager keyManager_;
     Controls::ControlSection controls_;
     Controls::ControlMessageManager controlManager_;
+    Joystick::JoystickSection joysticks_;
+    Joystick::JoystickMessageManager joystickManager_;
     ProgramSection programs_;
 
     // From initialize() to end().
     std::unique_ptr<WorkerThread> auxiliary_;
     std::unique_ptr<WorkerThread> recorder_;
+    std::unique_ptr<Joystick::JoystickPoller> poller_; // null: nobody looks for joysticks
 };
 
 } // namespace Backend

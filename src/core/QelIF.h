@@ -34,6 +34,9 @@ class Barrier;
 namespace Controls {
 class ControlMessageManager;
 }
+namespace Joystick {
+class JoystickMessageManager;
+}
 namespace MidiEngine {
 class MidiEngine;
 class QelMidiMessage;
@@ -51,11 +54,12 @@ public:
     virtual void end() = 0;
 
     // The parts that others reach through the facade.
-    [[nodiscard]] virtual Platform::AutoResetEvent& getWaitEvent() = 0;                    // [any]
-    [[nodiscard]] virtual MessageManagerMaster& getMessageManagerMaster() = 0;             // [any]
-    [[nodiscard]] virtual QelMessageManager& getQelMessageManager() = 0;                   // [any]
-    [[nodiscard]] virtual MidiEngine::MidiEngine& getMidiEngine() = 0;                     // [any]
-    [[nodiscard]] virtual Controls::ControlMessageManager& getControlMessageManager() = 0; // [any]
+    [[nodiscard]] virtual Platform::AutoResetEvent& getWaitEvent() = 0;                      // [any]
+    [[nodiscard]] virtual MessageManagerMaster& getMessageManagerMaster() = 0;               // [any]
+    [[nodiscard]] virtual QelMessageManager& getQelMessageManager() = 0;                     // [any]
+    [[nodiscard]] virtual MidiEngine::MidiEngine& getMidiEngine() = 0;                       // [any]
+    [[nodiscard]] virtual Controls::ControlMessageManager& getControlMessageManager() = 0;   // [any]
+    [[nodiscard]] virtual Joystick::JoystickMessageManager& getJoystickMessageManager() = 0; // [any]
     [[nodiscard]] virtual Gui::QelGuiIF* getGui() = 0;                           // null without a user interface
     [[nodiscard]] virtual Platform::WindowHandle getGuiWindowHandle() const = 0; // [any] null without a window
     [[nodiscard]] virtual const RegistrySettings& getRegistrySettings() const = 0;

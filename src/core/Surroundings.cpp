@@ -12,7 +12,8 @@ Surroundings Surroundings::ofSystem() {
             .traceFolder = data,
             .settings = Platform::systemSettingsStore(),
             .milliseconds = Platform::millisecondTime,
-            .reportFault = {}};
+            .reportFault = {},
+            .openJoysticks = {}};
 }
 
 Surroundings Surroundings::inFolder(const std::filesystem::path& folder) {
@@ -20,7 +21,8 @@ Surroundings Surroundings::inFolder(const std::filesystem::path& folder) {
             .traceFolder = folder,
             .settings = Platform::fileSettingsStore(folder),
             .milliseconds = Platform::millisecondTime,
-            .reportFault = {}};
+            .reportFault = {},
+            .openJoysticks = {}};
 }
 
 } // namespace Backend

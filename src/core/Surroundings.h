@@ -1,6 +1,7 @@
 // What the backend finds around it: folders, the settings store, the millisecond clock. Handed in by the host.
 #pragma once
 
+#include "platform/Joysticks.h"
 #include "platform/Result.h"
 #include "platform/SettingsStore.h"
 
@@ -18,6 +19,8 @@ struct Surroundings {
     std::function<std::uint32_t()> milliseconds; // a millisecond clock that wraps at 32 bits
     // Told of every program, bank or preset that could not be read or written; empty: a message box. [backend]
     std::function<void(const Platform::Fault&)> reportFault;
+    // Opens the joysticks, on the thread that looks at them; empty: nobody looks for joysticks.
+    std::function<std::unique_ptr<Platform::Joysticks>()> openJoysticks;
 
     // The system's own folders, settings and clock.
     [[nodiscard]] static Surroundings ofSystem();

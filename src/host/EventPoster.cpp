@@ -3,6 +3,8 @@
 #include "core/QelIF.h"
 #include "core/QelMessageManager.h"
 #include "input/ControlMessageManager.h"
+#include "input/JoystickMessageManager.h"
+#include "input/JoystickWatcher.h"
 #include "values/Key.h"
 #include "values/RelativeFixedValue.h"
 
@@ -12,6 +14,7 @@ namespace Host {
 
 using Backend::QelMessageManager;
 using Backend::Ticks;
+using Backend::Joystick::JoystickWatcher;
 using Backend::MidiEngine::MessageType;
 using Backend::MidiEngine::QelMidiMessage;
 
@@ -35,9 +38,18 @@ public:
         }
     }
     void operator()(const ControlMoves& moves) { qel_.getControlMessageManager().postMove(moves.cell, moves.value); }
-    // The joysticks have no way in from outside yet: these move nothing.
-    void operator()(const AxisMoves&) {}
-    void operator()(const ButtonMoves&) {}
+    void operator()(const AxisMoves& moves) {
+        qel_.getJoystickMessageManager().axisChanged({moves.joystick, moves.axis},
+                                                     JoystickWatcher::axisValue(moves.axis, moves.raw));
+    }
+    void operator()(const ButtonMoves& moves) {
+        const JoyButtonElementId button{moves.joystick, moves.button};
+        if (moves.press == Press::up) {
+            qel_.getJoystickMessageManager().buttonUp(button);
+        } else {
+            qel_.getJoystickMessageManager().buttonDown(button, moves.press == Press::repeat);
+        }
+    }
     void operator()(const ExecuteFunction& function) { backend_.postExecuteFunction(function.xml); }
     void operator()(const ExecuteTranslation& translation) {
         backend_.postExecuteTranslation(translation.xml, incomingMessage(translation.incoming, time_));

@@ -36,6 +36,9 @@ Platform::Outcome Session::start(const std::vector<Backend::MidiInputPort>& inpu
         const std::lock_guard lock(faultMutex_);
         faults_.push_back(fault);
     };
+    if (options_.joysticks) {
+        surroundings.openJoysticks = Platform::openJoysticks;
+    }
     qel_ = Backend::QelFactory::createQel("Tembrel 3", player_, true, surroundings);
     auto& backend = qel_->getQelMessageManager();
     backend.sendInitialize();

@@ -24,6 +24,7 @@ struct SessionOptions {
     std::optional<int> slot;            // of the bank, 0-based
     std::optional<int> tempo;           // beats a minute, 10..500
     std::optional<std::string> data;    // folder of application data and settings; the user's own without it
+    bool joysticks = false;             // they are looked for and play
 };
 
 // All on one thread, which is not the backend's.

@@ -1,6 +1,6 @@
 #include "input/ComputerInputXml.h"
 
-#include "input/FunctionFactory.h"
+#include "input/FunctionEntryXml.h"
 #include "values/AttributeReading.h"
 #include "values/XmlWriter.h"
 
@@ -11,7 +11,6 @@ namespace Backend::ComputerInput {
 
 namespace {
 
-using FunctionManagement::Function;
 using Platform::XmlElement;
 
 ElementFormat element(std::string_view name, std::string_view meaning, std::vector<AttributeFormat> attributes,
@@ -24,24 +23,11 @@ ElementFormat element(std::string_view name, std::string_view meaning, std::vect
     return format;
 }
 
-// Null for an absent element and for a function that there is not.
-std::shared_ptr<const Function> readFunction(const XmlElement* holder, QelIF& qel) {
-    return holder != nullptr && !holder->children.empty()
-               ? FunctionManagement::createFunction(holder->children.front(), qel)
-               : nullptr;
-}
-
 KeyConfiguration readKeyConfiguration(const XmlElement& element, QelIF& qel) {
     static const ElementFormat& format = computerInputFormat().child("Key");
     KeyConfiguration configuration{readKey(element, format["id"])};
     configuration.global = readBoolean(element, format["global"]);
-    for (const XmlElement& child : element.children) {
-        if (child.name == "Function") {
-            configuration.entries.push_back({readBoolean(child, format.child("Function")["keepSending"]),
-                                             readFunction(child.child("Down"), qel),
-                                             readFunction(child.child("Up"), qel)});
-        }
-    }
+    configuration.entries = readFunctionEntries(element, qel);
     return configuration;
 }
 
@@ -58,26 +44,12 @@ public:
     }
     void write(const KeyConfiguration& configuration) {
         xml_.begin("Key").attribute("id", configuration.key).attribute("global", configuration.global).content();
-        for (const FunctionEntry& entry : configuration.entries) {
-            xml_.begin("Function").attribute("keepSending", entry.keepSending).content();
-            write("Down", entry.down);
-            write("Up", entry.up);
-            xml_.end();
-        }
+        writeFunctionEntries(xml_, out_, depth_ + 1, configuration.entries);
         xml_.end();
     }
     void end() { xml_.end(); }
 
 private:
-    void write(std::string_view name, const std::shared_ptr<const Function>& function) {
-        constexpr int levelsAbove = 4; // section, key, entry, holder
-        if (function) {
-            xml_.begin(name).content();
-            function->writeXml(out_, depth_ + levelsAbove);
-            xml_.end();
-        }
-    }
-
     std::ostream& out_;
     int depth_;
     XmlWriter xml_;
@@ -87,18 +59,11 @@ private:
 
 const ElementFormat& computerInputFormat() {
     static const ElementFormat format = [] {
-        const auto& functions = FunctionManagement::functionFormats();
-        ElementFormat entry =
-            element("Function", "One thing that the key does.",
-                    {AttributeFormat::booleanOf("keepSending", false,
-                                                "The down function is executed again whenever the held key repeats.")},
-                    {element("Down", "What happens when the key goes down: one function.", {}, functions),
-                     element("Up", "What happens when the key comes up: one function.", {}, functions)});
         ElementFormat key = element(
             "Key", "What one key does.",
             {AttributeFormat::of(AttributeKind::key, "id", "", "The name of the key, its modifiers before it."),
              AttributeFormat::booleanOf("global", true, "The key also counts while another program has the keyboard.")},
-            {std::move(entry)});
+            {functionEntryFormat()});
         return element(
             "ComputerInput", "What the keys of the computer keyboard do.",
             {AttributeFormat::of(AttributeKind::text, "preset", "", "The preset that the section stands for."),

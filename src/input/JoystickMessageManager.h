@@ -1,0 +1,58 @@
+// The door of the joysticks' section: what the polling thread and the window post here is done on the backend's thread.
+#pragma once
+
+#include "core/MessageManager.h"
+#include "input/JoystickListener.h"
+#include "input/JoystickMap.h"
+#include "input/JoystickXml.h"
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+
+namespace Backend {
+class QelIF;
+}
+
+namespace Backend::Joystick {
+
+class JoystickSection;
+
+// Posts come back at once and try again every 10 ms until the queue takes them; their order is kept. For any thread
+// but the backend's own.
+class JoystickMessageManager final : public MessageManager, public JoystickListener {
+public:
+    // All outlive the manager.
+    JoystickMessageManager(JoystickSection& section, QelIF& qel, MessageManagerMaster& master)
+        : MessageManager(master), section_(section), qel_(qel) {}
+
+    [[nodiscard]] bool wantMessage(std::uint32_t id) const override;
+    void handleMessage(const Platform::ThreadMessage& message) override;
+
+    // What the joysticks do, on to the facade.
+    void axisChanged(const JoyAxisElementId& axis, std::int32_t value) override;
+    void buttonDown(const JoyButtonElementId& button, bool repeat) override;
+    void buttonUp(const JoyButtonElementId& button) override;
+    // From now on what the joysticks do is dropped instead of waited with, so that the backend may wait for the polling
+    // thread. [backend]
+    void close() noexcept { isClosed_ = true; }
+
+    void postPut(JoystickMap elements);
+    void postSet(JoystickMap map);
+    void postStorePreset(std::string name, JoystickMap map);
+    void postDeletePreset(std::string name);
+    // An empty selection saves all.
+    void postSavePreset(std::string name, JoystickSelection selection);
+
+private:
+    enum class Message : std::uint32_t;
+
+    void postEvent(Message message, std::int32_t joystick, std::int32_t element, std::intptr_t lParam);
+    template <typename Value> void postValue(Message message, Value&& value);
+
+    JoystickSection& section_;
+    QelIF& qel_;
+    std::atomic<bool> isClosed_ = false;
+};
+
+} // namespace Backend::Joystick

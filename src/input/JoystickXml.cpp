@@ -1,0 +1,182 @@
+#include "input/JoystickXml.h"
+
+#include "input/FunctionEntryXml.h"
+#include "input/ValueEventXml.h"
+#include "values/AttributeReading.h"
+
+#include <utility>
+
+namespace Backend::Joystick {
+
+namespace {
+
+using Platform::XmlElement;
+
+AttributeFormat joystickNumber() {
+    return AttributeFormat::integerOf("joystick", "0", 0, 1, "The joystick, counted from 0.");
+}
+
+ElementFormat axisFormat() {
+    constexpr auto anyLeast = AttributeFormat::NO_MINIMUM;
+    constexpr auto anyGreatest = AttributeFormat::NO_MAXIMUM;
+    ElementFormat event = valueEventFormat();
+    event.attributes.insert(
+        event.attributes.end(),
+        {AttributeFormat::integerOf("min", "0", anyLeast, anyGreatest, "The value at one end of the axis."),
+         AttributeFormat::integerOf("max", "127", anyLeast, anyGreatest, "The value at the other end."),
+         AttributeFormat::integerOf("offset", "0", anyLeast, anyGreatest, "Added to the value.")});
+    ElementFormat axis;
+    axis.name = "Axis";
+    axis.meaning = "What one axis sends.";
+    axis.attributes = {
+        joystickNumber(),
+        AttributeFormat::wordOf("axis", {"", "X", "Y", "Z", "U", "V", "R"}, "", "Its letter; empty: no axis."),
+    };
+    axis.children = {std::move(event)};
+    return axis;
+}
+
+ElementFormat buttonFormat() {
+    ElementFormat button;
+    button.name = "Button";
+    button.meaning = "What one button does.";
+    button.attributes = {
+        joystickNumber(),
+        AttributeFormat::integerOf("button", "0", 0, 31, "The button, counted from 0."),
+    };
+    button.children = {ComputerInput::functionEntryFormat()};
+    return button;
+}
+
+AxisConfiguration readAxis(const XmlElement& element) {
+    static const ElementFormat& format = joystickFormat().child("Axis");
+    static const ElementFormat& eventFormat = format.child("Function");
+    AxisConfiguration configuration{{readInteger(element, format["joystick"]),
+                                     JoyAxisElementId::axisFromLetter(readText(element, format["axis"]))}};
+    for (const XmlElement& child : element.children) {
+        if (child.name == "Function") {
+            configuration.events.push_back({readValueEvent(child), readInteger(child, eventFormat["min"]),
+                                            readInteger(child, eventFormat["max"]),
+                                            readInteger(child, eventFormat["offset"])});
+        }
+    }
+    return configuration;
+}
+
+JoystickButtonConfiguration readButton(const XmlElement& element, QelIF& qel) {
+    static const ElementFormat& format = joystickFormat().child("Button");
+    return {{readInteger(element, format["joystick"]), readInteger(element, format["button"])},
+            ComputerInput::readFunctionEntries(element, qel)};
+}
+
+class SectionWriter final {
+public:
+    SectionWriter(std::ostream& out, int depth) : out_(out), depth_(depth), xml_(out, depth) {}
+
+    void begin(const std::string& preset, bool merge) {
+        xml_.begin("Joystick");
+        if (!preset.empty()) {
+            xml_.attribute("preset", preset);
+        }
+        xml_.attribute("merge", merge).content();
+    }
+    void write(const AxisConfiguration& configuration) {
+        xml_.begin("Axis")
+            .attribute("joystick", configuration.axis.joystick)
+            .attribute("axis", configuration.axis.axisLetter())
+            .content();
+        for (const AxisEvent& event : configuration.events) {
+            xml_.begin("Function");
+            writeValueEvent(xml_, event.event);
+            xml_.attribute("min", event.min).attribute("max", event.max).attribute("offset", event.offset).end();
+        }
+        xml_.end();
+    }
+    void write(const JoystickButtonConfiguration& configuration) {
+        xml_.begin("Button")
+            .attribute("joystick", configuration.button.joystick)
+            .attribute("button", configuration.button.button)
+            .content();
+        ComputerInput::writeFunctionEntries(xml_, out_, depth_ + 1, configuration.entries);
+        xml_.end();
+    }
+    void end() { xml_.end(); }
+
+private:
+    std::ostream& out_;
+    int depth_;
+    XmlWriter xml_;
+};
+
+} // namespace
+
+const ElementFormat& joystickFormat() {
+    static const ElementFormat format = [] {
+        ElementFormat section;
+        section.name = "Joystick";
+        section.meaning = "What the axes and buttons of the joysticks do.";
+        section.attributes = {
+            AttributeFormat::of(AttributeKind::text, "preset", "", "The preset that the section stands for."),
+            AttributeFormat::booleanOf("merge", false, "The axes and buttons are added to those that are there."),
+        };
+        section.children = {axisFormat(), buttonFormat()};
+        return section;
+    }();
+    return format;
+}
+
+void readJoystick(const XmlElement& section, QelIF& qel, JoystickMap& map) {
+    if (section.name != joystickFormat().name) {
+        return;
+    }
+    const bool merge = readBoolean(section, joystickFormat()["merge"]);
+    map.axes.beginReading(merge);
+    map.buttons.beginReading(merge);
+    for (const XmlElement& child : section.children) {
+        if (child.name == "Axis") {
+            AxisConfiguration axis = readAxis(child);
+            const JoyAxisElementId id = axis.axis;
+            map.axes.store(id, std::move(axis));
+        } else if (child.name == "Button") {
+            JoystickButtonConfiguration button = readButton(child, qel);
+            const JoyButtonElementId id = button.button;
+            map.buttons.store(id, std::move(button));
+        }
+    }
+}
+
+void writeJoystick(std::ostream& out, int depth, const JoystickMap& map) {
+    SectionWriter writer(out, depth);
+    writer.begin({}, false);
+    for (const auto& [id, axis] : map.axes) {
+        writer.write(axis);
+    }
+    for (const auto& [id, button] : map.buttons) {
+        writer.write(button);
+    }
+    writer.end();
+}
+
+void writeJoystickReference(std::ostream& out, int depth, const JoystickMap& map) {
+    SectionWriter writer(out, depth);
+    writer.begin(map.presetName, false);
+    writer.end();
+}
+
+void writeJoystick(std::ostream& out, int depth, const JoystickMap& map, const JoystickSelection& selection) {
+    SectionWriter writer(out, depth);
+    writer.begin({}, true);
+    for (const JoyAxisElementId& id : selection.axes) {
+        if (const AxisConfiguration* axis = map.axes.find(id)) {
+            writer.write(*axis);
+        }
+    }
+    for (const JoyButtonElementId& id : selection.buttons) {
+        if (const JoystickButtonConfiguration* button = map.buttons.find(id)) {
+            writer.write(*button);
+        }
+    }
+    writer.end();
+}
+
+} // namespace Backend::Joystick
