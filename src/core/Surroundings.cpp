@@ -12,8 +12,7 @@ Surroundings Surroundings::ofSystem() {
             .traceFolder = data,
             .settings = Platform::systemSettingsStore(),
             .milliseconds = Platform::millisecondTime,
-            .reportFault = {},
-            .openJoysticks = {}};
+            .reportFault = {}};
 }
 
 Surroundings Surroundings::inFolder(const std::filesystem::path& folder) {
@@ -21,8 +20,7 @@ Surroundings Surroundings::inFolder(const std::filesystem::path& folder) {
             .traceFolder = folder,
             .settings = Platform::fileSettingsStore(folder),
             .milliseconds = Platform::millisecondTime,
-            .reportFault = {},
-            .openJoysticks = {}};
+            .reportFault = {}};
 }
 
 } // namespace Backend

@@ -20,7 +20,7 @@ struct Surroundings {
     // Told of every program, bank or preset that could not be read or written; empty: a message box. [backend]
     std::function<void(const Platform::Fault&)> reportFault;
     // Opens the joysticks, on the thread that looks at them; empty: nobody looks for joysticks.
-    std::function<std::unique_ptr<Platform::Joysticks>()> openJoysticks;
+    std::function<std::unique_ptr<Platform::Joysticks>()> openJoysticks{};
 
     // The system's own folders, settings and clock.
     [[nodiscard]] static Surroundings ofSystem();
