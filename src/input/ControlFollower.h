@@ -33,7 +33,7 @@ public:
     // True when no control is bound to anything.
     [[nodiscard]] bool isEmpty() const noexcept { return bindings_.empty(); }
 
-    void passed(const MidiEngine::QelMidiMessage& message, bool swallowed) override; // [clock]
+    void passed(const MidiEngine::QelMidiMessage& message, bool swallowed) override; // [clock, backend]
 
     // Gives `take` what has passed since the last time, the latest for each control. [backend]
     template <typename Take> void drain(Take take) {

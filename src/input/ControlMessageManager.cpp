@@ -44,6 +44,10 @@ Cell cellIn(std::uintptr_t parameter) {
     return Cell::fromPacked(static_cast<std::uint32_t>(parameter));
 }
 
+bool canBePosted(const Cell& cell) {
+    return Cell::fromPacked(cell.getPacked()) == cell;
+}
+
 } // namespace
 
 bool ControlMessageManager::wantMessage(std::uint32_t id) const {
@@ -97,6 +101,12 @@ bool ControlMessageManager::post(Message message, std::uintptr_t wParam, std::in
     return MessageManager::post(static_cast<std::uint32_t>(message), wParam, lParam);
 }
 
+void ControlMessageManager::postCell(Message message, const Cell& cell, std::int32_t value) {
+    if (canBePosted(cell)) {
+        post(message, cell.getPacked(), value);
+    }
+}
+
 template <typename Value> void ControlMessageManager::postValue(Message message, Value&& value) {
     postCopy(std::forward<Value>(value), [&](std::uintptr_t copy) { return post(message, copy); });
 }
@@ -122,15 +132,15 @@ void ControlMessageManager::postSavePreset(std::string name, std::vector<Cell> c
 }
 
 void ControlMessageManager::postSetValue(const Cell& cell, std::int32_t value) {
-    post(Message::setValue, cell.getPacked(), value);
+    postCell(Message::setValue, cell, value);
 }
 
 void ControlMessageManager::postMove(const Cell& cell, std::int32_t value) {
-    post(Message::move, cell.getPacked(), value);
+    postCell(Message::move, cell, value);
 }
 
 void ControlMessageManager::postRelease(const Cell& cell) {
-    post(Message::release, cell.getPacked());
+    postCell(Message::release, cell, 0);
 }
 
 void ControlMessageManager::postSendAll() {

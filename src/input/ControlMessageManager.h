@@ -34,7 +34,7 @@ public:
     void postDeletePreset(std::string name);
     // An empty list of cells saves all of them.
     void postSavePreset(std::string name, std::vector<Cell> cells);
-    // From the window itself, which knows: it is not told.
+    // A cell too far out to be packed holds no control. This from the window itself, which knows: it is not told.
     void postSetValue(const Cell& cell, std::int32_t value);
     // From elsewhere.
     void postMove(const Cell& cell, std::int32_t value);
@@ -49,6 +49,7 @@ private:
     enum class Message : std::uint32_t;
 
     bool post(Message message, std::uintptr_t wParam = 0, std::intptr_t lParam = 0);
+    void postCell(Message message, const Cell& cell, std::int32_t value);
     template <typename Value> void postValue(Message message, Value&& value);
     void put(const std::vector<Control>& controls);
 

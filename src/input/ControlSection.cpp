@@ -54,7 +54,7 @@ void ControlSection::read(const Platform::XmlElement& section) {
 
 void ControlSection::write(std::ostream& out, int depth, bool allowReference) {
     takeIn();
-    if (allowReference && presets_.saysAll(map_)) {
+    if (allowReference && presets_.saysAll(map_, isChanged_)) {
         writeControlsReference(out, depth, map_);
     } else {
         writeControls(out, depth, map_);
@@ -64,6 +64,7 @@ void ControlSection::write(std::ostream& out, int depth, bool allowReference) {
 void ControlSection::set(ControlMap map) {
     exchange([&] {
         map_ = std::move(map);
+        isChanged_ = false;
         selection_.clear();
         movedByOthers_.clear();
     });
@@ -75,9 +76,7 @@ void ControlSection::put(const std::vector<Control>& controls) {
             map_.store(control.cell, control);
             movedByOthers_.erase(control.cell);
         }
-        if (!presets_.folder().exists(map_.presetName)) {
-            map_.presetName.clear();
-        }
+        isChanged_ = true;
     });
 }
 
@@ -113,6 +112,7 @@ void ControlSection::assign(Control& control, std::int32_t value, Tell tell) {
     value = control.clamped(value);
     const Numberless numberless = value == control.value ? Numberless::skip : Numberless::send;
     control.value = value;
+    isChanged_ = isChanged_ || numberless == Numberless::send;
     if (tell == Tell::window) {
         tellWindow(control);
     }
@@ -178,6 +178,7 @@ void ControlSection::follow(const ControlFollower::Passed& passed) {
     const std::int32_t value = control.clamped(passed.value);
     if (value != control.value) {
         control.value = value;
+        isChanged_ = true;
         tellWindow(control);
     }
 }
@@ -229,6 +230,7 @@ void ControlSection::savePreset(const std::string& name, const std::vector<Cell>
     writeControls(text, 0, map_);
     if (presets_.folder().write(name, text.str())) {
         map_.presetName = name;
+        isChanged_ = false;
     }
 }
 

@@ -54,7 +54,7 @@ public:
     void write(std::ostream& out, int depth, bool allowReference);
     void set(ControlMap map);
 
-    // Adds controls or replaces those in their cells. A preset without a file is then forgotten.
+    // Adds controls or replaces those in their cells.
     void put(const std::vector<Control>& controls);
 
     // Values. Each control sends its events in order; one that carries no number only when the value has changed, or
@@ -107,6 +107,7 @@ private:
     std::function<bool()> wake_;
     Component::SectionPresets<ControlMap> presets_;
     ControlMap map_;
+    bool isChanged_ = false; // since it was read as a whole
     std::set<Cell> selection_;
     std::set<Cell> movedByOthers_; // since they sent
     ControlBanks banks_;

@@ -79,7 +79,7 @@ void JoystickSection::read(const Platform::XmlElement& section) {
 }
 
 void JoystickSection::write(std::ostream& out, int depth, bool allowReference) const {
-    if (allowReference && presets_.saysAll(map_)) {
+    if (allowReference && presets_.saysAll(map_, isChanged_)) {
         writeJoystickReference(out, depth, map_);
     } else {
         writeJoystick(out, depth, map_);
@@ -89,15 +89,14 @@ void JoystickSection::write(std::ostream& out, int depth, bool allowReference) c
 void JoystickSection::set(JoystickMap map) {
     map_ = std::move(map);
     buttonKeys_ = asKeys(map_);
+    isChanged_ = false;
 }
 
 void JoystickSection::put(const JoystickMap& elements) {
     JoystickMap map = map_;
     map.merge(elements);
-    if (!presets_.folder().exists(map.presetName)) {
-        map.presetName.clear();
-    }
     set(std::move(map));
+    isChanged_ = true;
 }
 
 void JoystickSection::loadPreset(const std::string& name) {
@@ -119,6 +118,7 @@ void JoystickSection::savePreset(const std::string& name, const JoystickSelectio
     writeJoystick(text, 0, map_);
     if (presets_.folder().write(name, text.str())) {
         map_.presetName = name;
+        isChanged_ = false;
     }
 }
 

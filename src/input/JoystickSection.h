@@ -42,7 +42,7 @@ public:
     void write(std::ostream& out, int depth, bool allowReference) const;
     void set(JoystickMap map);
 
-    // Adds axes and buttons or replaces those with their ids. A preset without a file is then forgotten.
+    // Adds axes and buttons or replaces those with their ids.
     void put(const JoystickMap& elements);
 
     // Presets, by name.
@@ -59,6 +59,7 @@ private:
     const std::function<void(const Platform::Fault&)>& reportFault_;
     Component::SectionPresets<JoystickMap> presets_;
     JoystickMap map_;
+    bool isChanged_ = false;                     // since it was read as a whole
     ComputerInput::PressedKeys::Map buttonKeys_; // the buttons of map_ as keys
     ComputerInput::PressedKeys pressed_;
 };

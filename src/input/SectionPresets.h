@@ -58,13 +58,14 @@ public:
         return map;
     }
 
-    // True when the name of its preset says all of it: the preset holds the same, or has no file.
-    [[nodiscard]] bool saysAll(const Map& map) const {
+    // True when the name of its preset says all of it: the preset holds the same, or has no file and the section has
+    // not been changed since it was read.
+    [[nodiscard]] bool saysAll(const Map& map, bool isChanged) const {
         if (map.presetName.empty()) {
             return false;
         }
         if (!folder_.exists(map.presetName)) {
-            return true;
+            return !isChanged;
         }
         const Platform::Result<Map> stored = load(map.presetName, Map{});
         return stored && stored.value().hasSameActions(map);

@@ -19,6 +19,7 @@
 
 #include <concepts>
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <stdexcept>
 #include <string>
@@ -127,7 +128,8 @@ public:
 
     std::vector<Backend::MidiInputPort> inputPorts;
     std::vector<Backend::MidiOutputPort> outputPorts;
-    Gui::QelGuiIF* createdGui = nullptr; // what createQelGui gives
+    Gui::QelGuiIF* createdGui = nullptr;  // what createQelGui gives
+    std::function<void(Midi)> whenPlayed; // called with what was played
 
     // clang-format off
     void initialize() override { call("initialize"); }
@@ -189,7 +191,7 @@ public:
     void showSaveDialog() override { call("showSaveDialog"); }
     void showDefaultMidiOutputMenu() override { call("showDefaultMidiOutputMenu"); }
     void moveWindow(Relative x, Relative y) override { call("moveWindow", x, y); }
-    void playMidi(Midi message) override { call("playMidi", message); }
+    void playMidi(Midi message) override { call("playMidi", message); if (whenPlayed) { whenPlayed(message); } }
     void selectControl(const SelectControlType& which) override { call("selectControl", which); }
     void setWidgetFocus(const SelectControlType& which) override { call("setWidgetFocus", which); }
     void changeControl(const SelectControlType& which, Relative value) override { call("changeControl", which, value); }
@@ -237,6 +239,8 @@ public:
     void executeFunction(Text xml) override { call("executeFunction", xml); }
     void executeTranslation(Text xml, Midi incoming) override { call("executeTranslation", xml, incoming); }
     void synchronize(Backend::Barrier& barrier) override { call("synchronize", barrier); barrier.open(); }
+    void publishStatus() override { call("publishStatus"); }
+    Backend::QelStatus getStatus() const override { return {}; }
     Gui::QelGuiIF* createQelGui(bool isPlugin) override { call("createQelGui", isPlugin); return createdGui; }
     // clang-format on
 
