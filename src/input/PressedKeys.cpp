@@ -63,18 +63,16 @@ void PressedKeys::up(const Key& key, const Map& current) {
         press = std::move(node.mapped());
         handOn(press);
     }
-    bool hasNoteOff = false;
     if (const KeyConfiguration* configuration =
             press.map->find(press.map->useKeyUpMod ? key : key.withoutModifiers())) {
         for (const FunctionEntry& entry : configuration->entries) {
             if (entry.up) {
-                hasNoteOff = hasNoteOff || entry.up->getMidiEvent().isNoteOff();
                 end(*entry.up, press);
             }
         }
     }
     for (const OwedNote& note : press.owed) {
-        for (int i = 0; i < note.times && (note.always || note.hasEnded || !hasNoteOff); ++i) {
+        for (int i = 0; i < note.times; ++i) {
             note.noteOff->execute();
         }
     }
@@ -87,7 +85,7 @@ void PressedKeys::handOn(Press& press) {
             OwedNote* const theirs = namesItsWay(noteOff) ? other.find(noteOff) : nullptr;
             if (theirs != nullptr && theirs->times > 0) {
                 theirs->times += std::exchange(note.times, 0);
-                theirs->always = note.handedOn = true;
+                note.handedOn = true;
                 break;
             }
         }
@@ -100,7 +98,6 @@ void PressedKeys::end(const Function& up, Press& press) {
             return;
         }
         note->times = std::max(note->times - 1, 0);
-        note->hasEnded = true;
     }
     up.execute();
 }

@@ -19,9 +19,9 @@ namespace Backend::ComputerInput {
 // repeats do: only entries that keep sending are executed.
 //
 // Up: the up functions that run are those of the key without modifiers, or, with useKeyUpMod, of the key with the
-// modifiers of the release. Where no Note Off is among them, those run as well that belong to the notes that the key
-// has begun: the note of "Shift Q" ends also when "Q" alone plays none. An up of a key that is not down runs the up
-// functions of the current map.
+// modifiers of the release. Where they leave a note on that the key has begun, its Note Off runs as well: the note of
+// "Shift Q" ends although the up functions of "Q" run. An up of a key that is not down runs the up functions of the
+// current map.
 //
 // A note of an entry that keeps sending began more than once; its Note Off is executed as often. Of a note that names
 // its channel or output, which no layer counts, and that another key holds too, the Note Off waits for that key.
@@ -42,9 +42,7 @@ private:
     struct OwedNote {
         std::shared_ptr<const FunctionManagement::Function> noteOff;
         int times = 0;         // how often it is still to be executed
-        bool always = false;   // whatever else the up does: it was another key's
         bool handedOn = false; // now another key's
-        bool hasEnded = false; // by the up that is being handled
     };
     struct Press {
         Map map;

@@ -14,7 +14,6 @@ namespace {
 using Backend::QelMessageManager;
 
 constexpr std::array keyNames{"Q", "W", "Z", "Comma", "A", "K", "F2", "Space", "Numpad -"};
-constexpr std::size_t notesOfBuiltIn = 4;
 constexpr std::array modifierNames{"", "Shift ", "Control Alt "};
 constexpr int presetCount = 3;
 constexpr int programCount = 5;
@@ -49,9 +48,9 @@ protected:
         }
     }
 
-    std::string anyEntry(bool withNotes) {
+    std::string anyEntry() {
         const std::string begin = std::string("<Function keepSending=\"") + (oneIn(3) ? "true" : "false") + "\">";
-        if (!withNotes || oneIn(5)) {
+        if (oneIn(3)) {
             const std::string controller = "<MidiControllerChange controller=\"1\" value=\"1\"/>";
             return begin + "<Down>" + (oneIn(4) ? anyChange() : controller) + "</Down>" +
                    (oneIn(2) ? "<Up>" + controller + "</Up>" : "") + "</Function>";
@@ -63,24 +62,17 @@ protected:
         return begin + "<Down><MidiNoteOn" + data + "</Down><Up><MidiNoteOff" + data + "</Up></Function>";
     }
 
-    // The notes of a key always stand with the same modifiers: which of them end when they stand with several is for
-    // useKeyUpMod to say.
-    // So it is without modifiers for the keys that play notes in the built-in keyboard.
-    [[nodiscard]] const char* modifiersOfNotes(std::size_t key) const {
-        return modifierNames[key < notesOfBuiltIn ? 0 : (key + firstOwner) % modifierNames.size()];
-    }
-
     std::string anyKeyboard() {
         std::string text = std::string("<ComputerInput merge=\"") + (oneIn(3) ? "true" : "false") +
                            "\" useKeyUpMod=\"" + (oneIn(2) ? "true" : "false") + "\">";
-        for (std::size_t key = 0; key < keyNames.size(); ++key) {
+        for (const char* key : keyNames) {
             for (const char* modifiers : modifierNames) {
                 if (oneIn(4)) {
                     continue;
                 }
-                text += "<Key id=\"" + std::string(modifiers) + keyNames[key] + "\">";
+                text += "<Key id=\"" + std::string(modifiers) + key + "\">";
                 for (int i = random.number(0, 3); i > 0; --i) {
-                    text += anyEntry(modifiers == modifiersOfNotes(key));
+                    text += anyEntry();
                 }
                 text += "</Key>";
             }
@@ -105,7 +97,6 @@ protected:
     static Key keyOf(const std::string& name) { return Key(std::string_view(name)); }
 
     RandomCases random;
-    std::size_t firstOwner = random.number<std::size_t>(0, 2);
     BackendRig rig;
 };
 

@@ -303,7 +303,7 @@ TEST_F(ComputerInput, KeysGoDownAndUp) {
          "useKeyUpMod=\"true\"",
          {"+Shift Q", "-Q", "+Shift Q", "-Shift Q"},
          "on60 2 off60 on60 off60"},
-        {"another note's end is what was asked for", twoNotes, "", {"+Shift Q", "-Shift Q"}, "on62 off60"},
+        {"the key's own note ends too", twoNotes, "", {"+Shift Q", "-Shift Q"}, "on62 off60 off62"},
         {"a rolling note ends as often as it began",
          rolling,
          "",
