@@ -124,6 +124,28 @@ void QelBackend::changeGlobalKeyboard(const OnOffToggle& how, bool) {
     settings_.setGlobalKeyboard(how.applyTo(settings_.getGlobalKeyboard()));
 }
 
+void QelBackend::publishStatus() {
+    QelStatus status{programs_.name(), programs_.slot(), std::nullopt, std::nullopt, programs_.tempo()};
+    if (const Zones::Zone* const zone = zones_.zones().selected()) {
+        int selected = 0;
+        zones_.zones().forEach([&](const Zones::Zone& each) { selected += each.selected ? 1 : 0; });
+        status.zone = {zone->id, zone->transpose, selected};
+    }
+    const auto& selection = controls_.selection();
+    if (!selection.empty()) {
+        if (const Controls::Control* const control = controls_.map().find(*selection.begin())) {
+            status.control = {control->cell, control->name, control->value, static_cast<int>(selection.size())};
+        }
+    }
+    const std::lock_guard lock(statusMutex_);
+    status_ = std::move(status);
+}
+
+QelStatus QelBackend::getStatus() const {
+    const std::lock_guard lock(statusMutex_);
+    return status_;
+}
+
 void QelBackend::notBuilt(const std::source_location& where) {
     trace_.write("is not built yet", where.function_name(), where);
 }

@@ -24,6 +24,7 @@
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <source_location>
 #include <string>
 #include <vector>
@@ -177,6 +178,8 @@ public:
     void executeFunction(const std::string& xml) override;
     void executeTranslation(const std::string&, const MidiEngine::QelMidiMessage&) override { notBuilt(); }
     void synchronize(Barrier& barrier) override { engine_.getMessageManager().postBarrier(barrier); }
+    void publishStatus() override;
+    QelStatus getStatus() const override;
 
 private:
     // For operations whose section is not built yet: said in the trace under the operation's name.
@@ -201,6 +204,9 @@ private:
     Joystick::JoystickSection joysticks_;
     Joystick::JoystickMessageManager joystickManager_;
     ProgramSection programs_;
+
+    mutable std::mutex statusMutex_;
+    QelStatus status_;
 
     // From initialize() to end().
     std::unique_ptr<WorkerThread> auxiliary_;

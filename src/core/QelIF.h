@@ -1,6 +1,7 @@
 // The backend facade: everything that the host, the user interface and the input sections may ask of the backend.
 #pragma once
 
+#include "core/QelStatus.h"
 #include "platform/AutoResetEvent.h"
 #include "platform/WindowMessages.h"
 #include "values/MidiPort.h"
@@ -198,6 +199,10 @@ public:
     // Opens `barrier` once everything posted to the backend before, and all that came of it, has reached the
     // engine's pending queue.
     virtual void synchronize(Barrier& barrier) = 0;
+
+    // Makes a copy of how things are now, for getStatus.
+    virtual void publishStatus() = 0;
+    [[nodiscard]] virtual QelStatus getStatus() const = 0; // [any] as of the latest publishStatus
 
     // Builds the user interface, or gives null where there is none. The backend owns it.
     virtual Gui::QelGuiIF* createQelGui(bool isPlugin) = 0;

@@ -74,7 +74,8 @@ enum class QelMessageManager::Command : std::uint32_t {
     executeTranslation,
     setClickZoneChannelTranspose,
     barrier,
-    last = barrier
+    publishStatus,
+    last = publishStatus
 };
 
 namespace {
@@ -202,6 +203,7 @@ void QelMessageManager::handleMessage(const Platform::ThreadMessage& message) {
     }
     case Command::setClickZoneChannelTranspose: return qel_.setClickZoneChannelTranspose(flag(w));
     case Command::barrier: return qel_.synchronize(*reinterpret_cast<Barrier*>(w));
+    case Command::publishStatus: return qel_.publishStatus();
     }
     // clang-format on
 }
@@ -467,6 +469,10 @@ bool QelMessageManager::postBarrier(Barrier& barrier) {
 }
 
 // The keyboard.
+
+void QelMessageManager::postPublishStatus() {
+    post(Command::publishStatus);
+}
 
 void QelMessageManager::postKeyDown(const Key& key, bool repeat) {
     qel_.keyDown(key, repeat);

@@ -116,6 +116,9 @@ public:
     // it is open. False when the backend has stopped, and nobody will open it.
     [[nodiscard]] bool postBarrier(Barrier& barrier);
 
+    // QelIF::getStatus then gives how things are after everything posted before.
+    void postPublishStatus();
+
     // Call the backend on the calling thread: it posts the key on to the computer-input section itself. [gui]
     void postKeyDown(const Key& key, bool repeat);
     void postKeyUp(const Key& key);

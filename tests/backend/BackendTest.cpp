@@ -7,6 +7,7 @@
 #include "values/NoteToggle.h"
 #include "values/OnOffToggle.h"
 #include "values/RelativeFixedValue.h"
+#include "values/SelectControlType.h"
 #include "values/SelectType.h"
 
 #include <gmock/gmock.h>
@@ -268,6 +269,32 @@ TEST_F(BackendTest, ZonesAreSelectedByIdAndWrapAround) {
     select(SelectType(Kind::all));
     EXPECT_EQ(change(selected, RelativeFixedValue::relative(200)), "127127127"); // +127, folded
     EXPECT_EQ(change(SelectType(Kind::all), RelativeFixedValue::fixed(4)), "64 64 64 ");
+}
+
+TEST_F(BackendTest, TheStatusIsACopyOfHowThingsAre) {
+    const auto status = [this](const std::function<void(QelIF&)>& operation) {
+        rig.afterDirect(operation);
+        rig.after([](QelMessageManager& backend) { backend.postPublishStatus(); });
+        return rig.qel->getStatus();
+    };
+    load(R"(<Zones><Zone id="3"/><Zone id="4"/></Zones>)", R"(name="Two" tempo="90")");
+    Backend::QelStatus now = status([](QelIF&) {});
+    EXPECT_EQ(now.program, "Two");
+    EXPECT_EQ(now.zone, (Backend::QelStatus::SelectedZone{3, 0, 1}));
+    EXPECT_EQ(now.control, std::nullopt);
+    const Backend::QelStatus before = now;
+    now = status([](QelIF& qel) {
+        qel.selectZone(SelectType(Kind::all));
+        qel.changeZoneTranspose(SelectType::fixed(3), RelativeFixedValue::fixed(-12));
+        qel.selectControl(SelectControlType(SelectControlType::Kind::down));
+        qel.changeControl(SelectControlType(SelectControlType::Kind::selected), RelativeFixedValue::fixed(5));
+        qel.changeTempo(RelativeFixedValue::fixed(77), true);
+    });
+    EXPECT_EQ(now.zone, (Backend::QelStatus::SelectedZone{3, -12, 2}));
+    ASSERT_TRUE(now.control);
+    EXPECT_EQ(now.control->value, 5);
+    EXPECT_EQ(now.tempo, 77);
+    EXPECT_NE(now, before);
 }
 
 // Ports.

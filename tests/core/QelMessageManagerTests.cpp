@@ -161,6 +161,7 @@ struct Row {
         {503, [](M& m) { m.postExecuteTranslation("<T/>", timed); },
          "executeTranslation(\"<T/>\", 144 60 100 0* -1 -1 -1 5 -1 -1 -1)"},
         {504, [](M& m) { m.postSetClickZoneChannelTranspose(true); }, "setClickZoneChannelTranspose(true)"},
+        {506, [](M& m) { m.postPublishStatus(); }, "publishStatus()"},
     };
 }
 
@@ -177,7 +178,7 @@ TEST_F(QelMessageManagerTest, EachCommandIsOneMessageAndOneCallOnTheBackendThrea
 TEST_F(QelMessageManagerTest, ClaimsItsRangeAndIgnoresWhatHasNoCommand) {
     constexpr std::uint32_t base = Platform::applicationMessage;
     for (std::uint32_t n = 440; n < 520; ++n) {
-        EXPECT_EQ(proxy.wantMessage(base + n), n >= 450 && n <= 505) << n;
+        EXPECT_EQ(proxy.wantMessage(base + n), n >= 450 && n <= 506) << n;
     }
     for (const std::uint32_t n : {450u, 469u, 470u}) {
         master.postMessage(base + n, 1, 1);
