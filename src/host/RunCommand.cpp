@@ -8,12 +8,12 @@
 #include "host/live/StatusLine.h"
 #include "host/live/StopSignals.h"
 #include "host/live/Terminal.h"
+#include "host/live/TerminalKeyboard.h"
 
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <vector>
@@ -26,7 +26,7 @@ using Platform::Outcome;
 
 namespace {
 
-constexpr std::chrono::nanoseconds betweenLooks = 200ms;
+constexpr std::chrono::nanoseconds betweenLooks = StatusLine::interval;
 
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -41,7 +41,8 @@ public:
         if (target == "-") {
             if (!printsToOutput_) {
                 printsToOutput_ = true;
-                printers_.push_back(std::make_unique<EventPrinter>(stdout));
+                const bool besideStatus = standardOutputIsTerminal() && standardErrorIsTerminal();
+                printers_.push_back(std::make_unique<EventPrinter>(stdout, besideStatus ? StatusLine::eraser : ""));
             }
             return Platform::success();
         }
@@ -69,6 +70,14 @@ public:
             }
         }
         return Platform::success();
+    }
+    // How many times something was written.
+    [[nodiscard]] std::uint64_t written() const {
+        std::uint64_t written = 0;
+        for (const auto& printer : printers_) {
+            written += printer->written();
+        }
+        return written;
     }
     // What is still to be written is written; says what was lost.
     void finish() {
@@ -110,7 +119,7 @@ Outcome waitForEnd(const StopSignals& signals, const LiveScript* script, const P
             return state;
         }
         if (status != nullptr) {
-            status->update();
+            status->update(printers.written());
         }
         static_cast<void>(wake.waitFor(betweenLooks));
     }
@@ -185,16 +194,24 @@ Outcome RunCommand::play() {
         std::cerr << found.value().remark << std::endl;
         std::unique_ptr<StatusLine> status;
         if (standardErrorIsTerminal()) {
-            const std::filesystem::path program(session_.program.value_or("default program"));
-            status = std::make_unique<StatusLine>(stderr, program.filename().string(), player);
+            enableEscapeSequences();
+            status = std::make_unique<StatusLine>(stderr, session.qel(), player);
         }
         std::unique_ptr<LiveScript> script;
-        if (!standardInputIsTerminal()) {
+        std::unique_ptr<TerminalKeyboard> keyboard;
+        if (standardInputIsTerminal()) {
+            keyboard = std::make_unique<TerminalKeyboard>(session.qel(), player);
+            if (!keyboard->state()) {
+                std::cerr << keyboard->state().fault().text() << '\n';
+            }
+        } else {
             script = std::make_unique<LiveScript>(stdin, player, session.qel(), wake);
             printers.setStart(script->start());
         }
         ended = waitForEnd(signals, script.get(), printers, session, status.get(), wake);
         script.reset();
+        keyboard.reset();
+        status.reset();
         player.releaseAll();
         session.end();
         player.stop();

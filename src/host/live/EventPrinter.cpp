@@ -9,7 +9,8 @@ constexpr std::size_t room = 65536;
 constexpr std::size_t usualText = 65536;
 } // namespace
 
-EventPrinter::EventPrinter(std::FILE* file) : file_(file), ring_(room) {
+EventPrinter::EventPrinter(std::FILE* file, std::string beforeLine)
+    : file_(file), beforeLine_(std::move(beforeLine)), ring_(room) {
     thread_ = std::make_unique<Platform::Thread>([this] {
         Platform::setCurrentThreadName("events");
         work();
@@ -36,6 +37,7 @@ void EventPrinter::work() {
         last = stopping_.load(); // what was given before the stop is still written
         Played played;
         while (text.size() < usualText && ring_.pop(played)) {
+            text += beforeLine_;
             appendEventLine(text, played.tick, played.message);
         }
         if (text.empty()) {
@@ -50,6 +52,7 @@ void EventPrinter::work() {
             good_.store(false, std::memory_order_relaxed);
         }
         text.clear();
+        written_.fetch_add(1, std::memory_order_relaxed);
     }
 }
 

@@ -11,14 +11,15 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <string>
 
 namespace Host {
 
 // One line of appendEventLine a message, written and flushed at once by a thread of its own.
 class EventPrinter final {
 public:
-    // `file` outlives the printer.
-    explicit EventPrinter(std::FILE* file);
+    // `file` outlives the printer. `beforeLine` is written before each line.
+    explicit EventPrinter(std::FILE* file, std::string beforeLine = {});
     // Writes what was given to it before.
     ~EventPrinter();
     EventPrinter(const EventPrinter&) = delete;
@@ -33,6 +34,8 @@ public:
     // False once a line could not be written. [any]
     [[nodiscard]] bool isGood() const noexcept { return good_.load(std::memory_order_relaxed); }
     [[nodiscard]] std::uint64_t dropped() const noexcept { return dropped_.load(std::memory_order_relaxed); } // [any]
+    // How many times something was written. [any]
+    [[nodiscard]] std::uint64_t written() const noexcept { return written_.load(std::memory_order_relaxed); }
 
 private:
     struct Played {
@@ -42,12 +45,14 @@ private:
     void work();
 
     std::FILE* file_;
+    std::string beforeLine_;
     std::atomic<std::int32_t> start_ = Backend::engineTimeOrigin.count;
     SpscRing<Played> ring_;
     Platform::AutoResetEvent wake_;
     std::atomic<bool> stopping_ = false;
     std::atomic<bool> good_ = true;
     std::atomic<std::uint64_t> dropped_ = 0;
+    std::atomic<std::uint64_t> written_ = 0;
     std::unique_ptr<Platform::Thread> thread_;
 };
 

@@ -1,25 +1,32 @@
 #include "host/live/StatusLine.h"
 
+#include "core/QelIF.h"
+#include "core/QelMessageManager.h"
 #include "host/live/LivePlayer.h"
+#include "host/live/StatusText.h"
+#include "host/live/Terminal.h"
+#include "platform/Clocks.h"
 
 namespace Host {
 
 namespace {
 
-template <typename Port> std::string openPorts(const std::vector<Port>& ports) {
-    std::string names;
+template <typename Port> std::vector<std::string> openPorts(const std::vector<Port>& ports) {
+    std::vector<std::string> names;
     for (const Port& port : ports) {
         if (port.enabled) {
-            names += (names.empty() ? "" : ", ") + port.name;
+            names.push_back(port.name);
         }
     }
-    return names.empty() ? "none" : names;
+    return names;
 }
 
 } // namespace
 
-StatusLine::StatusLine(std::FILE* terminal, std::string program, const LivePlayer& player)
-    : terminal_(terminal), program_(std::move(program)), player_(player) {}
+StatusLine::StatusLine(std::FILE* terminal, Backend::QelIF& qel, const LivePlayer& player)
+    : terminal_(terminal), qel_(qel), player_(player) {
+    qel_.getQelMessageManager().postPublishStatus();
+}
 
 StatusLine::~StatusLine() {
     if (!shown_.empty()) {
@@ -28,25 +35,31 @@ StatusLine::~StatusLine() {
 }
 
 std::string StatusLine::text() const {
-    return program_ + " | " + std::to_string(player_.tempo()) + " BPM | in: " + openPorts(player_.system().inputs()) +
-           " | out: " + openPorts(player_.system().outputs()) + " | " + std::to_string(player_.heldNotes()) +
-           " notes held";
+    const StatusContent content{qel_.getStatus(), player_.tempo(), player_.heldNotes(),
+                                openPorts(player_.system().inputs()), openPorts(player_.system().outputs())};
+    return fitted(statusText(content), terminalColumns() - 1);
 }
 
-void StatusLine::update() {
-    std::string now = text();
-    if (now == shown_) {
+void StatusLine::update(std::uint64_t written) {
+    const auto now = Platform::monotonicTime();
+    if (now < next_) {
         return;
     }
-    const std::size_t rest = shown_.size() > now.size() ? shown_.size() - now.size() : 0;
-    std::fprintf(terminal_, "\r%s%s", now.c_str(), std::string(rest, ' ').c_str());
+    next_ = now + interval;
+    std::string current = text();
+    qel_.getQelMessageManager().postPublishStatus(); // for the next time
+    if (current == shown_ && written == written_) {
+        return;
+    }
+    std::fprintf(terminal_, "%s%s", eraser, current.c_str());
     std::fflush(terminal_);
-    shown_ = std::move(now);
+    shown_ = std::move(current);
+    written_ = written;
 }
 
 void StatusLine::clear() {
     if (!shown_.empty()) {
-        std::fprintf(terminal_, "\r%s\r", std::string(shown_.size(), ' ').c_str());
+        std::fputs(eraser, terminal_);
         shown_.clear();
     }
 }
