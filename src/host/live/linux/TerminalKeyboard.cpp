@@ -127,6 +127,7 @@ void TerminalKeyboard::Playing::run() {
         }
     }
     act(keys.liftAll());
+    waitForSilence(qel, player); // before whoever ends the program ends what is left
 }
 
 // In milliseconds; -1: for ever.

@@ -1,5 +1,6 @@
 #include "host/live/Terminal.h"
 
+#include <initializer_list>
 #include <io.h>
 #include <stdio.h>
 #include <windows.h>

@@ -23,9 +23,9 @@ ConsoleKey consoleKey(const KEY_EVENT_RECORD& record) {
 } // namespace
 
 struct TerminalKeyboard::Playing {
-    explicit Playing(Backend::QelIF& backend)
-        : qel(backend), console(GetStdHandle(STD_INPUT_HANDLE)), stop(CreateEventA(nullptr, TRUE, FALSE, nullptr)),
-          state(Platform::success()) {}
+    Playing(Backend::QelIF& backend, const LivePlayer& livePlayer)
+        : qel(backend), player(livePlayer), console(GetStdHandle(STD_INPUT_HANDLE)),
+          stop(CreateEventA(nullptr, TRUE, FALSE, nullptr)), state(Platform::success()) {}
     ~Playing() { CloseHandle(stop); }
     Playing(const Playing&) = delete;
     Playing& operator=(const Playing&) = delete;
@@ -35,6 +35,7 @@ struct TerminalKeyboard::Playing {
     void handle(const KEY_EVENT_RECORD& record);
 
     Backend::QelIF& qel;
+    const LivePlayer& player;
     HANDLE console;
     HANDLE stop;
     DWORD modeBefore = 0;
@@ -43,7 +44,8 @@ struct TerminalKeyboard::Playing {
     std::unique_ptr<Platform::Thread> thread;
 };
 
-TerminalKeyboard::TerminalKeyboard(Backend::QelIF& qel, const LivePlayer&) : playing_(std::make_unique<Playing>(qel)) {
+TerminalKeyboard::TerminalKeyboard(Backend::QelIF& qel, const LivePlayer& player)
+    : playing_(std::make_unique<Playing>(qel, player)) {
     // Control C stays a signal; without quick editing a click does not stop the output.
     if (!GetConsoleMode(playing_->console, &playing_->modeBefore) ||
         !SetConsoleMode(playing_->console, ENABLE_PROCESSED_INPUT | ENABLE_EXTENDED_FLAGS)) {
@@ -77,6 +79,7 @@ void TerminalKeyboard::Playing::run() {
         readKeys();
     }
     postKeys(qel, down.liftAll());
+    waitForSilence(qel, player); // before whoever ends the program ends what is left
 }
 
 void TerminalKeyboard::Playing::readKeys() {
