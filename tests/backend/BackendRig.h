@@ -41,6 +41,7 @@ public:
     std::unique_ptr<Backend::QelIF> qel;
     std::vector<Backend::MidiInputPort> inputs;
     std::vector<Backend::MidiOutputPort> outputs;
+    std::function<std::unique_ptr<Platform::Joysticks>()> openJoysticks; // at the next start
 
 private:
     void settle();
