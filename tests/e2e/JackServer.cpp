@@ -1,0 +1,60 @@
+#include "e2e/JackServer.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <jack/jack.h>
+#include <unistd.h>
+
+namespace {
+
+std::string serverName() {
+    return "tembrel-test-" + std::to_string(getpid());
+}
+
+bool answers() {
+    jack_client_t* const client = jack_client_open("tembrel-test-probe", JackNoStartServer, nullptr);
+    if (client == nullptr) {
+        return false;
+    }
+    jack_client_close(client);
+    return true;
+}
+
+} // namespace
+
+JackServer::JackServer(const std::string& folder, int period) : folder_(folder), period_(period) {
+    setenv("JACK_DEFAULT_SERVER", serverName().c_str(), 1);
+    setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
+    jack_set_error_function([](const char*) {});
+    jack_set_info_function([](const char*) {});
+    start();
+}
+
+JackServer::~JackServer() {
+    if (!running_) {
+        start(); // takes its own place again
+    }
+    server_->signal(SIGTERM);
+    static_cast<void>(server_->waitForEnd());
+}
+
+// Synchronous: the server waits for its clients, so that a busy machine costs time and no periods.
+void JackServer::start() {
+    const std::vector<std::string> arguments{"-n",    serverName(), "-r",    "-S", "-d",
+                                             "dummy", "-r",         "48000", "-p", std::to_string(period_)};
+    for (int tries = 0; tries < 3 && !running_; ++tries) {
+        server_ = std::make_unique<RunningProgram>("jackd", arguments, folder_);
+        running_ = server_->isRunning() && eventually([this] { return answers() || !server_->isRunning(); }) &&
+                   server_->isRunning();
+    }
+}
+
+std::string JackServer::error() const {
+    return server_->error() + server_->output();
+}
+
+void JackServer::kill() {
+    server_->signal(SIGKILL);
+    static_cast<void>(server_->waitForEnd());
+    running_ = false;
+}

@@ -1,0 +1,250 @@
+// tembrel run under a real JACK server, heard by another client.
+#include "e2e/JackPeer.h"
+#include "e2e/JackServer.h"
+#include "e2e/RunningProgram.h"
+#include "platform/TemporaryFolder.h"
+
+#include <csignal>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+
+namespace {
+
+const char* const tembrel = TEMBREL_BIN_DIR "/tembrel";
+constexpr int period = 256;
+
+const char* const layered = R"(<?xml version="1.0" encoding="utf-8"?>
+<ProgramFile>
+	<Program name="Layered">
+		<Layers merge="false">
+			<Layer output="0" channel="0"/>
+			<Layer output="0" channel="1" transpose="+12"/>
+		</Layers>
+	</Program>
+</ProgramFile>
+)";
+
+using Message = std::vector<std::uint8_t>;
+
+std::vector<std::string> bytesOf(const std::vector<JackPeer::Event>& events) {
+    std::vector<std::string> bytes;
+    for (const auto& event : events) {
+        bytes.push_back(event.bytes);
+    }
+    return bytes;
+}
+
+class Jack : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!server.isRunning()) {
+            GTEST_SKIP() << "jackd cannot be started here: " << server.error();
+        }
+        startPeer();
+    }
+    void startPeer() {
+        peer = std::make_unique<JackPeer>("peer");
+        ASSERT_TRUE(peer->isOpen());
+    }
+    std::unique_ptr<RunningProgram> start(std::vector<std::string> more = {}) {
+        std::vector<std::string> arguments{"run",  "--headless", "--midi",
+                                           "jack", "--data",     (folder.path() / "data").string()};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return std::make_unique<RunningProgram>(tembrel, std::move(arguments), folder.path());
+    }
+    [[nodiscard]] bool connect() const {
+        return eventually([this] { return peer->sees("Tembrel:in") && peer->sees("Tembrel:out"); }) &&
+               eventually([this] { return peer->connect("Tembrel:in", "Tembrel:out"); });
+    }
+    // Whether the program's whole road is open: notes of no meaning until one comes back.
+    [[nodiscard]] bool isHeard() const {
+        return eventually([this] {
+            peer->send({{0x90, 1, 1}, {0x80, 1, 1}}, {0});
+            return !peer->received().empty();
+        });
+    }
+    std::string file(const std::string& name, const std::string& content) const {
+        std::ofstream((folder.path() / name), std::ios::binary) << content;
+        return (folder.path() / name).string();
+    }
+
+    TemporaryFolder folder;
+    JackServer server{folder.path(), period};
+    std::unique_ptr<JackPeer> peer;
+};
+
+TEST_F(Jack, AClientThatSendsIntoItReceivesTheLayeredResult) {
+    const auto program = start({"--program", file("layered.prg", layered)});
+    ASSERT_TRUE(connect()) << program->error();
+    peer->send({{0x93, 60, 100}, {0xB3, 7, 90}, {0x83, 60, 11}}, {0, 100, 255});
+    ASSERT_TRUE(eventually([&] { return peer->received().size() >= 6; })) << program->error();
+    EXPECT_EQ(bytesOf(peer->received()),
+              (std::vector<std::string>{"90 60 100", "91 72 100", "B0 7 90", "B1 7 90", "80 60 11", "81 72 11"}));
+    EXPECT_EQ(program->error(), "MIDI system: JACK, 1 of 2 inputs and 1 of 2 outputs open\n") << "the peer's are there";
+}
+
+TEST_F(Jack, EverythingTakesTheSameNumberOfFrames) {
+    const auto program = start();
+    ASSERT_TRUE(connect()) << program->error();
+    ASSERT_TRUE(isHeard());
+    std::vector<Message> messages;
+    std::vector<std::int32_t> offsets;
+    for (int i = 0; i < 400; ++i) {
+        messages.push_back({0xB0, static_cast<std::uint8_t>(i % 100), static_cast<std::uint8_t>(1 + i / 100)});
+        offsets.push_back(i * 37 % period);
+    }
+    static_cast<void>(peer->takeXruns());
+    peer->send(messages, offsets);
+    const auto controllers = [](const std::vector<JackPeer::Event>& events) {
+        std::map<std::string, std::int64_t> frames;
+        for (const auto& event : events) {
+            if (event.bytes.compare(0, 2, "B0") == 0) {
+                frames.emplace(event.bytes, event.frame);
+            }
+        }
+        return frames;
+    };
+    ASSERT_TRUE(eventually([&] { return controllers(peer->received()).size() == messages.size(); }))
+        << controllers(peer->received()).size() << program->error();
+    // One period in the program; one more because peer and program are a loop, where JACK hands on a period late.
+    const auto sent = controllers(peer->sent());
+    int exact = 0;
+    for (const auto& [bytes, frame] : controllers(peer->received())) {
+        exact += frame - sent.at(bytes) == 2 * period ? 1 : 0;
+    }
+    // A server that is not in time drops whole periods; then there is nothing to be said.
+    if (peer->takeXruns() == 0) {
+        EXPECT_GT(exact, 360) << "of 400";
+    }
+}
+
+TEST_F(Jack, ManyMessagesAPeriodPassInOrderWithoutLoss) {
+    const auto program = start();
+    ASSERT_TRUE(connect()) << program->error();
+    ASSERT_TRUE(isHeard());
+    std::vector<Message> messages;
+    std::vector<std::string> expected;
+    for (int i = 0; i < 6000; ++i) {
+        messages.push_back({0xB0, static_cast<std::uint8_t>(i % 120), static_cast<std::uint8_t>(i / 120)});
+        expected.push_back("B0 " + std::to_string(i % 120) + ' ' + std::to_string(i / 120));
+    }
+    for (std::size_t i = 0; i < messages.size(); i += 750) {
+        peer->sendAtOnce({messages.begin() + static_cast<std::ptrdiff_t>(i),
+                          messages.begin() + static_cast<std::ptrdiff_t>(i + 750)});
+    }
+    const auto controllers = [&] {
+        std::vector<std::string> bytes = bytesOf(peer->received());
+        std::erase_if(bytes, [](const std::string& one) { return one.compare(0, 2, "B0") != 0; });
+        return bytes;
+    };
+    const bool all = eventually([&] { return controllers().size() >= expected.size(); });
+    if (peer->takeXruns() == 0 || all) {
+        const auto received = controllers();
+        const auto differs = std::mismatch(received.begin(), received.end(), expected.begin(), expected.end());
+        program->signal(SIGTERM);
+        static_cast<void>(program->waitForEnd());
+        EXPECT_TRUE(differs.second == expected.end())
+            << "got " << received.size() << ", at " << differs.second - expected.begin() << ": "
+            << (differs.first == received.end() ? "nothing" : *differs.first) << '\n'
+            << program->error();
+    }
+}
+
+TEST_F(Jack, WhatIsNoMessageIsPassedOverAndCounted) {
+    const auto program = start();
+    ASSERT_TRUE(connect()) << program->error();
+    peer->send({{0xF0, 1, 2, 3, 0xF7}, {0x40, 3}, {0x90, 60}, {0xF1, 0}, {0x90, 60, 100}}, {0});
+    ASSERT_TRUE(eventually([&] { return !peer->received().empty(); }));
+    EXPECT_EQ(peer->received().front().bytes, "90 60 100");
+    program->signal(SIGTERM);
+    EXPECT_EQ(program->waitForEnd(), 0);
+    EXPECT_NE(program->error().find("\n1 system exclusive messages"), std::string::npos) << program->error();
+    EXPECT_NE(program->error().find("\n3 malformed messages"), std::string::npos) << program->error();
+}
+
+TEST_F(Jack, EndingItEndsWhatSounds) {
+    for (const int way : {SIGTERM, SIGINT, 0}) {
+        SCOPED_TRACE(way);
+        const auto program = start({"--program", file("layered.prg", layered)});
+        ASSERT_TRUE(connect()) << program->error();
+        const std::size_t before = peer->received().size();
+        peer->send({{0x90, 60, 100}, {0x90, 64, 100}}, {0});
+        ASSERT_TRUE(eventually([&] { return peer->received().size() == before + 4; }));
+        if (way != 0) {
+            program->signal(way);
+        } else {
+            program->write("0 end\n");
+        }
+        EXPECT_EQ(program->waitForEnd(), 0) << program->error();
+        ASSERT_TRUE(eventually([&] { return peer->received().size() == before + 8; }));
+        const auto received = bytesOf(peer->received());
+        EXPECT_THAT(std::vector<std::string>(received.end() - 4, received.end()),
+                    testing::UnorderedElementsAre("80 60 100", "81 72 100", "80 64 100", "81 76 100"));
+        ASSERT_TRUE(eventually([&] { return !peer->sees("Tembrel:out"); }));
+    }
+}
+
+TEST_F(Jack, PortsAreOpenedByName) {
+    const auto program = start({"--in", "PEER", "--out", "peer"});
+    ASSERT_TRUE(eventually([&] { return peer->connections("peer:out").size() == 1; })) << program->error();
+    ASSERT_TRUE(eventually([&] { return peer->connections("peer:in").size() == 1; }));
+    ASSERT_TRUE(isHeard());
+
+    // The same port once more, after its client has gone and come back.
+    peer.reset();
+    startPeer();
+    ASSERT_TRUE(eventually([&] { return peer->connections("peer:out").size() == 1; })) << program->error();
+    ASSERT_TRUE(eventually([&] { return peer->connections("peer:in").size() == 1; }));
+    ASSERT_TRUE(isHeard());
+
+    const auto wrong = start({"--in", "nonsense"});
+    EXPECT_EQ(wrong->waitForEnd(), 1);
+    EXPECT_EQ(wrong->error(), "there is no MIDI input named \"nonsense\"\n");
+}
+
+TEST_F(Jack, OutlivesTheServerAndFindsTheNext) {
+    const auto program = start();
+    ASSERT_TRUE(connect()) << program->error();
+    ASSERT_TRUE(isHeard());
+    server.kill();
+    peer.reset();
+    EXPECT_TRUE(program->isRunning());
+    server.start();
+    ASSERT_TRUE(server.isRunning());
+    startPeer();
+    ASSERT_TRUE(connect()) << program->error();
+    ASSERT_TRUE(isHeard());
+    server.kill();
+    peer.reset();
+    program->signal(SIGTERM); // with nobody there to hear the end
+    EXPECT_EQ(program->waitForEnd(), 0) << program->error();
+}
+
+TEST_F(Jack, ListsPortsAndPrintsWhatArrives) {
+    RunningProgram ports(tembrel, {"ports"}, folder.path());
+    EXPECT_EQ(ports.waitForEnd(), 0);
+    EXPECT_EQ(ports.output(), "input JACK peer:out\noutput JACK peer:in\n");
+
+    RunningProgram monitor(tembrel, {"monitor", "--midi", "jack", "peer"}, folder.path());
+    ASSERT_TRUE(eventually([&] { return peer->connections("peer:out").size() == 1; })) << monitor.error();
+    peer->send({{0x90, 60, 100}}, {0});
+    ASSERT_TRUE(eventually([&] { return !monitor.output().empty(); }));
+    EXPECT_NE(monitor.output().find(" peer:out: Note On, channel 1, 60 (C4), 100\n"), std::string::npos);
+    monitor.signal(SIGINT);
+    EXPECT_EQ(monitor.waitForEnd(), 0);
+}
+
+TEST_F(Jack, WatchesPortsComeAndGo) {
+    RunningProgram watch(tembrel, {"ports", "--watch"}, folder.path());
+    ASSERT_TRUE(eventually([&] { return watch.output().find("output JACK peer:in\n") != std::string::npos; }));
+    peer.reset();
+    ASSERT_TRUE(eventually([&] { return watch.output().find("\n- input JACK peer:out\n") != std::string::npos; }));
+    startPeer();
+    ASSERT_TRUE(eventually([&] { return watch.output().find("\n+ output JACK peer:in\n") != std::string::npos; }));
+    watch.signal(SIGTERM);
+    EXPECT_EQ(watch.waitForEnd(), 0);
+}
+
+} // namespace
