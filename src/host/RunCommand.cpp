@@ -42,7 +42,7 @@ public:
             if (!printsToOutput_) {
                 printsToOutput_ = true;
                 const bool besideStatus = standardOutputIsTerminal() && standardErrorIsTerminal();
-                printers_.push_back(std::make_unique<EventPrinter>(stdout, besideStatus ? StatusLine::eraser : ""));
+                printers_.push_back(std::make_unique<EventPrinter>(stdout, besideStatus ? lineEraser() : ""));
             }
             return Platform::success();
         }
@@ -194,7 +194,6 @@ Outcome RunCommand::play() {
         std::cerr << found.value().remark << std::endl;
         std::unique_ptr<StatusLine> status;
         if (standardErrorIsTerminal()) {
-            enableEscapeSequences();
             status = std::make_unique<StatusLine>(stderr, session.qel(), player);
         }
         std::unique_ptr<LiveScript> script;

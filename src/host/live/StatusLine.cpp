@@ -51,7 +51,7 @@ void StatusLine::update(std::uint64_t written) {
     if (current == shown_ && written == written_) {
         return;
     }
-    std::fprintf(terminal_, "%s%s", eraser, current.c_str());
+    std::fprintf(terminal_, "%s%s", lineEraser().c_str(), current.c_str());
     std::fflush(terminal_);
     shown_ = std::move(current);
     written_ = written;
@@ -59,7 +59,7 @@ void StatusLine::update(std::uint64_t written) {
 
 void StatusLine::clear() {
     if (!shown_.empty()) {
-        std::fputs(eraser, terminal_);
+        std::fputs(lineEraser().c_str(), terminal_);
         shown_.clear();
     }
 }

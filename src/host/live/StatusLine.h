@@ -20,8 +20,6 @@ class StatusLine final {
 public:
     // Between two drawings.
     static constexpr std::chrono::milliseconds interval{100};
-    // Clears the line that it is written in: for what others write into the same terminal.
-    static constexpr const char* eraser = "\r\x1b[K";
 
     // All outlive the object.
     StatusLine(std::FILE* terminal, Backend::QelIF& qel, const LivePlayer& player);

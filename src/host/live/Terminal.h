@@ -1,6 +1,8 @@
 // The standard streams where they are a terminal.
 #pragma once
 
+#include <string>
+
 namespace Host {
 
 [[nodiscard]] bool standardInputIsTerminal() noexcept;
@@ -10,7 +12,7 @@ namespace Host {
 // Of the terminal at standard error, as it is now; 80 when it does not say.
 [[nodiscard]] int terminalColumns() noexcept;
 
-// Lets the terminal at standard output and error obey escape sequences, where it has to be told.
-void enableEscapeSequences() noexcept;
+// What clears the line that it is written in and leaves the cursor at its beginning.
+[[nodiscard]] std::string lineEraser();
 
 } // namespace Host

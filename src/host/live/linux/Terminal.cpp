@@ -22,6 +22,8 @@ int terminalColumns() noexcept {
     return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
-void enableEscapeSequences() noexcept {}
+std::string lineEraser() {
+    return "\r\x1b[K";
+}
 
 } // namespace Host

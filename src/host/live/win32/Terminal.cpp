@@ -1,6 +1,5 @@
 #include "host/live/Terminal.h"
 
-#include <initializer_list>
 #include <io.h>
 #include <stdio.h>
 #include <windows.h>
@@ -26,13 +25,9 @@ int terminalColumns() noexcept {
     return known && columns > 1 ? columns : 80;
 }
 
-void enableEscapeSequences() noexcept {
-    for (const DWORD which : {STD_OUTPUT_HANDLE, STD_ERROR_HANDLE}) {
-        const HANDLE console = GetStdHandle(which);
-        if (DWORD mode = 0; GetConsoleMode(console, &mode) != 0) {
-            SetConsoleMode(console, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
-        }
-    }
+// Not every console obeys escape sequences.
+std::string lineEraser() {
+    return "\r" + std::string(static_cast<std::size_t>(terminalColumns() - 1), ' ') + "\r";
 }
 
 } // namespace Host
