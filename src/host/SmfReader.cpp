@@ -1,6 +1,8 @@
 #include "host/SmfReader.h"
 
 #include <algorithm>
+#include <bit>
+#include <limits>
 
 namespace Host {
 
@@ -11,6 +13,7 @@ namespace {
 
 constexpr std::size_t chunkHeaderSize = 8;
 constexpr int trackBits = 16; // a file has at most 65535 tracks
+constexpr std::uint64_t nothingLeft = std::numeric_limits<std::uint64_t>::max();
 
 // Whole beats a minute, kept within what the program plays.
 int beatsPerMinute(std::uint32_t microsecondsPerQuarter) {
@@ -19,6 +22,15 @@ int beatsPerMinute(std::uint32_t microsecondsPerQuarter) {
     }
     const std::uint32_t rounded = (60'000'000U + microsecondsPerQuarter / 2) / microsecondsPerQuarter;
     return static_cast<int>(std::clamp<std::uint32_t>(rounded, 10, 500));
+}
+
+// Mostly the event held a message before, so that only its bytes change.
+void setMessage(PerformanceEvent& event, MidiArrives message) {
+    if (auto* const held = std::get_if<MidiArrives>(&event.what)) {
+        *held = message;
+    } else {
+        event.what = message;
+    }
 }
 
 } // namespace
@@ -42,26 +54,19 @@ Platform::Result<std::unique_ptr<SmfReader>> SmfReader::open(std::string content
 }
 
 bool SmfReader::next(PerformanceEvent& event) {
-    while (!heap_.empty()) {
-        const std::size_t number = heap_.front() & ((1U << trackBits) - 1);
+    while (winners_[1] != nothingLeft) {
+        const std::uint64_t winner = winners_[1];
+        const std::size_t number = winner & ((1U << trackBits) - 1);
         SmfTrack& track = tracks_[number];
+        const auto tick = static_cast<std::int32_t>(winner >> trackBits);
         const bool isMessage = found_[number] == SmfTrack::Found::message;
-        const auto tick = static_cast<std::int32_t>(heap_.front() >> trackBits);
-        int tempo = tempo_;
+        const int tempo = isMessage ? tempo_ : beatsPerMinute(track.microsecondsPerQuarter());
         if (isMessage) {
             event.tick = tick;
-            event.what = MidiArrives{track.port(), track.status(), track.d1(), track.d2()};
-        } else {
-            tempo = beatsPerMinute(track.microsecondsPerQuarter());
+            setMessage(event, {track.port(), track.status(), track.d1(), track.d2()});
         }
         found_[number] = track.next();
-        if (found_[number] == SmfTrack::Found::end) {
-            heap_.front() = heap_.back();
-            heap_.pop_back();
-        } else {
-            heap_.front() = orderOf(number);
-        }
-        sink(0);
+        enter(number);
         if (isMessage) {
             return true;
         }
@@ -127,6 +132,7 @@ Outcome SmfReader::readHeader() {
     if (division_ == 0) {
         return fault(12, "a division of 0 ticks a quarter note");
     }
+    wholeFactor_ = 480 % division_ == 0 ? 480 / division_ : 0;
     return Platform::success();
 }
 
@@ -151,14 +157,11 @@ Outcome SmfReader::checkTrack(SmfTrack track, int inputs) const {
 }
 
 void SmfReader::startMerging() {
-    found_.reserve(tracks_.size());
+    winners_.assign(2 * std::bit_ceil(std::max<std::size_t>(tracks_.size(), 1)), nothingLeft);
     for (std::size_t number = 0; number < tracks_.size(); ++number) {
         found_.push_back(tracks_[number].next());
-        if (found_.back() != SmfTrack::Found::end) {
-            heap_.push_back(orderOf(number));
-        }
+        enter(number);
     }
-    std::make_heap(heap_.begin(), heap_.end(), std::greater<>());
 }
 
 std::int64_t SmfReader::tickOf(std::uint64_t time) const noexcept {
@@ -167,31 +170,27 @@ std::int64_t SmfReader::tickOf(std::uint64_t time) const noexcept {
     if (time >= tooLate) {
         return std::int64_t{latestTick} + 1; // ... and 2^50 / 32767 quarter notes are later than any tick we take.
     }
-    return static_cast<std::int64_t>((time * (2 * 480) + division_) / (2 * std::uint64_t{division_}));
+    if (wholeFactor_ != 0) {
+        return static_cast<std::int64_t>(time * wholeFactor_);
+    }
+    const std::uint64_t doubled = time * (2 * 480) + division_;
+    const bool isSmall = doubled <= std::numeric_limits<std::uint32_t>::max(); // then dividing is several times faster
+    return static_cast<std::int64_t>(isSmall ? static_cast<std::uint32_t>(doubled) / (2 * division_)
+                                             : doubled / (2 * std::uint64_t{division_}));
 }
 
-std::uint64_t SmfReader::orderOf(std::size_t track) const noexcept {
-    return static_cast<std::uint64_t>(tickOf(tracks_[track].time())) << trackBits | track;
-}
-
-// Lets the entry at `place` sink to where the heap is in order again.
-void SmfReader::sink(std::size_t place) noexcept {
-    const std::size_t size = heap_.size();
-    if (place >= size) {
-        return;
+// Lets a track play against the others again, with what stands next in it. No branch depends on who wins: nobody could
+// foretell it.
+void SmfReader::enter(std::size_t track) noexcept {
+    std::uint64_t* const winners = winners_.data();
+    std::size_t place = winners_.size() / 2 + track;
+    winners[place] = found_[track] == SmfTrack::Found::end
+                         ? nothingLeft
+                         : static_cast<std::uint64_t>(tickOf(tracks_[track].time())) << trackBits | track;
+    while (place > 1) {
+        place /= 2;
+        winners[place] = std::min(winners[2 * place], winners[2 * place + 1]);
     }
-    const std::uint64_t entry = heap_[place];
-    for (std::size_t child = 2 * place + 1; child < size; child = 2 * place + 1) {
-        if (child + 1 < size && heap_[child + 1] < heap_[child]) {
-            ++child;
-        }
-        if (entry <= heap_[child]) {
-            break;
-        }
-        heap_[place] = heap_[child];
-        place = child;
-    }
-    heap_[place] = entry;
 }
 
 const std::uint8_t* SmfReader::bytes() const noexcept {

@@ -38,9 +38,7 @@ private:
     void startMerging();
     // The tick of a time of the file; above latestTick for one that is too late.
     [[nodiscard]] std::int64_t tickOf(std::uint64_t time) const noexcept;
-    // The place of a track in the order of the merge: its next tick, then its number.
-    [[nodiscard]] std::uint64_t orderOf(std::size_t track) const noexcept;
-    void sink(std::size_t place) noexcept;
+    void enter(std::size_t track) noexcept;
     [[nodiscard]] const std::uint8_t* bytes() const noexcept;
     [[nodiscard]] std::uint32_t numberAt(std::size_t position, int size) const noexcept;
     [[nodiscard]] Platform::Fault fault(std::size_t position, const std::string& reason) const;
@@ -49,10 +47,13 @@ private:
     std::string name_;
     std::size_t trackCount_ = 0;
     std::uint32_t division_ = 480;
+    std::uint32_t wholeFactor_ = 1; // our ticks a tick of the file, 0 when that is no whole number
     std::vector<SmfTrack> tracks_;
     std::vector<SmfTrack::Found> found_; // of each track, what stands next in it
-    std::vector<std::uint64_t> heap_;    // orderOf the tracks that have something next; the least stands first
-    int tempo_ = 0;                      // the last one given; 0 before the first
+    // The tournament of the tracks, each with its next tick and, below that, its number: the least wins. Place 1 is the
+    // final, the second half are the tracks, and each place before holds the winner of the two at twice its number.
+    std::vector<std::uint64_t> winners_;
+    int tempo_ = 0; // the last one given; 0 before the first
 };
 
 } // namespace Host
