@@ -12,13 +12,14 @@
 #include "values/SelectType.h"
 
 #include <cassert>
+#include <functional>
 #include <utility>
 
 namespace Backend {
 
 using MidiEngine::QelMidiMessage;
 
-// Their numbers are fixed. 450, 469 and 470 are reserved: wanted, and ignored.
+// Their numbers are fixed. 450, 469, 470 and 505 are reserved: wanted, and ignored.
 enum class QelMessageManager::Command : std::uint32_t {
     first = Platform::applicationMessage + 450,
     initialize,
@@ -70,12 +71,10 @@ enum class QelMessageManager::Command : std::uint32_t {
     setTempoSource,
     setMouseSensitivity,
     processMidiInputEvents,
-    executeFunction,
-    executeTranslation,
-    setClickZoneChannelTranspose,
+    call,
     barrier,
-    publishStatus,
-    last = publishStatus
+    setClickZoneChannelTranspose,
+    last
 };
 
 namespace {
@@ -86,10 +85,8 @@ struct ImportRecord {
     Platform::WindowHandle owner;
 };
 
-struct TranslationRecord {
-    std::string xml;
-    QelMidiMessage incoming;
-};
+// What has no number of its own.
+using Call = std::function<void(QelIF&)>;
 
 [[nodiscard]] bool flag(std::uintptr_t parameter) {
     return parameter != 0;
@@ -146,7 +143,8 @@ void QelMessageManager::handleMessage(const Platform::ThreadMessage& message) {
     const std::intptr_t l = message.lParam;
     // clang-format off
     switch (static_cast<Command>(message.id)) {
-    case Command::first: break;
+    case Command::first:
+    case Command::last: break;
     case Command::initialize: qel_.initialize(); return endSend();
     case Command::end: qel_.end(); return endSend();
     case Command::sendSetMidiInputPorts: qel_.setMidiInputPorts(*takeCopy<std::vector<MidiInputPort>>(w)); return endSend();
@@ -196,14 +194,9 @@ void QelMessageManager::handleMessage(const Platform::ThreadMessage& message) {
     case Command::setTempoSource: return qel_.setTempoSource(static_cast<std::uint8_t>(w), flag(l));
     case Command::setMouseSensitivity: return qel_.setMouseSensitivity(number(w));
     case Command::processMidiInputEvents: return qel_.processMidiInputEvents(*takeCopy<std::vector<QelMidiMessage>>(w));
-    case Command::executeFunction: return qel_.executeFunction(*text(w));
-    case Command::executeTranslation: {
-        const auto record = takeCopy<TranslationRecord>(w);
-        return qel_.executeTranslation(record->xml, record->incoming);
-    }
-    case Command::setClickZoneChannelTranspose: return qel_.setClickZoneChannelTranspose(flag(w));
+    case Command::call: return (*takeCopy<Call>(w))(qel_);
     case Command::barrier: return qel_.synchronize(*reinterpret_cast<Barrier*>(w));
-    case Command::publishStatus: return qel_.publishStatus();
+    case Command::setClickZoneChannelTranspose: return qel_.setClickZoneChannelTranspose(flag(w));
     }
     // clang-format on
 }
@@ -457,22 +450,23 @@ void QelMessageManager::postEnableRetroRecord(bool on) {
 // Functions and translations.
 
 void QelMessageManager::postExecuteFunction(std::string xml) {
-    postInWParam(Command::executeFunction, std::move(xml));
+    postInWParam(Command::call, Call([xml = std::move(xml)](QelIF& qel) { qel.executeFunction(xml); }));
 }
 
 void QelMessageManager::postExecuteTranslation(std::string xml, const QelMidiMessage& incoming) {
-    postInWParam(Command::executeTranslation, TranslationRecord{std::move(xml), incoming});
+    postInWParam(Command::call,
+                 Call([xml = std::move(xml), incoming](QelIF& qel) { qel.executeTranslation(xml, incoming); }));
 }
 
 bool QelMessageManager::postBarrier(Barrier& barrier) {
     return post(Command::barrier, reinterpret_cast<std::uintptr_t>(&barrier));
 }
 
-// The keyboard.
-
 void QelMessageManager::postPublishStatus() {
-    post(Command::publishStatus);
+    postInWParam(Command::call, Call([](QelIF& qel) { qel.publishStatus(); }));
 }
+
+// The keyboard.
 
 void QelMessageManager::postKeyDown(const Key& key, bool repeat) {
     qel_.keyDown(key, repeat);
