@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cctype>
 #include <chrono>
+#include <iostream>
 
 namespace Host {
 
@@ -20,6 +21,21 @@ constexpr std::chrono::nanoseconds betweenLooks = 500ms;
 
 // With a callback RtMidi neither throws after construction nor prints.
 void ignoreError(RtMidiError::Type, const std::string&, void*) {}
+
+// Takes standard error from RtMidi's constructors, which have no callback yet and remark there that no device is there.
+class QuietError final {
+public:
+    QuietError() : before_(std::cerr.rdbuf(nullptr)) {}
+    ~QuietError() {
+        std::cerr.rdbuf(before_);
+        std::cerr.clear();
+    }
+    QuietError(const QuietError&) = delete;
+    QuietError& operator=(const QuietError&) = delete;
+
+private:
+    std::streambuf* before_;
+};
 
 template <typename Port> std::unique_ptr<Port> create(const std::string& client) {
     const auto api = static_cast<RtMidi::Api>(rtMidiHost().api);
@@ -105,9 +121,11 @@ struct RtMidiSystem::Input {
     std::unique_ptr<RtMidiIn> port;
 };
 
-RtMidiSystem::RtMidiSystem(const PortWishes& wishes)
-    : wishes_(wishes), inputLister_(create<RtMidiIn>(wishes.clientName)),
-      outputLister_(create<RtMidiOut>(wishes.clientName)) {}
+RtMidiSystem::RtMidiSystem(const PortWishes& wishes) : wishes_(wishes) {
+    const QuietError quiet; // no other thread of ours writes yet
+    inputLister_ = create<RtMidiIn>(wishes.clientName);
+    outputLister_ = create<RtMidiOut>(wishes.clientName);
+}
 
 RtMidiSystem::~RtMidiSystem() {
     stop();

@@ -1,21 +1,29 @@
 #include "host/live/Terminal.h"
 
-#include <io.h>
-#include <stdio.h>
 #include <windows.h>
 
 namespace Host {
 
+namespace {
+
+// What the library calls a terminal is any device of characters, NUL among them.
+bool isConsole(DWORD stream) noexcept {
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(stream), &mode) != 0;
+}
+
+} // namespace
+
 bool standardInputIsTerminal() noexcept {
-    return _isatty(_fileno(stdin)) != 0;
+    return isConsole(STD_INPUT_HANDLE);
 }
 
 bool standardOutputIsTerminal() noexcept {
-    return _isatty(_fileno(stdout)) != 0;
+    return isConsole(STD_OUTPUT_HANDLE);
 }
 
 bool standardErrorIsTerminal() noexcept {
-    return _isatty(_fileno(stderr)) != 0;
+    return isConsole(STD_ERROR_HANDLE);
 }
 
 int terminalColumns() noexcept {
