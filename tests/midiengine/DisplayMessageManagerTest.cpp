@@ -2,10 +2,10 @@
 #include "midiengine/DisplayMessageManager.h"
 
 #include "EngineRig.h"
+#include "platform/Threads.h"
 
 #include <atomic>
 #include <gtest/gtest.h>
-#include <thread>
 
 namespace {
 
@@ -85,11 +85,12 @@ TEST_F(DisplayMessageManagerTest, TheClockNeverWaitsAndWhatIsTooMuchIsCounted) {
 
 TEST_F(DisplayMessageManagerTest, ListenersComeAndGoWhileItPlays) {
     std::atomic<bool> done = false;
-    std::thread clock([&] {
+    Platform::Thread clock([&] {
         while (!done) {
             rig.run("on 60 1; off 60");
         }
     });
+    clock.resume();
     for (int i = 0; i < 100; ++i) {
         display.addListener(first);
         display.addListener(second);
