@@ -23,6 +23,10 @@ public:
             close(joystick);
         }
         sdl_.quitSubSystem(SDL_INIT_JOYSTICK);
+        if (sdl_.wasInit(0) == 0) { // the last user gives back what SDL and this thread hold
+            sdl_.quit();
+        }
+        sdl_.cleanUpThread();
     }
     SdlJoysticks(const SdlJoysticks&) = delete;
     SdlJoysticks& operator=(const SdlJoysticks&) = delete;

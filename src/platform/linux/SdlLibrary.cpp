@@ -20,7 +20,8 @@ std::optional<SdlLibrary> load() {
     SdlLibrary sdl;
     const bool complete =
         find(library, "SDL_SetHint", sdl.setHint) && find(library, "SDL_InitSubSystem", sdl.initSubSystem) &&
-        find(library, "SDL_QuitSubSystem", sdl.quitSubSystem) &&
+        find(library, "SDL_QuitSubSystem", sdl.quitSubSystem) && find(library, "SDL_WasInit", sdl.wasInit) &&
+        find(library, "SDL_Quit", sdl.quit) && find(library, "SDL_TLSCleanup", sdl.cleanUpThread) &&
         find(library, "SDL_JoystickEventState", sdl.eventState) && find(library, "SDL_FlushEvents", sdl.flushEvents) &&
         find(library, "SDL_JoystickUpdate", sdl.update) && find(library, "SDL_NumJoysticks", sdl.count) &&
         find(library, "SDL_JoystickGetDeviceInstanceID", sdl.instanceOfDevice) &&

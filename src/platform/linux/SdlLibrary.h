@@ -10,6 +10,9 @@ struct SdlLibrary {
     decltype(&::SDL_SetHint) setHint = nullptr;
     decltype(&::SDL_InitSubSystem) initSubSystem = nullptr;
     decltype(&::SDL_QuitSubSystem) quitSubSystem = nullptr;
+    decltype(&::SDL_WasInit) wasInit = nullptr;
+    decltype(&::SDL_Quit) quit = nullptr;
+    decltype(&::SDL_TLSCleanup) cleanUpThread = nullptr;
     decltype(&::SDL_JoystickEventState) eventState = nullptr;
     decltype(&::SDL_FlushEvents) flushEvents = nullptr;
     decltype(&::SDL_JoystickUpdate) update = nullptr;
