@@ -1,6 +1,7 @@
 #include "platform/ThreadMessages.h"
 
 #include "platform/win32/OwnQueue.h"
+#include "platform/win32/PerThread.h"
 #include "platform/win32/SharedGuard.h"
 
 #include <atomic>
@@ -60,8 +61,8 @@ private:
 };
 
 OwnCount& ownCount() {
-    thread_local OwnCount count;
-    return count;
+    static auto& counts = *new PerThread<OwnCount>; // outlives every thread
+    return counts.own();
 }
 
 // Names all messages of the thread that belong to no window. Messages to windows wait for dispatchWindowMessages.

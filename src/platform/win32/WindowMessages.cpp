@@ -1,6 +1,7 @@
 #include "platform/WindowMessages.h"
 
 #include "platform/win32/OwnQueue.h"
+#include "platform/win32/PerThread.h"
 #include "platform/win32/SharedGuard.h"
 
 #include <atomic>
@@ -87,8 +88,8 @@ struct OwnWindows {
 };
 
 std::vector<HWND>& ownWindows() {
-    thread_local OwnWindows own;
-    return own.windows;
+    static auto& all = *new PerThread<OwnWindows>; // outlives every thread
+    return all.own().windows;
 }
 
 } // namespace
