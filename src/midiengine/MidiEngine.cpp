@@ -259,10 +259,9 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
         playerRunning_ = true;
     }
     now_ = from;
-    if (to < from || from < sliceFrom_) { // time goes back
-        lastStamp_ = noTicks;
+    if (to < from || from < lastTick_) { // time goes back
+        lastTick_ = lastGiven_ = lastStamp_ = noTicks;
     }
-    sliceFrom_ = std::min(from, to);
     pending_.drainInbox([this, to](const QelMidiMessage& message) { takeIn(message, std::max(to, lastStamp_)); });
     if (from <= to) {
         if ((to - from).count < MAX_TIME_SLICE && from < to) {
@@ -277,12 +276,14 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
                 }
                 processPpq(t, from);
             }
+            lastTick_ = to - Ticks{1};
         }
     } else { // the clock was set back: what waits for the times between is played on both sides of the step
         constexpr Ticks around{10};
         for (Ticks t = from; t < from + around; ++t) {
             processPpq(t, to);
         }
+        lastGiven_ = noTicks;
         for (Ticks t = to - around; t < to; ++t) {
             processPpq(t, noTicks);
         }
@@ -316,6 +317,16 @@ void MidiEngine::processPpq(Ticks ppq, Ticks earliest) {
         message.setPpq(ppq);
         playMidi(message);
     });
+    if (ppq > lastGiven_ && isTickDependent()) {
+        lastGiven_ = ppq;
+        for (TickMachine* machine : machines_) {
+            machine->advance(ppq);
+        }
+    }
+}
+
+bool MidiEngine::isTickDependent() const {
+    return std::any_of(machines_.begin(), machines_.end(), [](const TickMachine* each) { return each->isPlaying(); });
 }
 
 bool MidiEngine::isBusy() {
@@ -419,6 +430,16 @@ void MidiEngine::setTempoSource(unsigned char source) {
     player_.setTempoSource(source);
 }
 
+void MidiEngine::addMachine(TickMachine& machine) {
+    const Guard guard(criticalSection_);
+    machines_.push_back(&machine);
+}
+
+void MidiEngine::removeMachine(TickMachine& machine) {
+    const Guard guard(criticalSection_);
+    std::erase(machines_, &machine);
+}
+
 void MidiEngine::addTap(EngineTap& tap) {
     const Guard guard(criticalSection_);
     taps_.push_back(&tap);
@@ -426,7 +447,7 @@ void MidiEngine::addTap(EngineTap& tap) {
 
 void MidiEngine::removeTap(EngineTap& tap) {
     const Guard guard(criticalSection_);
-    taps_.erase(std::remove(taps_.begin(), taps_.end(), &tap), taps_.end());
+    std::erase(taps_, &tap);
 }
 
 void MidiEngine::setControlFollower(EngineTap* follower) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/CriticalSection.h"
+#include "generators/TickMachine.h"
 #include "midiengine/EngineTap.h"
 #include "midiengine/HeldNotes.h"
 #include "midiengine/LayerOutput.h"
@@ -79,7 +80,7 @@ public:
     void playTimeSlice(Ticks from, Ticks to);
     // True while an arpeggio, a sequence or an oscillator acts on each tick. While it is false a tick may be run
     // again: it plays what has arrived for it since, and nothing twice. [clock]
-    [[nodiscard]] bool isTickDependent() const { return false; }
+    [[nodiscard]] bool isTickDependent() const;
     // True while something sounds, waits for its time or has not been taken in. [any]
     [[nodiscard]] bool isBusy();
     [[nodiscard]] bool isMidiPlayerThread() const; // [any]
@@ -105,6 +106,10 @@ public:
     void setTempo(int beatsPerMinute);            // [engine]
     void setTempoSource(unsigned char source);    // [engine]
 
+    // Machines are given the ticks behind the layers, in the order in which they were added, and outlive their being
+    // listed. [any] takes the lock itself
+    void addMachine(TickMachine& machine);
+    void removeMachine(TickMachine& machine);
     // Taps outlive their being listed. [any] takes the lock itself
     void addTap(EngineTap& tap);
     void removeTap(EngineTap& tap);
@@ -155,11 +160,14 @@ private:
     HeldNotes held_;
     SoundingNotes sounding_;
     PendingEvents pending_;
+    std::vector<TickMachine*> machines_;
     std::vector<EngineTap*> taps_;
     EngineTap* controlFollower_ = nullptr;
-    Ticks now_ = noTicks;       // of the slice or tick that is being played
-    Ticks sliceFrom_ = noTicks; // where the latest slice began
-    Ticks lastStamp_ = noTicks; // of the latest untimed event since time went back
+    Ticks now_ = noTicks; // of the slice or tick that is being played
+    // Since time went back:
+    Ticks lastTick_ = noTicks;  // the latest tick that was played
+    Ticks lastGiven_ = noTicks; // the latest tick that was given to what acts on ticks
+    Ticks lastStamp_ = noTicks; // of the latest untimed event
     Ticks startTime_ = noTicks;
 
     // Resets asked for by other threads: one at a time, so that each waiter is released by its own.
