@@ -1,8 +1,10 @@
 #include "backend/LayerSection.h"
 
 #include "backend/Selection.h"
+#include "midiengine/LayerXml.h"
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
 namespace Backend {
@@ -13,20 +15,100 @@ constexpr int largestNumber = 127;
 void apply(RelativeFixedValue& number, const RelativeFixedValue& change) {
     number.setValue(std::clamp(change.applyTo(number.getValue()), -largestNumber, largestNumber));
 }
-} // namespace
 
-void LayerSection::set(Layers::LayerList layers) {
-    layers_ = std::move(layers);
-    dataSelected_ = editSelected_ = 0;
-    engine_.postSetLayerList(layers_);
+const LayerSet& builtInLayers() {
+    static const LayerSet set{Layers::defaultLayers(), {}};
+    return set;
 }
 
+void readSet(const Platform::XmlElement& section, LayerSet& set) {
+    Layers::readLayers(section, set.layers);
+}
+
+std::string sectionText(const Layers::LayerList& layers, bool merge) {
+    std::ostringstream text;
+    XmlWriter xml(text);
+    Layers::writeLayers(xml, layers, merge);
+    return text.str();
+}
+} // namespace
+
+LayerSection::LayerSection(MidiEngine::MidiEngineMessageManager& engine, std::filesystem::path presetFolder,
+                           const std::function<void(const Platform::Fault&)>& reportFault)
+    : engine_(engine), reportFault_(reportFault),
+      presets_({std::move(presetFolder), "Layers"}, Layers::layersFormat(), readSet, builtInLayers()) {}
+
+// Whole sections. ------------------------------------------------------------------------------------------------
+
+void LayerSection::setDefault() {
+    set(builtInLayers());
+}
+
+void LayerSection::read(const Platform::XmlElement& section) {
+    set(presets_.readSection(section, set_));
+}
+
+void LayerSection::write(std::ostream& out, int depth, bool allowReference) const {
+    XmlWriter xml(out, depth);
+    if (allowReference && presets_.saysAll(set_, isChanged_)) {
+        xml.begin("Layers").attribute("merge", false).attribute("preset", set_.presetName).content();
+        xml.end();
+    } else {
+        Layers::writeLayers(xml, set_.layers);
+    }
+}
+
+void LayerSection::set(LayerSet set) {
+    set_ = std::move(set);
+    isChanged_ = false;
+    dataSelected_ = editSelected_ = 0;
+    engine_.postSetLayerList(set_.layers);
+}
+
+// Presets. -------------------------------------------------------------------------------------------------------
+
+void LayerSection::loadPreset(const std::string& name) {
+    Platform::Result<LayerSet> loaded = presets_.load(name, set_);
+    if (!loaded) {
+        reportFault_(loaded.fault());
+        return;
+    }
+    set(std::move(loaded.value()));
+}
+
+void LayerSection::savePreset(const std::string& name, const std::vector<int>& places) {
+    if (places.empty()) {
+        if (presets_.folder().write(name, sectionText(set_.layers, false))) {
+            set_.presetName = name;
+            isChanged_ = false;
+        }
+        return;
+    }
+    Layers::LayerList chosen;
+    for (const int place : places) {
+        if (place >= 0 && static_cast<std::size_t>(place) < set_.layers.size()) {
+            chosen.push_back(set_.layers[static_cast<std::size_t>(place)]);
+        }
+    }
+    static_cast<void>(presets_.folder().write(name, sectionText(chosen, true)));
+}
+
+void LayerSection::storePreset(const std::string& name, const Layers::LayerList& layers) {
+    static_cast<void>(presets_.folder().write(name, sectionText(layers, false)));
+}
+
+void LayerSection::deletePreset(const std::string& name) {
+    static_cast<void>(presets_.folder().remove(name));
+}
+
+// Single layers. -------------------------------------------------------------------------------------------------
+
 void LayerSection::selectForData(const SelectType& which) {
-    dataSelected_ = selectedPlace(which, dataSelected_, static_cast<int>(layers_.size()));
+    dataSelected_ = selectedPlace(which, dataSelected_, static_cast<int>(set_.layers.size()));
 }
 
 void LayerSection::selectForEdit(const SelectType& which) {
-    editSelected_ = selectedPlace(which, editSelected_, static_cast<int>(layers_.size()));
+    editSelected_ = selectedPlace(which, editSelected_, static_cast<int>(set_.layers.size()));
 }
 
 void LayerSection::changeTranspose(const SelectType& which, const RelativeFixedValue& value) {
@@ -55,14 +137,15 @@ void LayerSection::changeNoteToggle(const SelectType& which, const NoteToggle& m
 
 void LayerSection::change(const SelectType& which, const std::function<void(Layers::Layer&)>& change) {
     bool changed = false;
-    for (const int place : addressedPlaces(which, dataSelected_, static_cast<int>(layers_.size()))) {
-        Layers::Layer& layer = layers_[static_cast<std::size_t>(place)];
+    for (const int place : addressedPlaces(which, dataSelected_, static_cast<int>(set_.layers.size()))) {
+        Layers::Layer& layer = set_.layers[static_cast<std::size_t>(place)];
         const Layers::Layer before = layer;
         change(layer);
         changed = changed || !(layer == before);
     }
     if (changed) {
-        engine_.postSetLayerList(layers_);
+        isChanged_ = true;
+        engine_.postSetLayerList(set_.layers);
     }
 }
 

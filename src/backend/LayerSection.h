@@ -1,14 +1,19 @@
 // The layers of the current program and what functions do to them.
 #pragma once
 
-#include "midiengine/LayerList.h"
+#include "backend/LayerSet.h"
+#include "input/SectionPresets.h"
 #include "midiengine/MidiEngineMessageManager.h"
 #include "values/NoteToggle.h"
 #include "values/OnOffToggle.h"
 #include "values/RelativeFixedValue.h"
 #include "values/SelectType.h"
 
+#include <filesystem>
 #include <functional>
+#include <iosfwd>
+#include <string>
+#include <vector>
 
 namespace Backend {
 
@@ -16,12 +21,32 @@ namespace Backend {
 // changed. "selected" in a change is the layer selected for data entry. [backend]
 class LayerSection final {
 public:
-    // `engine` outlives the section.
-    explicit LayerSection(MidiEngine::MidiEngineMessageManager& engine) : engine_(engine) {}
+    // The references outlive the section.
+    LayerSection(MidiEngine::MidiEngineMessageManager& engine, std::filesystem::path presetFolder,
+                 const std::function<void(const Platform::Fault&)>& reportFault);
 
-    [[nodiscard]] const Layers::LayerList& layers() const { return layers_; }
-    // Replaces all layers; the first one is then selected for both purposes.
-    void set(Layers::LayerList layers);
+    [[nodiscard]] const Layers::LayerList& layers() const { return set_.layers; }
+
+    // Whole sections. The first layer is then selected for both purposes.
+
+    void setDefault();
+    // A section of a program, which may stand for a preset (SectionPresets).
+    void read(const Platform::XmlElement& section);
+    // With `allowReference` a section that its preset says all of is written as the name of the preset.
+    void write(std::ostream& out, int depth, bool allowReference) const;
+    void set(LayerSet set);
+
+    // Presets, by name.
+
+    // What cannot be read is reported and changes nothing.
+    void loadPreset(const std::string& name);
+    // With a list of places only those layers, to be added to others. A file that cannot be written changes nothing,
+    // without a word.
+    void savePreset(const std::string& name, const std::vector<int>& places);
+    void storePreset(const std::string& name, const Layers::LayerList& layers);
+    void deletePreset(const std::string& name);
+
+    // Single layers.
 
     void selectForData(const SelectType& which);
     void selectForEdit(const SelectType& which);
@@ -43,7 +68,10 @@ private:
     void change(const SelectType& which, const std::function<void(Layers::Layer&)>& change);
 
     MidiEngine::MidiEngineMessageManager& engine_;
-    Layers::LayerList layers_;
+    const std::function<void(const Platform::Fault&)>& reportFault_;
+    Component::SectionPresets<LayerSet> presets_;
+    LayerSet set_;
+    bool isChanged_ = false; // since it was read as a whole
     int dataSelected_ = 0;
     int editSelected_ = 0;
 };

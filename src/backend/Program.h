@@ -1,12 +1,10 @@
-// One complete set-up of the controller.
+// One complete set-up of the controller, as files hold it.
 #pragma once
 
-#include "midiengine/LayerList.h"
-#include "midiengine/ZoneMap.h"
 #include "platform/XmlDocument.h"
 
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace Backend {
 
@@ -18,12 +16,10 @@ struct Program {
     std::string name;
     int tempo = 120;     // minTempo..maxTempo
     int tempoSource = 0; // 0: internal; 1 + i: MIDI clock of input i
-    Layers::LayerList layers = Layers::defaultLayers();
-    Zones::ZoneMap zones;
-    // Sections that are merged into what is there when the program is installed; nothing: their built-in default.
-    std::optional<Platform::XmlElement> computerInput;
-    std::optional<Platform::XmlElement> controls;
-    std::optional<Platform::XmlElement> joystick;
+    // Its sections as they were read, each read again by whoever it belongs to when the program is installed.
+    std::vector<Platform::XmlElement> sections;
+    // What a newer version may have written; it is kept for saving.
+    std::vector<Platform::XmlAttribute> furtherAttributes;
 };
 
 } // namespace Backend

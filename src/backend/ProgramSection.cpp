@@ -1,55 +1,126 @@
 #include "backend/ProgramSection.h"
 
 #include "backend/ProgramXml.h"
-#include "backend/Selection.h"
+#include "platform/PathText.h"
+#include "platform/SafeFiles.h"
+#include "platform/Utf8.h"
+#include "platform/XmlCharacters.h"
+#include "values/XmlElementText.h"
+#include "values/XmlWriter.h"
 
 #include <algorithm>
+#include <sstream>
+#include <string_view>
 #include <utility>
 
 namespace Backend {
 
+using Platform::Fault;
+using Platform::Result;
+using Platform::XmlElement;
+
+namespace {
+
+// The name with a blank for each byte or character that cannot stand in an attribute or would not come back.
+std::string asAttribute(std::string_view name) {
+    std::string text;
+    while (!name.empty()) {
+        const Platform::CodePoint point = Platform::firstCodePoint(name);
+        const bool stands = point.length > 0 && Platform::isXmlChar(point.value) && point.value >= 0x20;
+        text += stands ? name.substr(0, point.length) : " ";
+        name.remove_prefix(std::max<std::size_t>(point.length, 1));
+    }
+    return text;
+}
+
+} // namespace
+
+ProgramSection::ProgramSection(MidiEngine::MidiEngineMessageManager& engine, std::vector<ProgramPart> parts,
+                               const std::function<void(const Fault&)>& reportFault)
+    : engine_(engine), parts_(std::move(parts)), reportFault_(reportFault) {}
+
 void ProgramSection::apply(const Program& program) {
-    name_ = program.name;
-    layers_.set(program.layers);
-    zones_.set(program.zones);
-    program.computerInput ? keys_.read(*program.computerInput) : keys_.setDefault();
-    program.controls ? controls_.read(*program.controls) : controls_.setDefault();
-    program.joystick ? joysticks_.read(*program.joystick) : joysticks_.setDefault();
+    for (const ProgramPart& part : parts_) {
+        const auto section = std::find_if(program.sections.begin(), program.sections.end(),
+                                          [&](const XmlElement& each) { return each.name == part.element; });
+        section != program.sections.end() ? part.read(*section) : part.setDefault();
+    }
+    program_.name = program.name;
+    program_.furtherAttributes = program.furtherAttributes;
+    program_.sections.clear();
+    for (const XmlElement& section : program.sections) {
+        if (std::none_of(parts_.begin(), parts_.end(),
+                         [&](const ProgramPart& part) { return part.element == section.name; })) {
+            program_.sections.push_back(section);
+        }
+    }
     changeTempo(RelativeFixedValue::fixed(program.tempo));
     setTempoSource(program.tempoSource);
 }
 
+void ProgramSection::write(std::ostream& out, int depth, bool allowReferences) const {
+    XmlWriter xml(out, depth);
+    beginProgram(xml, program_);
+    for (const ProgramPart& part : parts_) {
+        part.write(out, depth + 1, allowReferences);
+    }
+    for (const XmlElement& section : program_.sections) {
+        writeElement(out, depth + 1, section);
+    }
+    xml.end();
+}
+
 void ProgramSection::loadProgram(const std::filesystem::path& file) {
-    const Platform::Result<Program> program = readProgramFile(file);
+    const Result<Program> program = readProgramFile(file);
     program ? apply(program.value()) : reportFault_(program.fault());
 }
 
-void ProgramSection::loadBank(const std::filesystem::path& file) {
-    Platform::Result<std::vector<Program>> bank = readBankFile(file);
-    if (!bank) {
-        reportFault_(bank.fault());
-        return;
+bool ProgramSection::saveToProgram(const std::filesystem::path& file) const {
+    std::ostringstream text;
+    XmlWriter xml(text);
+    xml.declaration();
+    text << "<ProgramFile>\n";
+    write(text, 0, true);
+    text << "</ProgramFile>\n";
+    const std::string content = text.str();
+    Platform::Outcome done = Platform::success();
+    if (const Result<XmlElement> readable = Platform::parseXml(content, Platform::textOf(file)); !readable) {
+        done = readable.fault();
+    } else {
+        done = Platform::replaceFile(file, content);
     }
-    bank_ = std::move(bank.value());
-    slot_ = 0;
-    apply(bank_.front());
+    if (!done) {
+        reportFault_(done.fault());
+    }
+    return static_cast<bool>(done);
 }
 
-void ProgramSection::changeProgram(const SelectType& which) {
-    const int slot = selectedPlace(which, slot_, bankSize());
-    if (slot != slot_ && slot < bankSize()) {
-        slot_ = slot;
-        apply(bank_[static_cast<std::size_t>(slot)]);
-    }
+std::string ProgramSection::text() const {
+    std::ostringstream text;
+    XmlWriter xml(text);
+    xml.declaration();
+    text << "<QelProgramFile>\n";
+    write(text, 0, false);
+    text << "</QelProgramFile>\n";
+    return text.str();
+}
+
+void ProgramSection::setText(const std::string& text) {
+    const Result<Program> program = readExchangedProgram(text);
+    program ? apply(program.value()) : reportFault_(program.fault());
+}
+
+void ProgramSection::rename(const std::string& name) {
+    program_.name = asAttribute(name);
 }
 
 void ProgramSection::changeTempo(const RelativeFixedValue& tempo) {
-    tempo_ = std::clamp(tempo.applyTo(tempo_), minTempo, maxTempo);
-    engine_.postSetTempo(tempo_);
+    program_.tempo = std::clamp(tempo.applyTo(program_.tempo), minTempo, maxTempo);
+    engine_.postSetTempo(program_.tempo);
 }
 
 void ProgramSection::setTempoSource(int source) {
-    tempoSource_ = source;
+    program_.tempoSource = source;
     engine_.postSetTempoSource(static_cast<unsigned char>(source));
 }
 

@@ -1,66 +1,57 @@
-// The current program and the current bank.
+// The current program.
 #pragma once
 
-#include "backend/LayerSection.h"
 #include "backend/Program.h"
-#include "backend/ZoneSection.h"
-#include "input/ComputerInputSection.h"
-#include "input/ControlSection.h"
-#include "input/JoystickSection.h"
+#include "backend/ProgramPart.h"
 #include "midiengine/MidiEngineMessageManager.h"
 #include "platform/Result.h"
 #include "values/RelativeFixedValue.h"
-#include "values/SelectType.h"
 
 #include <filesystem>
 #include <functional>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
 namespace Backend {
 
-// Loads programs into the sections; a file that cannot be read leaves everything as it is and is reported. [backend]
+// Loads programs into the sections and writes them from there. A text or file that cannot be read leaves everything as
+// it is and is reported. Sections and attributes that nobody here knows stay with the program and are written again.
+// [backend]
 class ProgramSection final {
 public:
-    // All outlive the section.
-    ProgramSection(MidiEngine::MidiEngineMessageManager& engine, LayerSection& layers, ZoneSection& zones,
-                   ComputerInput::ComputerInputSection& keys, Controls::ControlSection& controls,
-                   Joystick::JoystickSection& joysticks, const std::function<void(const Platform::Fault&)>& reportFault)
-        : engine_(engine), layers_(layers), zones_(zones), keys_(keys), controls_(controls), joysticks_(joysticks),
-          reportFault_(reportFault) {}
+    // All outlive the section. `parts`: in the order in which they are written.
+    ProgramSection(MidiEngine::MidiEngineMessageManager& engine, std::vector<ProgramPart> parts,
+                   const std::function<void(const Platform::Fault&)>& reportFault);
 
-    // Installs a program without a file of its own.
+    // Installs a program; a section that it does not have gets its default.
     void apply(const Program& program);
-    void loadProgram(const std::filesystem::path& file);
-    // Loads a bank and its first program.
-    void loadBank(const std::filesystem::path& file);
-    // Steps through the slots of the bank.
-    void changeProgram(const SelectType& which);
+    // Writes the program as it is now. With `allowReferences` a section that its preset says all of is the name of it.
+    void write(std::ostream& out, int depth, bool allowReferences) const;
 
-    [[nodiscard]] const std::string& name() const { return name_; }
-    void rename(const std::string& name) { name_ = name; }
-    [[nodiscard]] int slot() const { return slot_; }
-    [[nodiscard]] int bankSize() const { return static_cast<int>(bank_.size()); }
+    void loadProgram(const std::filesystem::path& file);
+    // The file is written in one step; false when it could not be, which is reported.
+    bool saveToProgram(const std::filesystem::path& file) const;
+
+    // A program by itself, without references: for whoever keeps it elsewhere.
+    [[nodiscard]] std::string text() const;
+    void setText(const std::string& text);
+
+    [[nodiscard]] const std::string& name() const { return program_.name; }
+    // What XML cannot hold becomes a blank.
+    void rename(const std::string& name);
 
     // Beats a minute; what goes beyond minTempo..maxTempo stays at the end of the range.
-    [[nodiscard]] int tempo() const { return tempo_; }
+    [[nodiscard]] int tempo() const { return program_.tempo; }
     void changeTempo(const RelativeFixedValue& tempo);
-    [[nodiscard]] int tempoSource() const { return tempoSource_; }
+    [[nodiscard]] int tempoSource() const { return program_.tempoSource; }
     void setTempoSource(int source);
 
 private:
     MidiEngine::MidiEngineMessageManager& engine_;
-    LayerSection& layers_;
-    ZoneSection& zones_;
-    ComputerInput::ComputerInputSection& keys_;
-    Controls::ControlSection& controls_;
-    Joystick::JoystickSection& joysticks_;
+    std::vector<ProgramPart> parts_;
     const std::function<void(const Platform::Fault&)>& reportFault_;
-    std::vector<Program> bank_;
-    int slot_ = 0;
-    std::string name_;
-    int tempo_ = 120;
-    int tempoSource_ = 0;
+    Program program_; // its sections: those that no part knows
 };
 
 } // namespace Backend

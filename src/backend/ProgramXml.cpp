@@ -8,7 +8,8 @@
 #include "platform/PathText.h"
 #include "values/AttributeReading.h"
 
-#include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace Backend {
 
@@ -16,6 +17,7 @@ namespace {
 
 using Platform::Fault;
 using Platform::Result;
+using Platform::XmlAttribute;
 using Platform::XmlElement;
 
 ElementFormat laterSection(std::string_view name, std::string_view meaning) {
@@ -26,24 +28,28 @@ ElementFormat laterSection(std::string_view name, std::string_view meaning) {
     return format;
 }
 
-Result<XmlElement> readRoot(const std::filesystem::path& file, std::string_view root) {
-    Result<XmlElement> document = Platform::readXmlFile(file);
-    if (document && document.value().name != root) {
-        const XmlElement& found = document.value();
-        return Fault{Platform::textOf(file), found.line,
-                     "the root element is <" + found.name + ">, not <" + std::string(root) + ">"};
+std::optional<Fault> wrongRoot(const XmlElement& root, std::string_view expected, const std::string& file) {
+    if (root.name == expected) {
+        return std::nullopt;
     }
-    return document;
+    return Fault{file, root.line, "the root element is <" + root.name + ">, not <" + std::string(expected) + ">"};
 }
 
-std::vector<const XmlElement*> programsIn(const XmlElement& parent) {
-    std::vector<const XmlElement*> programs;
-    for (const XmlElement& child : parent.children) {
+Result<Program> onlyProgram(XmlElement root, std::string_view rootName, const std::string& file) {
+    if (const std::optional<Fault> wrong = wrongRoot(root, rootName, file)) {
+        return *wrong;
+    }
+    XmlElement* found = nullptr;
+    for (XmlElement& child : root.children) {
         if (child.name == "Program") {
-            programs.push_back(&child);
+            if (found != nullptr) {
+                return Fault{file, child.line, "there is more than one <Program>"};
+            }
+            found = &child;
         }
     }
-    return programs;
+    return found != nullptr ? Result<Program>(readProgram(std::move(*found)))
+                            : Fault{file, root.line, "there is no <Program>"};
 }
 
 } // namespace
@@ -75,56 +81,59 @@ const ElementFormat& programFormat() {
     return format;
 }
 
-Program readProgram(const XmlElement& element) {
+Program readProgram(XmlElement element) {
     const ElementFormat& format = programFormat();
     Program program;
     program.name = readText(element, format["name"]);
     program.tempo = readInteger(element, format["tempo"]);
     program.tempoSource = readInteger(element, format["tempoSource"]);
-    if (const XmlElement* layers = element.child("Layers")) {
-        Layers::readLayers(*layers, program.layers);
+    for (XmlAttribute& attribute : element.attributes) {
+        if (!format.hasAttribute(attribute.name)) {
+            program.furtherAttributes.push_back(std::move(attribute));
+        }
     }
-    if (const XmlElement* zones = element.child("Zones")) {
-        Zones::readZones(*zones, program.zones);
-    }
-    if (const XmlElement* computerInput = element.child("ComputerInput")) {
-        program.computerInput = *computerInput;
-    }
-    if (const XmlElement* controls = element.child("Controls")) {
-        program.controls = *controls;
-    }
-    if (const XmlElement* joystick = element.child("Joystick")) {
-        program.joystick = *joystick;
-    }
+    program.sections = std::move(element.children);
     return program;
 }
 
-Result<Program> readProgramFile(const std::filesystem::path& file) {
-    const Result<XmlElement> root = readRoot(file, "ProgramFile");
-    if (!root) {
-        return root.fault();
+void beginProgram(XmlWriter& xml, const Program& program) {
+    xml.begin("Program")
+        .attribute("name", program.name)
+        .attribute("tempo", program.tempo)
+        .attribute("tempoSource", program.tempoSource);
+    for (const XmlAttribute& attribute : program.furtherAttributes) {
+        xml.attribute(attribute.name, attribute.value);
     }
-    const std::vector<const XmlElement*> programs = programsIn(root.value());
-    if (programs.size() != 1) {
-        return Fault{Platform::textOf(file), programs.empty() ? root.value().line : programs[1]->line,
-                     programs.empty() ? "there is no <Program>" : "there is more than one <Program>"};
-    }
-    return readProgram(*programs.front());
+    xml.content();
 }
 
-Result<std::vector<Program>> readBankFile(const std::filesystem::path& file) {
-    const Result<XmlElement> root = readRoot(file, "Bank");
+Result<Program> readProgramFile(const std::filesystem::path& file) {
+    Result<XmlElement> root = Platform::readXmlFile(file);
+    return root ? onlyProgram(std::move(root.value()), "ProgramFile", Platform::textOf(file)) : root.fault();
+}
+
+Result<Program> readExchangedProgram(std::string_view text) {
+    const std::string name = "program text";
+    Result<XmlElement> root = Platform::parseXml(text, name);
+    return root ? onlyProgram(std::move(root.value()), "QelProgramFile", name) : root.fault();
+}
+
+Result<std::vector<Program>> readBank(std::string_view text, const std::string& name) {
+    Result<XmlElement> root = Platform::parseXml(text, name);
     if (!root) {
         return root.fault();
     }
-    const std::vector<const XmlElement*> elements = programsIn(root.value());
-    if (elements.empty()) {
-        return Fault{Platform::textOf(file), root.value().line, "there is no <Program>"};
+    if (const std::optional<Fault> wrong = wrongRoot(root.value(), "Bank", name)) {
+        return *wrong;
     }
     std::vector<Program> programs;
-    programs.reserve(elements.size());
-    for (const XmlElement* element : elements) {
-        programs.push_back(readProgram(*element));
+    for (XmlElement& child : root.value().children) {
+        if (child.name == "Program") {
+            programs.push_back(readProgram(std::move(child)));
+        }
+    }
+    if (programs.empty()) {
+        return Fault{name, root.value().line, "there is no <Program>"};
     }
     return programs;
 }

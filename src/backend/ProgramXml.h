@@ -5,8 +5,11 @@
 #include "platform/Result.h"
 #include "platform/XmlDocument.h"
 #include "values/ElementFormat.h"
+#include "values/XmlWriter.h"
 
 #include <filesystem>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace Backend {
@@ -14,14 +17,16 @@ namespace Backend {
 // The element "Program" and all below it; sections that the program does not know yet stand in it unchecked.
 [[nodiscard]] const ElementFormat& programFormat();
 
-// Reads a program; its sections may stand in any order, and one that is missing has its default. Unknown elements
-// are passed over and unreadable values take their defaults.
-[[nodiscard]] Program readProgram(const Platform::XmlElement& element);
+// Reads a program; its sections may stand in any order. Unreadable values take their defaults.
+[[nodiscard]] Program readProgram(Platform::XmlElement element);
+// Begins the element with all its attributes; the sections and end() are the caller's.
+void beginProgram(XmlWriter& xml, const Program& program);
 
-// Reads a program file (".prg"): the root "ProgramFile" with exactly one "Program".
+// Texts with exactly one program: a program file (root "ProgramFile") and a program for exchange ("QelProgramFile").
 [[nodiscard]] Platform::Result<Program> readProgramFile(const std::filesystem::path& file);
+[[nodiscard]] Platform::Result<Program> readExchangedProgram(std::string_view text);
 
-// Reads a bank file (".bnk"): the root "Bank" with one "Program" a slot, at least one.
-[[nodiscard]] Platform::Result<std::vector<Program>> readBankFile(const std::filesystem::path& file);
+// The text of a bank file (".bnk"): the root "Bank" with one "Program" a slot, at least one. `name` is of the file.
+[[nodiscard]] Platform::Result<std::vector<Program>> readBank(std::string_view text, const std::string& name);
 
 } // namespace Backend

@@ -1,7 +1,12 @@
 #include "backend/QelBackend.h"
 
 #include "core/QelUtils.h"
+#include "input/ComputerInputXml.h"
+#include "input/ControlXml.h"
 #include "input/FunctionFactory.h"
+#include "input/JoystickXml.h"
+#include "midiengine/LayerXml.h"
+#include "midiengine/ZoneXml.h"
 #include "platform/Notices.h"
 #include "platform/PathText.h"
 #include "values/OnOffToggle.h"
@@ -39,7 +44,8 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
     : name_(name), surroundings_(withFaultReport(surroundings)),
       trace_(traceToFile ? surroundings_.traceFolder : std::filesystem::path{}), master_("tembrel-backend"),
       messageManager_(*this, master_), engine_(player), ports_(engine_.getMessageManager(), settings_),
-      midiInput_(ports_, engine_.getMessageManager()), layers_(engine_.getMessageManager()),
+      midiInput_(ports_, engine_.getMessageManager()),
+      layers_(engine_.getMessageManager(), surroundings_.applicationData / "Layer Presets", surroundings_.reportFault),
       zones_(engine_.getMessageManager()),
       keys_(*this, surroundings_.applicationData / "Computer Input Presets", surroundings_.reportFault),
       keyManager_(keys_, *this, master_),
@@ -48,7 +54,16 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
       controlManager_(controls_, *this, master_),
       joysticks_(*this, surroundings_.applicationData / "Joystick Presets", surroundings_.reportFault),
       joystickManager_(joysticks_, *this, master_),
-      programs_(engine_.getMessageManager(), layers_, zones_, keys_, controls_, joysticks_, surroundings_.reportFault) {
+      programs_(engine_.getMessageManager(),
+                {
+                    ProgramPart::of(Joystick::joystickFormat(), joysticks_),
+                    ProgramPart::of(ComputerInput::computerInputFormat(), keys_),
+                    ProgramPart::of(Controls::controlsFormat(), controls_),
+                    ProgramPart::of(Layers::layersFormat(), layers_),
+                    ProgramPart::of(Zones::zonesFormat(), zones_),
+                },
+                surroundings_.reportFault),
+      bank_(programs_, surroundings_.reportFault) {
     master_.addMessageManager(messageManager_);
     master_.addMessageManager(keyManager_);
     master_.addMessageManager(controlManager_);
@@ -70,6 +85,7 @@ void QelBackend::initialize() {
     if (settings_.getDefaultBank().empty()) {
         settings_.setDefaultBank(Platform::textOf(surroundings_.applicationData / "Banks" / "Default Bank.bnk"));
     }
+    bank_.setPath(pathOf(settings_.getDefaultBank()));
 }
 
 void QelBackend::endInitialize() {
@@ -97,16 +113,15 @@ void QelBackend::loadProgram(const std::string& path) {
 }
 
 void QelBackend::loadBank(const std::string& path) {
-    programs_.loadBank(pathOf(path));
+    bank_.load(pathOf(path));
 }
 
-std::string QelBackend::getProgramText() {
-    notBuilt();
-    return {};
+void QelBackend::saveToBank(const std::string& path, Platform::WindowHandle owner) {
+    bank_.saveToBank(pathOf(path), owner);
 }
 
-void QelBackend::setProgramText(const std::string&) {
-    notBuilt();
+void QelBackend::saveToProgram(const std::string& path, Platform::WindowHandle) {
+    programs_.saveToProgram(pathOf(path));
 }
 
 void QelBackend::executeFunction(const std::string& xml) {
@@ -125,7 +140,7 @@ void QelBackend::changeGlobalKeyboard(const OnOffToggle& how, bool) {
 }
 
 void QelBackend::publishStatus() {
-    QelStatus status{programs_.name(), programs_.slot(), std::nullopt, std::nullopt, programs_.tempo()};
+    QelStatus status{programs_.name(), bank_.slot(), std::nullopt, std::nullopt, programs_.tempo()};
     if (const Zones::Zone* const zone = zones_.zones().selected()) {
         int selected = 0;
         zones_.zones().forEach([&](const Zones::Zone& each) { selected += each.selected ? 1 : 0; });

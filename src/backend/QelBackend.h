@@ -1,6 +1,7 @@
 // The object behind the facade: owns everything and forwards each operation to its section.
 #pragma once
 
+#include "backend/BankSection.h"
 #include "backend/LayerSection.h"
 #include "backend/MidiInputSection.h"
 #include "backend/PortSection.h"
@@ -71,18 +72,18 @@ public:
     }
 
     void loadProgram(const std::string& path) override;
-    std::string getProgramText() override;
-    void setProgramText(const std::string& text) override;
+    std::string getProgramText() override { return programs_.text(); }
+    void setProgramText(const std::string& text) override { programs_.setText(text); }
     void loadBank(const std::string& path) override;
     void importVersion2Bank(const std::string&, const std::string&, Platform::WindowHandle) override { notBuilt(); }
     void importVersion2Program(const std::string&, const std::string&, Platform::WindowHandle) override { notBuilt(); }
     void importVersion2Preset(const std::string&, const std::string&, Platform::WindowHandle) override { notBuilt(); }
-    void saveToCurrentBank(int, Platform::WindowHandle) override { notBuilt(); }
-    void saveToBank(const std::string&, Platform::WindowHandle) override { notBuilt(); }
-    void saveToProgram(const std::string&, Platform::WindowHandle) override { notBuilt(); }
-    void changeBankSize(int, Platform::WindowHandle) override { notBuilt(); }
+    void saveToCurrentBank(int slot, Platform::WindowHandle owner) override { bank_.saveToCurrentBank(slot, owner); }
+    void saveToBank(const std::string& path, Platform::WindowHandle owner) override;
+    void saveToProgram(const std::string& path, Platform::WindowHandle owner) override;
+    void changeBankSize(int size, Platform::WindowHandle) override { bank_.changeSize(size); }
     void changeProgramName(const std::string& name) override { programs_.rename(name); }
-    void changeProgram(const SelectType& which) override { programs_.changeProgram(which); }
+    void changeProgram(const SelectType& which) override { bank_.changeProgram(which); }
     void addSequencePreset(const std::string&, const std::string&) override { notBuilt(); }
 
     void setClickZoneChannelTranspose(bool on) override { settings_.setClickZoneChannelTranspose(on); }
@@ -131,7 +132,7 @@ public:
     void loadMidiInputPreset(const std::string&) override { notBuilt(); }
     void loadControlPreset(const std::string& name) override { controls_.loadPreset(name); }
     void loadJoystickInputPreset(const std::string& name) override { joysticks_.loadPreset(name); }
-    void loadLayerPreset(const std::string&) override { notBuilt(); }
+    void loadLayerPreset(const std::string& name) override { layers_.loadPreset(name); }
     void loadOscillatorPreset(const std::string&) override { notBuilt(); }
 
     void keyDown(const Key& key, bool repeat) override { keyManager_.postKeyDown(key, repeat); }
@@ -204,6 +205,7 @@ private:
     Joystick::JoystickSection joysticks_;
     Joystick::JoystickMessageManager joystickManager_;
     ProgramSection programs_;
+    BankSection bank_;
 
     mutable std::mutex statusMutex_;
     QelStatus status_;

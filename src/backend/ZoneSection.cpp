@@ -1,6 +1,7 @@
 #include "backend/ZoneSection.h"
 
 #include "backend/Selection.h"
+#include "midiengine/ZoneXml.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -25,6 +26,17 @@ SelectType byPlace(const SelectType& which, const std::vector<std::int8_t>& ids)
 void ZoneSection::set(const Zones::ZoneMap& zones) {
     zones_ = zones;
     engine_.postSetZoneMap(zones_);
+}
+
+void ZoneSection::read(const Platform::XmlElement& section) {
+    Zones::ZoneMap zones = zones_;
+    Zones::readZones(section, zones);
+    set(zones);
+}
+
+void ZoneSection::write(std::ostream& out, int depth, bool) const {
+    XmlWriter xml(out, depth);
+    Zones::writeZones(xml, zones_);
 }
 
 std::vector<std::int8_t> ZoneSection::ids() const {

@@ -3,8 +3,11 @@
 
 #include "midiengine/MidiEngineMessageManager.h"
 #include "midiengine/ZoneMap.h"
+#include "platform/XmlDocument.h"
 #include "values/RelativeFixedValue.h"
 #include "values/SelectType.h"
+
+#include <iosfwd>
 
 namespace Backend {
 
@@ -17,6 +20,12 @@ public:
 
     [[nodiscard]] const Zones::ZoneMap& zones() const { return zones_; }
     void set(const Zones::ZoneMap& zones);
+
+    // Whole sections. There are no presets of zones: "000 - Default" and any other name stand for no zones.
+
+    void setDefault() { set({}); }
+    void read(const Platform::XmlElement& section);
+    void write(std::ostream& out, int depth, bool allowReference) const;
 
     // "all" selects every zone; any other selection leaves one selected. Costs held notes nothing.
     void select(const SelectType& which);

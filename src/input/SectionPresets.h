@@ -40,6 +40,9 @@ public:
         Map own;
         read_(section, own);
         map.merge(own);
+        if (!folder_.exists(map.presetName) && !presetOrDefault(map.presetName).hasSameActions(map)) {
+            map.presetName.clear(); // the name alone would not give the same section again
+        }
         return map;
     }
 

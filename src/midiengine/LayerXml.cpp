@@ -116,8 +116,8 @@ void readLayers(const Platform::XmlElement& section, LayerList& layers) {
     }
 }
 
-void writeLayers(XmlWriter& xml, const LayerList& layers) {
-    xml.begin("Layers").attribute("merge", false).content();
+void writeLayers(XmlWriter& xml, const LayerList& layers, bool merge) {
+    xml.begin("Layers").attribute("merge", merge).content();
     for (const Layer& layer : layers) {
         xml.begin("Layer")
             .attribute("mute", layer.mute)

@@ -15,7 +15,7 @@ namespace Backend::Layers {
 // its place; otherwise they replace them. Missing and unreadable values take their defaults.
 void readLayers(const Platform::XmlElement& section, LayerList& layers);
 
-// Writes the section.
-void writeLayers(XmlWriter& xml, const LayerList& layers);
+// Writes the section. `merge`: to be added to others.
+void writeLayers(XmlWriter& xml, const LayerList& layers, bool merge = false);
 
 } // namespace Backend::Layers

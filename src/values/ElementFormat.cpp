@@ -57,6 +57,10 @@ private:
 
 } // namespace
 
+bool ElementFormat::hasAttribute(std::string_view attributeName) const {
+    return find(attributes, attributeName) != nullptr;
+}
+
 const AttributeFormat& ElementFormat::operator[](std::string_view attributeName) const {
     const auto* const format = find(attributes, attributeName);
     assert(format != nullptr);

@@ -17,6 +17,7 @@ struct ElementFormat {
     bool holdsText = false; // character data is part of it
     bool unchecked = false; // attributes and content are whatever they are
 
+    [[nodiscard]] bool hasAttribute(std::string_view attributeName) const;
     // The description of an attribute that must be there.
     [[nodiscard]] const AttributeFormat& operator[](std::string_view attributeName) const;
     // The description of a child that must be there.

@@ -1,0 +1,61 @@
+// The current bank: a file of programs, a slot each.
+#pragma once
+
+#include "backend/Program.h"
+#include "backend/ProgramSection.h"
+#include "platform/Result.h"
+#include "platform/WindowMessages.h"
+#include "values/SelectType.h"
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace Backend {
+
+// Posted to the window that asked for it when a program has been saved into a bank.
+inline constexpr std::uint32_t savedToBankMessage = Platform::applicationMessage + 114;
+
+// Programs are changed from memory, so that no disk is waited for while playing. What is saved is put into the file as
+// it is then: other programs in it stay as they are, byte for byte, whoever has written them. What fails is reported
+// and leaves every file as it was. [backend]
+class BankSection final {
+public:
+    // Both outlive the section.
+    BankSection(ProgramSection& programs, const std::function<void(const Platform::Fault&)>& reportFault)
+        : programs_(programs), reportFault_(reportFault) {}
+
+    // Names the current bank's file without looking at it.
+    void setPath(const std::filesystem::path& file) { path_ = file; }
+    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
+    // Loads a bank and its first program.
+    void load(const std::filesystem::path& file);
+    [[nodiscard]] int slot() const { return slot_; }
+    [[nodiscard]] int size() const { return static_cast<int>(bank_.size()); }
+    [[nodiscard]] std::vector<std::string> names() const;
+    // Steps through the slots. An unsaved program is given up.
+    void changeProgram(const SelectType& which);
+
+    // The current program goes into that slot of the current bank.
+    void saveToCurrentBank(int slot, Platform::WindowHandle owner);
+    // The current bank, with the current program in the current slot, becomes the file; the current bank stays it.
+    void saveToBank(const std::filesystem::path& file, Platform::WindowHandle owner);
+    // Takes programs from the end, or adds empty ones there. Another program is changed to when its slot goes.
+    void changeSize(int size);
+
+private:
+    [[nodiscard]] Platform::Outcome save(const std::filesystem::path& target, int slot);
+    [[nodiscard]] Platform::Outcome resize(int size);
+    // What the current bank's file now holds.
+    [[nodiscard]] Platform::Outcome takeIn(const std::string& text);
+
+    ProgramSection& programs_;
+    const std::function<void(const Platform::Fault&)>& reportFault_;
+    std::filesystem::path path_;
+    std::vector<Program> bank_;
+    int slot_ = 0;
+};
+
+} // namespace Backend
