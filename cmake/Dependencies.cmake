@@ -44,7 +44,11 @@ else()
   pkg_check_modules(sdl2 REQUIRED sdl2)
   add_library(tembrel_sdl2 INTERFACE)
   target_include_directories(tembrel_sdl2 SYSTEM INTERFACE ${sdl2_INCLUDEDIR})
-  list(APPEND TEMBREL_PLATFORM_LIBRARIES tembrel_sdl2 ${CMAKE_DL_LIBS})
+  # Likewise: loaded only where the kernel gives no real-time priority itself.
+  pkg_check_modules(dbus REQUIRED IMPORTED_TARGET dbus-1)
+  add_library(tembrel_dbus INTERFACE)
+  target_include_directories(tembrel_dbus SYSTEM INTERFACE ${dbus_INCLUDE_DIRS})
+  list(APPEND TEMBREL_PLATFORM_LIBRARIES tembrel_sdl2 tembrel_dbus ${CMAKE_DL_LIBS})
 
   pkg_check_modules(jack REQUIRED IMPORTED_TARGET jack)
   pkg_check_modules(rtmidi REQUIRED IMPORTED_TARGET rtmidi)

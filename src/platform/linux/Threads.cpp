@@ -3,6 +3,7 @@
 #include "platform/AutoResetEvent.h"
 #include "platform/Clocks.h"
 #include "platform/linux/QueueTable.h"
+#include "platform/linux/RealtimeKit.h"
 
 #include <algorithm>
 #include <cassert>
@@ -135,7 +136,6 @@ void sleepMilliseconds(unsigned milliseconds) noexcept {
 }
 
 bool setCurrentThreadPriority(Priority priority) noexcept {
-    // Not asked: RealtimeKit, which gives real-time priority over D-Bus to users whom the kernel's limits give none.
     if (priority == Priority::normal) {
         return askFor(SCHED_OTHER, 0);
     }
@@ -145,11 +145,15 @@ bool setCurrentThreadPriority(Priority priority) noexcept {
     }
     // The user's limit may allow less than the full urgency: take what it allows, in the same order.
     rlimit limit{};
-    if (getrlimit(RLIMIT_RTPRIO, &limit) != 0 || limit.rlim_cur >= clockUrgency) {
-        return false;
+    if (getrlimit(RLIMIT_RTPRIO, &limit) == 0 && limit.rlim_cur < clockUrgency) {
+        const int allowed = static_cast<int>(limit.rlim_cur) - (priority == Priority::clock ? 0 : 1);
+        if (allowed > 0 && askFor(SCHED_FIFO, std::min(allowed, wanted))) {
+            return true;
+        }
     }
-    const int allowed = static_cast<int>(limit.rlim_cur) - (priority == Priority::clock ? 0 : 1);
-    return allowed > 0 && askFor(SCHED_FIFO, std::min(allowed, wanted));
+    // The clock has little to do at a time; the others may have a large file to read, which the limit that comes with
+    // real-time priority from this service would not forgive.
+    return priority == Priority::clock ? askForRealtime(clockUrgency) : askForHighPriority();
 }
 
 void setCurrentThreadName(const char* name) noexcept {
