@@ -104,6 +104,9 @@ std::string rangeOf(const AttributeFormat& format) {
 } // namespace
 
 std::optional<std::string> AttributeFormat::faultOf(std::string_view value) const {
+    if (value == defaultText) {
+        return std::nullopt;
+    }
     if (!hasRightForm(value, *this)) {
         return quoted(value) + " is not " + describeValues();
     }

@@ -40,7 +40,7 @@ struct AttributeFormat {
     std::vector<std::string_view> words; // in the order of their numbers
     bool anyCase = false;                // of words
 
-    // What is wrong with a text, for a person; nothing when it is fine.
+    // What is wrong with a text, for a person; nothing when it is fine, as the default always is.
     [[nodiscard]] std::optional<std::string> faultOf(std::string_view value) const;
     // The place of a text in the list of words, nothing when it is none of them.
     [[nodiscard]] std::optional<std::int32_t> placeOfWord(std::string_view value) const noexcept;

@@ -118,8 +118,8 @@ TEST(ElementFormatTest, ValuesThatPassAndValuesThatDoNot) {
              {"fraction", {"1_1", "3_4"}, {"", "3", "3_0", "a_b", "3/4"}},
              {"cell", {"0,1", "-1,-1"}, {"", "1", "1;2"}},
              {"event",
-              {"Pitch Bend", "Note On,60", "Controller Change,127"},
-              {"", "pitch bend", "Note On,C4", "Controller Change,128", "Controller Change,"}},
+              {"", "Pitch Bend", "Note On,60", "Controller Change,127"}, // the default is always fine
+              {"pitch bend", "Note On,C4", "Controller Change,128", "Controller Change,"}},
              {"key", {"", "Shift F1", "A"}, {"shift a", "F99"}},
              {"text", {"", "anything"}, {}},
          }) {
