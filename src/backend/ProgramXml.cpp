@@ -1,5 +1,6 @@
 #include "backend/ProgramXml.h"
 
+#include "generators/OscillatorXml.h"
 #include "input/ComputerInputXml.h"
 #include "input/ControlXml.h"
 #include "input/JoystickXml.h"
@@ -68,7 +69,7 @@ const ElementFormat& programFormat() {
         program.attributes[1].clamped = true;
         program.attributes[2].clamped = true;
         program.children = {
-            laterSection("Oscillators", "The oscillators."),
+            Oscillators::oscillatorsFormat(),
             Joystick::joystickFormat(),
             ComputerInput::computerInputFormat(),
             laterSection("MidiInput", "What becomes of incoming MIDI messages."),

@@ -1,6 +1,7 @@
 #include "backend/QelBackend.h"
 
 #include "core/QelUtils.h"
+#include "generators/OscillatorXml.h"
 #include "input/ComputerInputXml.h"
 #include "input/ControlXml.h"
 #include "input/FunctionFactory.h"
@@ -47,6 +48,9 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
       midiInput_(ports_, engine_.getMessageManager()),
       layers_(engine_.getMessageManager(), surroundings_.applicationData / "Layer Presets", surroundings_.reportFault),
       zones_(engine_.getMessageManager()),
+      oscillators_(*this, engine_, surroundings_.applicationData / "Oscillator Presets", surroundings_.reportFault,
+                   [this] { return oscManager_.tryPostShowValues(); }),
+      oscManager_(oscillators_, master_),
       keys_(*this, surroundings_.applicationData / "Computer Input Presets", surroundings_.reportFault),
       keyManager_(keys_, *this, master_),
       controls_(*this, engine_, surroundings_.applicationData / "Control Presets", surroundings_.reportFault,
@@ -56,6 +60,7 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
       joystickManager_(joysticks_, *this, master_),
       programs_(engine_.getMessageManager(),
                 {
+                    ProgramPart::of(Oscillators::oscillatorsFormat(), oscillators_),
                     ProgramPart::of(Joystick::joystickFormat(), joysticks_),
                     ProgramPart::of(ComputerInput::computerInputFormat(), keys_),
                     ProgramPart::of(Controls::controlsFormat(), controls_),
@@ -68,6 +73,7 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
     master_.addMessageManager(keyManager_);
     master_.addMessageManager(controlManager_);
     master_.addMessageManager(joystickManager_);
+    master_.addMessageManager(oscManager_);
     master_.start();
 }
 

@@ -4,6 +4,8 @@
 #include "backend/BankSection.h"
 #include "backend/LayerSection.h"
 #include "backend/MidiInputSection.h"
+#include "backend/OscMessageManager.h"
+#include "backend/OscillatorSection.h"
 #include "backend/PortSection.h"
 #include "backend/ProgramSection.h"
 #include "backend/WorkerThread.h"
@@ -50,6 +52,7 @@ public:
     MidiEngine::MidiEngine& getMidiEngine() override { return engine_; }
     Controls::ControlMessageManager& getControlMessageManager() override { return controlManager_; }
     Joystick::JoystickMessageManager& getJoystickMessageManager() override { return joystickManager_; }
+    Oscillators::OscMessageManager& getOscMessageManager() override { return oscManager_; }
     Gui::QelGuiIF* getGui() override { return nullptr; }
     Platform::WindowHandle getGuiWindowHandle() const override { return nullptr; }
     const RegistrySettings& getRegistrySettings() const override { return settings_; }
@@ -133,7 +136,7 @@ public:
     void loadControlPreset(const std::string& name) override { controls_.loadPreset(name); }
     void loadJoystickInputPreset(const std::string& name) override { joysticks_.loadPreset(name); }
     void loadLayerPreset(const std::string& name) override { layers_.loadPreset(name); }
-    void loadOscillatorPreset(const std::string&) override { notBuilt(); }
+    void loadOscillatorPreset(const std::string& name) override { oscillators_.loadPreset(name); }
 
     void keyDown(const Key& key, bool repeat) override { keyManager_.postKeyDown(key, repeat); }
     void keyUp(const Key& key) override { keyManager_.postKeyUp(key); }
@@ -156,9 +159,13 @@ public:
     void changeLayerNoteToggle(const SelectType& which, const NoteToggle& mode) override {
         layers_.changeNoteToggle(which, mode);
     }
-    void dataSelectOsc(const SelectType&) override { notBuilt(); }
-    void changeOscPlaying(const SelectType&, const OnOffToggle&) override { notBuilt(); }
-    void changeOscSpeed(const SelectType&, const RelativeFixedValue&) override { notBuilt(); }
+    void dataSelectOsc(const SelectType& which) override { oscillators_.select(which); }
+    void changeOscPlaying(const SelectType& which, const OnOffToggle& how) override {
+        oscillators_.changePlaying(which, how);
+    }
+    void changeOscSpeed(const SelectType& which, const RelativeFixedValue& value) override {
+        oscillators_.changeSpeed(which, value);
+    }
 
     void joystickAxisChanged(const JoyAxisElementId& axis, int value) override { joysticks_.axisChanged(axis, value); }
     void joystickButtonDown(const JoyButtonElementId& button, bool repeat) override {
@@ -198,6 +205,8 @@ private:
     MidiInputSection midiInput_;
     LayerSection layers_;
     ZoneSection zones_;
+    OscillatorSection oscillators_;
+    Oscillators::OscMessageManager oscManager_;
     ComputerInput::ComputerInputSection keys_;
     ComputerInput::ComputerInputMessageManager keyManager_;
     Controls::ControlSection controls_;

@@ -38,6 +38,9 @@ class ControlMessageManager;
 namespace Joystick {
 class JoystickMessageManager;
 }
+namespace Oscillators {
+class OscMessageManager;
+}
 namespace MidiEngine {
 class MidiEngine;
 class QelMidiMessage;
@@ -61,6 +64,7 @@ public:
     [[nodiscard]] virtual MidiEngine::MidiEngine& getMidiEngine() = 0;                       // [any]
     [[nodiscard]] virtual Controls::ControlMessageManager& getControlMessageManager() = 0;   // [any]
     [[nodiscard]] virtual Joystick::JoystickMessageManager& getJoystickMessageManager() = 0; // [any]
+    [[nodiscard]] virtual Oscillators::OscMessageManager& getOscMessageManager() = 0;        // [any]
     [[nodiscard]] virtual Gui::QelGuiIF* getGui() = 0;                           // null without a user interface
     [[nodiscard]] virtual Platform::WindowHandle getGuiWindowHandle() const = 0; // [any] null without a window
     [[nodiscard]] virtual const RegistrySettings& getRegistrySettings() const = 0;

@@ -32,7 +32,7 @@ Ticks MidiEngine::milliseconds2Ppq(double milliseconds, int tempo) {
 }
 
 MidiEngine::MidiEngine(MidiPlayer& player)
-    : player_(player), messageManager_(std::make_unique<MidiEngineMessageManager>(*this)) {}
+    : player_(player), messageManager_(std::make_unique<MidiEngineMessageManager>(*this)), machines_{&oscillators_} {}
 
 MidiEngine::~MidiEngine() = default;
 
@@ -422,6 +422,33 @@ void MidiEngine::setZone(const Zones::Zone& zone) {
     }
 }
 
+void MidiEngine::setOscList(const Oscillators::OscList& list) {
+    oscillators_.set(list);
+}
+
+void MidiEngine::setOscPlaying(const OscId& id, bool on) {
+    if (const auto stopMessage = oscillators_.setPlaying(id, on)) {
+        pending_.add(*stopMessage);
+    }
+    player_.eventsArrived(); // a clock that sleeps learns that ticks count now
+}
+
+void MidiEngine::setOscSpeed(const OscId& id, int ticks) {
+    oscillators_.setSpeed(id, ticks);
+}
+
+void MidiEngine::playFromOscillator(const QelMidiMessage& message) {
+    QelMidiMessage stamped = message;
+    stamped.setPpq(now_);
+    playMidi(stamped);
+}
+
+void MidiEngine::oscillatorMoved(OscId id, std::int32_t value) {
+    if (oscillatorWatcher_ != nullptr) {
+        oscillatorWatcher_->oscillatorMoved(id, value);
+    }
+}
+
 void MidiEngine::setTempo(int beatsPerMinute) {
     player_.setTempo(beatsPerMinute);
 }
@@ -438,6 +465,11 @@ void MidiEngine::addMachine(TickMachine& machine) {
 void MidiEngine::removeMachine(TickMachine& machine) {
     const Guard guard(criticalSection_);
     std::erase(machines_, &machine);
+}
+
+void MidiEngine::setOscillatorWatcher(Oscillators::OscillatorWatcher* watcher) {
+    const Guard guard(criticalSection_);
+    oscillatorWatcher_ = watcher;
 }
 
 void MidiEngine::addTap(EngineTap& tap) {

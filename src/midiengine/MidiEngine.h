@@ -2,6 +2,8 @@
 #pragma once
 
 #include "core/CriticalSection.h"
+#include "generators/OscillatorOutput.h"
+#include "generators/OscillatorRack.h"
 #include "generators/TickMachine.h"
 #include "midiengine/EngineTap.h"
 #include "midiengine/HeldNotes.h"
@@ -30,7 +32,7 @@ class MidiPlayer;
 // Thread picture: the host's clock thread calls playTimeSlice and plays everything; the engine's worker thread
 // (getMessageManager) takes commands and events from the other threads; both work under getCriticalSection().
 // Operations marked [engine] are called by the worker's handlers, under that lock unless they say otherwise.
-class MidiEngine final : private LayerOutput {
+class MidiEngine final : private LayerOutput, private Oscillators::OscillatorOutput {
 public:
     // A slice of this many ticks or more plays nothing: the machine has slept.
     static constexpr std::int32_t MAX_TIME_SLICE = 5000;
@@ -103,8 +105,12 @@ public:
     void setLayerList(const Layers::LayerList& layers);
     void setZoneMap(const Zones::ZoneMap& zones); // [engine] zones forget the notes they hold
     void setZone(const Zones::Zone& zone);        // [engine] changes the transposition; unknown ids change nothing
-    void setTempo(int beatsPerMinute);            // [engine]
-    void setTempoSource(unsigned char source);    // [engine]
+    // Whoever exchanges the oscillators resets first. Those that played and do not any more send their stop values.
+    void setOscList(const Oscillators::OscList& list); // [engine]
+    void setOscPlaying(const OscId& id, bool on);      // [engine] one that stops sends its stop value
+    void setOscSpeed(const OscId& id, int ticks);      // [engine]
+    void setTempo(int beatsPerMinute);                 // [engine]
+    void setTempoSource(unsigned char source);         // [engine]
 
     // Machines are given the ticks behind the layers, in the order in which they were added, and outlive their being
     // listed. [any] takes the lock itself
@@ -113,6 +119,8 @@ public:
     // Taps outlive their being listed. [any] takes the lock itself
     void addTap(EngineTap& tap);
     void removeTap(EngineTap& tap);
+    // Told of what is to be seen of playing oscillators; null: nobody. [any] takes the lock itself
+    void setOscillatorWatcher(Oscillators::OscillatorWatcher* watcher);
     // Told of each message that is no note, for the controls on screen; null: nobody. [any] takes the lock itself
     void setControlFollower(EngineTap* follower);
 
@@ -129,6 +137,9 @@ private:
         return finalSend(message, keepHeldNotes, beginning);
     }
     void followControl(const QelMidiMessage& message) override;
+    // OscillatorOutput
+    void playFromOscillator(const QelMidiMessage& message) override;
+    void oscillatorMoved(OscId id, std::int32_t value) override;
 
     void takeIn(const QelMidiMessage& message, Ticks stamp);
     void processPpq(Ticks ppq, Ticks earliest);
@@ -161,6 +172,8 @@ private:
     SoundingNotes sounding_;
     PendingEvents pending_;
     std::vector<TickMachine*> machines_;
+    Oscillators::OscillatorRack oscillators_{*this};
+    Oscillators::OscillatorWatcher* oscillatorWatcher_ = nullptr;
     std::vector<EngineTap*> taps_;
     EngineTap* controlFollower_ = nullptr;
     Ticks now_ = noTicks; // of the slice or tick that is being played

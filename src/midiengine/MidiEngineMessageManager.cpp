@@ -9,7 +9,7 @@
 
 namespace Backend::MidiEngine {
 
-// Numbers that other parts of the program know; those left out belong to the oscillators.
+// Numbers that other parts of the program know.
 enum class MidiEngineMessageManager::Command : std::uint32_t {
     playPacked = Platform::applicationMessage + 0x66,
     playCopy = Platform::applicationMessage + 0x67,
@@ -19,8 +19,11 @@ enum class MidiEngineMessageManager::Command : std::uint32_t {
     enableMidiOutput = Platform::applicationMessage + 0x6B,
     setDefaultMidiOutput = Platform::applicationMessage + 0x6C,
     setLayerList = Platform::applicationMessage + 0x6D,
+    setOscList = Platform::applicationMessage + 0x6E,
     setZoneMap = Platform::applicationMessage + 0x6F,
     setZone = Platform::applicationMessage + 0x70,
+    setOscPlaying = Platform::applicationMessage + 0x71,
+    setOscSpeed = Platform::applicationMessage + 0x72,
     setTempo = Platform::applicationMessage + 0x73,
     setTempoSource = Platform::applicationMessage + 0x74,
     setMidiThru = Platform::applicationMessage + 0x75,
@@ -131,6 +134,18 @@ void MidiEngineMessageManager::postSetZone(const Zones::Zone& zone) {
     postValue(Command::setZone, zone);
 }
 
+void MidiEngineMessageManager::postSetOscList(const Oscillators::OscList& list) {
+    postValue(Command::setOscList, list);
+}
+
+void MidiEngineMessageManager::postSetOscPlaying(const OscId& id, bool on) {
+    static_cast<void>(post(Command::setOscPlaying, asWParam(id.index), asLParam(on)));
+}
+
+void MidiEngineMessageManager::postSetOscSpeed(const OscId& id, int ticks) {
+    static_cast<void>(post(Command::setOscSpeed, asWParam(id.index), ticks));
+}
+
 void MidiEngineMessageManager::postSetTempo(int beatsPerMinute) {
     static_cast<void>(post(Command::setTempo, asWParam(beatsPerMinute)));
 }
@@ -199,6 +214,12 @@ void MidiEngineMessageManager::handleMessage(const Platform::ThreadMessage& mess
         underLock([&] { engine_.setLayerList(*layers); });
         break;
     }
+    case Command::setOscList: {
+        const auto list = takeCopy<Oscillators::OscList>(message.wParam);
+        engine_.sendReset(); // as above
+        underLock([&] { engine_.setOscList(*list); });
+        break;
+    }
     case Command::setZoneMap: {
         const auto zones = takeCopy<Zones::ZoneMap>(message.wParam);
         underLock([&] { engine_.setZoneMap(*zones); });
@@ -209,6 +230,12 @@ void MidiEngineMessageManager::handleMessage(const Platform::ThreadMessage& mess
         underLock([&] { engine_.setZone(*zone); });
         break;
     }
+    case Command::setOscPlaying:
+        underLock([&] { engine_.setOscPlaying({number}, on); });
+        break;
+    case Command::setOscSpeed:
+        underLock([&] { engine_.setOscSpeed({number}, static_cast<int>(message.lParam)); });
+        break;
     case Command::setTempo:
         underLock([&] { engine_.setTempo(number); });
         break;

@@ -1,6 +1,7 @@
 // The engine's worker thread: takes events and settings from the other threads and puts them into the engine.
 #pragma once
 
+#include "generators/OscList.h"
 #include "midiengine/LayerList.h"
 #include "midiengine/ZoneMap.h"
 #include "platform/ThreadMessages.h"
@@ -47,8 +48,11 @@ public:
     void postEnableMidiOutput(int port, bool on);
     void postSetDefaultMidiOutput(int output);
     void postSetLayerList(const Layers::LayerList& layers); // everything that sounds ends first
+    void postSetOscList(const Oscillators::OscList& list);  // the same
     void postSetZoneMap(const Zones::ZoneMap& zones);
     void postSetZone(const Zones::Zone& zone);
+    void postSetOscPlaying(const OscId& id, bool on);
+    void postSetOscSpeed(const OscId& id, int ticks);
     void postSetTempo(int beatsPerMinute);
     void postSetTempoSource(unsigned char source);
     void postSetMidiThru(bool on);

@@ -141,6 +141,7 @@ public:
     Backend::MidiEngine::MidiEngine& getMidiEngine() override { return missing<Backend::MidiEngine::MidiEngine>(); }
     Backend::Controls::ControlMessageManager& getControlMessageManager() override { return missing<Backend::Controls::ControlMessageManager>(); }
     Backend::Joystick::JoystickMessageManager& getJoystickMessageManager() override { return missing<Backend::Joystick::JoystickMessageManager>(); }
+    Backend::Oscillators::OscMessageManager& getOscMessageManager() override { return missing<Backend::Oscillators::OscMessageManager>(); }
     Gui::QelGuiIF* getGui() override { return createdGui; }
     Window getGuiWindowHandle() const override { return nullptr; }
     const Backend::RegistrySettings& getRegistrySettings() const override { return missing<Backend::RegistrySettings>(); }
