@@ -60,7 +60,7 @@ void ProgramSection::apply(const Program& program) {
 
 void ProgramSection::write(std::ostream& out, int depth, bool allowReferences) const {
     XmlWriter xml(out, depth);
-    beginProgram(xml, program_);
+    beginProgram(xml, out, program_);
     for (const ProgramPart& part : parts_) {
         part.write(out, depth + 1, allowReferences);
     }

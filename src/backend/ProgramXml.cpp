@@ -8,6 +8,7 @@
 #include "midiengine/ZoneXml.h"
 #include "platform/PathText.h"
 #include "values/AttributeReading.h"
+#include "values/XmlElementText.h"
 
 #include <optional>
 #include <utility>
@@ -97,13 +98,13 @@ Program readProgram(XmlElement element) {
     return program;
 }
 
-void beginProgram(XmlWriter& xml, const Program& program) {
+void beginProgram(XmlWriter& xml, std::ostream& out, const Program& program) {
     xml.begin("Program")
         .attribute("name", program.name)
         .attribute("tempo", program.tempo)
         .attribute("tempoSource", program.tempoSource);
     for (const XmlAttribute& attribute : program.furtherAttributes) {
-        xml.attribute(attribute.name, attribute.value);
+        writeAttribute(out, attribute);
     }
     xml.content();
 }

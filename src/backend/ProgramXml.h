@@ -8,6 +8,7 @@
 #include "values/XmlWriter.h"
 
 #include <filesystem>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,8 +20,8 @@ namespace Backend {
 
 // Reads a program; its sections may stand in any order. Unreadable values take their defaults.
 [[nodiscard]] Program readProgram(Platform::XmlElement element);
-// Begins the element with all its attributes; the sections and end() are the caller's.
-void beginProgram(XmlWriter& xml, const Program& program);
+// Begins the element with all its attributes; the sections and end() are the caller's. `out`: the writer's stream.
+void beginProgram(XmlWriter& xml, std::ostream& out, const Program& program);
 
 // Texts with exactly one program: a program file (root "ProgramFile") and a program for exchange ("QelProgramFile").
 [[nodiscard]] Platform::Result<Program> readProgramFile(const std::filesystem::path& file);

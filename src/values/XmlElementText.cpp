@@ -22,27 +22,26 @@ std::string escapedWithLayout(std::string_view text, std::string_view layout) {
     return escaped;
 }
 
-void writeStartTag(std::ostream& out, const Platform::XmlElement& element) {
-    out << '<' << element.name;
-    for (const Platform::XmlAttribute& attribute : element.attributes) {
-        out << ' ' << attribute.name << "=\"" << escapedWithLayout(attribute.value, "\n\t\r") << '"';
-    }
-}
-
 } // namespace
+
+void writeAttribute(std::ostream& out, const Platform::XmlAttribute& attribute) {
+    out << ' ' << attribute.name << "=\"" << escapedWithLayout(attribute.value, "\n\t\r") << '"';
+}
 
 void writeElement(std::ostream& out, int depth, const Platform::XmlElement& element) {
     const std::string indent(static_cast<std::size_t>(depth), '\t');
     const bool hasText = !trimmed(element.text).empty();
-    out << indent;
-    writeStartTag(out, element);
+    out << indent << '<' << element.name;
+    for (const Platform::XmlAttribute& attribute : element.attributes) {
+        writeAttribute(out, attribute);
+    }
     if (!hasText && element.children.empty()) {
         out << "/>\n";
         return;
     }
     out << '>';
     if (hasText) {
-        out << escapedWithLayout(element.text, "\r");
+        out << escapedWithLayout(element.children.empty() ? element.text : trimmed(element.text), "\r");
     }
     if (!element.children.empty()) {
         out << '\n';
