@@ -1,5 +1,6 @@
 #include "backend/QelBackend.h"
 
+#include "core/FactoryFiles.h"
 #include "core/QelUtils.h"
 #include "generators/OscillatorXml.h"
 #include "input/ComputerInputXml.h"
@@ -87,6 +88,7 @@ void QelBackend::initialize() {
         "tembrel-record", [] {}, [](const Platform::ThreadMessage&) {});
     std::error_code failure; // a folder that cannot be made is met again by whoever writes into it
     std::filesystem::create_directories(surroundings_.applicationData / "Retrospective Record", failure);
+    FactoryFiles::copyMissingFolders(surroundings_);
     engine_.initialize(settings_.getDefaultMidiOutput(), settings_.getMidiThru());
     if (settings_.getDefaultBank().empty()) {
         settings_.setDefaultBank(Platform::textOf(surroundings_.applicationData / "Banks" / "Default Bank.bnk"));
@@ -97,6 +99,9 @@ void QelBackend::initialize() {
 void QelBackend::endInitialize() {
     ports_.applySettings();
     programs_.apply(Program{});
+    if (surroundings_.startsWithDefaultBank) {
+        bank_.load(pathOf(settings_.getDefaultBank()));
+    }
     controls_.sendAutomatically();
     if (surroundings_.openJoysticks) {
         poller_ = std::make_unique<Joystick::JoystickPoller>(

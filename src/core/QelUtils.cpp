@@ -1,11 +1,19 @@
 #include "core/QelUtils.h"
 
+#include "core/FactoryFiles.h"
+#include "core/MidiPortDriver.h"
 #include "core/SettingsText.h"
+#include "platform/MidiDevices.h"
 #include "platform/Notices.h"
+#include "platform/OwnModule.h"
+#include "platform/PathText.h"
 
 #include <optional>
+#include <system_error>
 
 namespace Backend {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -16,6 +24,24 @@ namespace {
     const auto key = surroundings.settings->open(Platform::SettingsRoot::currentUser, keyPath);
     const auto value = key ? key->read("ProgDir") : std::nullopt;
     return value ? storedText(*value) : std::nullopt;
+}
+
+void removeIfEmpty(const fs::path& folder) {
+    std::error_code ignored;
+    if (fs::is_directory(folder, ignored)) {
+        fs::remove(folder, ignored); // which a folder with anything in it withstands
+    }
+}
+
+// Their names begin with "_".
+void removeBufferFiles(const fs::path& folder) {
+    std::error_code failure;
+    for (fs::directory_iterator file(folder, failure), end; !failure && file != end; file.increment(failure)) {
+        std::error_code ignored;
+        if (Platform::textOf(file->path().filename()).starts_with('_') && file->is_regular_file(ignored)) {
+            fs::remove(file->path(), ignored);
+        }
+    }
 }
 
 } // namespace
@@ -34,7 +60,7 @@ std::filesystem::path QelUtils::getQelProgDir(const Surroundings& surroundings) 
     if (folder.size() > 1 && (folder.back() == '\\' || folder.back() == '/')) {
         folder.pop_back();
     }
-    return folder;
+    return folder.empty() ? surroundings.installation : std::filesystem::path(folder);
 }
 
 std::string QelUtils::getRegistryKey(const std::string& applicationName) {
@@ -45,9 +71,60 @@ bool QelUtils::registryKeyExists(const Surroundings& surroundings, const std::st
     return readProgDir(surroundings, key).has_value();
 }
 
+void* QelUtils::getDllInstance() {
+    return Platform::ownModuleHandle();
+}
+
+bool QelUtils::virtualMidiPortExists() {
+    return Platform::virtualMidiInputExists(getQelPortName());
+}
+
 bool QelUtils::showManual(const Surroundings& surroundings, const std::string& page) {
     const std::filesystem::path folder = getQelProgDir(surroundings);
     return !folder.empty() && Platform::openDocument(folder / "Manual" / (page.empty() ? "index.htm" : page));
+}
+
+void QelUtils::copyFiles(const Surroundings& surroundings, const fs::path& target, const std::string& folder) {
+    FactoryFiles::copyFiles(surroundings, target, folder);
+}
+
+void QelUtils::removeFiles(const Surroundings& surroundings, const fs::path& target, const std::string& folder) {
+    FactoryFiles::removeFiles(surroundings, target, folder);
+}
+
+void QelUtils::install(const Surroundings& surroundings, bool withPort) {
+    if (withPort) {
+        installMidiPort(surroundings);
+    }
+}
+
+void QelUtils::uninstall(const Surroundings& surroundings) {
+    const fs::path data = getQelAppDataDir(surroundings);
+    for (const char* const folder : factoryFolders) {
+        removeFiles(surroundings, data, folder);
+        removeIfEmpty(data / folder);
+    }
+    removeBufferFiles(data / "Retrospective Record");
+    removeIfEmpty(data / "Retrospective Record");
+    std::error_code ignored;
+    for (const char* const list : {"Midi Inputs.txt", "Midi Outputs.txt"}) {
+        fs::remove(data / list, ignored);
+    }
+    uninstallMidiPort(surroundings);
+    removeIfEmpty(data);
+    removeIfEmpty(getCompanyAppDataDir(surroundings));
+}
+
+void QelUtils::installMidiPort(const Surroundings& surroundings) {
+    if (!virtualMidiPortExists() && surroundings.settings) {
+        MidiPortDriver::install(*surroundings.settings, getQelPortName().c_str());
+    }
+}
+
+void QelUtils::uninstallMidiPort(const Surroundings& surroundings) {
+    if (surroundings.settings) {
+        MidiPortDriver::uninstall(*surroundings.settings);
+    }
 }
 
 } // namespace Backend

@@ -3,8 +3,23 @@
 #include "core/QelUtils.h"
 #include "platform/Clocks.h"
 #include "platform/Folders.h"
+#include "platform/OwnModule.h"
+
+#include <system_error>
 
 namespace Backend {
+
+// Beside the program, or where a system keeps what is shared.
+std::filesystem::path Surroundings::ownInstallation() {
+    const std::filesystem::path beside = Platform::programFile().parent_path();
+    std::error_code unknown;
+    for (const std::filesystem::path& folder : {beside, beside.parent_path() / "share" / "tembrel"}) {
+        if (!beside.empty() && std::filesystem::is_directory(folder / "Default", unknown)) {
+            return folder;
+        }
+    }
+    return {};
+}
 
 Surroundings Surroundings::ofSystem() {
     const std::filesystem::path data = Platform::localApplicationDataFolder();
@@ -12,7 +27,8 @@ Surroundings Surroundings::ofSystem() {
             .traceFolder = data,
             .settings = Platform::systemSettingsStore(),
             .milliseconds = Platform::millisecondTime,
-            .reportFault = {}};
+            .reportFault = {},
+            .installation = ownInstallation()};
 }
 
 Surroundings Surroundings::inFolder(const std::filesystem::path& folder) {

@@ -21,7 +21,13 @@ struct Surroundings {
     std::function<void(const Platform::Fault&)> reportFault;
     // Opens the joysticks, on the thread that looks at them; empty: nobody looks for joysticks.
     std::function<std::unique_ptr<Platform::Joysticks>()> openJoysticks{};
+    // Where the program's own files lie unless the settings name another folder; empty: nowhere.
+    std::filesystem::path installation{};
+    // The backend starts with the bank that the settings name, else with the built-in program.
+    bool startsWithDefaultBank = false;
 
+    // The folder with the files that came with the running program; empty when there is none.
+    [[nodiscard]] static std::filesystem::path ownInstallation();
     // The system's own folders, settings and clock.
     [[nodiscard]] static Surroundings ofSystem();
     // Everything below one folder: settings and data, for tests and for running beside another instance.

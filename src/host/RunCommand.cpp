@@ -146,6 +146,7 @@ RunCommand::RunCommand(CLI::App& commandLine)
     verb_->add_flag("--headless", headless_, "Without a window, in the terminal");
     addSessionOptions(*verb_, session_);
     session_.joysticks = true;
+    session_.defaultBank = true;
     verb_->add_option("--events", events_, "Write every message played as a line of text; - is standard output")
         ->type_name("FILE");
     addMidiSystemOption(*verb_, midi_);

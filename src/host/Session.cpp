@@ -39,16 +39,34 @@ Platform::Outcome Session::start(const std::vector<Backend::MidiInputPort>& inpu
     if (options_.joysticks) {
         surroundings.openJoysticks = Platform::openJoysticks;
     }
+    surroundings.installation = Backend::Surroundings::ownInstallation();
+    surroundings.startsWithDefaultBank = options_.defaultBank && !options_.bank;
     qel_ = Backend::QelFactory::createQel("Tembrel 3", player_, true, surroundings);
     auto& backend = qel_->getQelMessageManager();
     backend.sendInitialize();
     backend.sendSetMidiInputPorts(inputs);
     backend.sendSetMidiOutputPorts(outputs);
     backend.sendEndInitialize();
+    std::vector<Fault> harmless = takeFaults();
     load();
     waitForBackend();
     const std::vector<Fault> faults = takeFaults();
-    return faults.empty() ? Platform::success() : faults.front();
+    if (!faults.empty()) {
+        return faults.front();
+    }
+    if (const std::optional<Fault> wrong = wrongSlot()) {
+        return *wrong;
+    }
+    const std::lock_guard lock(faultMutex_);
+    faults_ = std::move(harmless);
+    return Platform::success();
+}
+
+std::optional<Fault> Session::wrongSlot() {
+    if (!options_.slot || qel_->getStatus().slot == *options_.slot) {
+        return std::nullopt;
+    }
+    return Fault{options_.bank.value_or("default bank"), 0, "there is no slot " + std::to_string(*options_.slot)};
 }
 
 std::vector<Fault> Session::takeFaults() {
@@ -67,6 +85,7 @@ void Session::load() {
     if (options_.program) {
         backend.postLoadProgram(*options_.program);
     }
+    backend.postPublishStatus();
     if (options_.tempo) {
         backend.postChangeTempo(RelativeFixedValue::fixed(*options_.tempo), true);
     }

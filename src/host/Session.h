@@ -25,6 +25,7 @@ struct SessionOptions {
     std::optional<int> tempo;           // beats a minute, 10..500
     std::optional<std::string> data;    // folder of application data and settings; the user's own without it
     bool joysticks = false;             // they are looked for and play
+    bool defaultBank = false;           // without a bank: starts with the user's
 };
 
 // All on one thread, which is not the backend's.
@@ -38,7 +39,8 @@ public:
     Session& operator=(const Session&) = delete;
 
     // Creates and initialises the backend with these ports, loads what the options name and waits until it is in
-    // place. The first file that cannot be read is the fault; the session can only be destroyed then. Once.
+    // place. The first file that cannot be read, or the slot that there is not, is the fault; the session can only be
+    // destroyed then. A default bank that cannot be read is left to takeFaults(). Once.
     [[nodiscard]] Platform::Outcome start(const std::vector<Backend::MidiInputPort>& inputs,
                                           const std::vector<Backend::MidiOutputPort>& outputs);
 
@@ -55,6 +57,7 @@ public:
 private:
     void load();
     void waitForBackend();
+    [[nodiscard]] std::optional<Platform::Fault> wrongSlot();
 
     Backend::MidiEngine::MidiPlayer& player_;
     SessionOptions options_;

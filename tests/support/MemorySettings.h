@@ -18,13 +18,14 @@ public:
     using Values = std::map<std::string, Platform::SettingsValue>;
 
     std::map<std::string, Values> keys;
-    bool opens = true; // false: no key opens
+    bool opens = true;   // false: no key opens
+    std::string refused; // writing to this key gives error 5
 
     // The names of the values written since the last call of this, in order.
     [[nodiscard]] std::vector<std::string> takeWritten() { return std::exchange(written_, {}); }
 
     std::unique_ptr<Platform::SettingsKey> openOrCreate(Platform::SettingsRoot, const std::string& path) override {
-        return opens ? std::make_unique<Key>(keys[path], written_) : nullptr;
+        return opens ? std::make_unique<Key>(keys[path], written_, path == refused) : nullptr;
     }
     std::unique_ptr<Platform::SettingsKey> open(Platform::SettingsRoot root, const std::string& path) override {
         return keys.contains(path) ? openOrCreate(root, path) : nullptr;
@@ -33,13 +34,17 @@ public:
 private:
     class Key final : public Platform::SettingsKey {
     public:
-        Key(Values& values, std::vector<std::string>& written) : values_(values), written_(written) {}
+        Key(Values& values, std::vector<std::string>& written, bool refuses)
+            : values_(values), written_(written), refuses_(refuses) {}
 
         std::optional<Platform::SettingsValue> read(const std::string& name) override {
             const auto value = values_.find(name);
             return value == values_.end() ? std::nullopt : std::optional(value->second);
         }
         long write(const std::string& name, const Platform::SettingsValue& value) override {
+            if (refuses_) {
+                return 5;
+            }
             values_[name] = value;
             written_.push_back(name);
             return 0;
@@ -56,6 +61,7 @@ private:
     private:
         Values& values_;
         std::vector<std::string>& written_;
+        bool refuses_;
     };
 
     std::vector<std::string> written_;

@@ -1,0 +1,73 @@
+#include "core/FactoryFiles.h"
+
+#include "core/QelUtils.h"
+#include "platform/TemporaryName.h"
+
+#include <system_error>
+
+namespace Backend {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Empty without an installation.
+fs::path sourceOf(const Surroundings& surroundings, const std::string& folder) {
+    const fs::path installation = QelUtils::getQelProgDir(surroundings);
+    return installation.empty() ? fs::path() : installation / "Default" / folder;
+}
+
+void copyAll(const fs::path& from, const fs::path& to, std::error_code& failure) {
+    fs::create_directories(to, failure);
+    for (fs::directory_iterator file(from, failure), end; !failure && file != end; file.increment(failure)) {
+        if (file->is_regular_file(failure)) {
+            fs::copy_file(file->path(), to / file->path().filename(), fs::copy_options::skip_existing, failure);
+        }
+    }
+}
+
+} // namespace
+
+void FactoryFiles::copyMissingFolders(const Surroundings& surroundings) {
+    const fs::path data = QelUtils::getQelAppDataDir(surroundings);
+    for (const char* const folder : factoryFolders) {
+        std::error_code failure;
+        const fs::path source = sourceOf(surroundings, folder);
+        if (source.empty() || fs::exists(data / folder, failure) || !fs::is_directory(source, failure)) {
+            continue;
+        }
+        const fs::path unfinished = Platform::temporaryNameBeside(data / folder);
+        copyAll(source, unfinished, failure);
+        if (!failure) {
+            fs::rename(unfinished, data / folder, failure);
+        }
+        if (failure) {
+            fs::remove_all(unfinished, failure);
+        }
+    }
+}
+
+void FactoryFiles::copyFiles(const Surroundings& surroundings, const fs::path& target, const std::string& folder) {
+    std::error_code failure;
+    const fs::path source = sourceOf(surroundings, folder);
+    if (!source.empty() && fs::is_directory(source, failure)) {
+        copyAll(source, target / folder, failure);
+    }
+}
+
+void FactoryFiles::removeFiles(const Surroundings& surroundings, const fs::path& target, const std::string& folder) {
+    std::error_code failure;
+    const fs::path source = sourceOf(surroundings, folder);
+    if (source.empty()) {
+        return;
+    }
+    for (fs::directory_iterator file(source, failure), end; !failure && file != end; file.increment(failure)) {
+        std::error_code ignored;
+        const fs::path copy = target / folder / file->path().filename();
+        if (fs::is_regular_file(copy, ignored)) {
+            fs::remove(copy, ignored);
+        }
+    }
+}
+
+} // namespace Backend

@@ -1,0 +1,33 @@
+// The files that come with the program: copied to the user on the first start, taken away again by the uninstallation.
+#pragma once
+
+#include "core/Surroundings.h"
+
+#include <array>
+#include <string>
+
+namespace Backend {
+
+// The folders of the user's files that the program brings content for; each lies below the application-data folder, and
+// its content below "Default" in the installation folder.
+inline constexpr std::array factoryFolders = {
+    "Computer Input Presets", "Control Presets",    "Joystick Presets", "Layer Presets",
+    "Midi Input Presets",     "Oscillator Presets", "Sequences",        "Banks"};
+
+class FactoryFiles final {
+public:
+    FactoryFiles() = delete;
+
+    // Copies each of the folders that the user does not have. A folder appears whole or, when something fails, not at
+    // all. [backend]
+    static void copyMissingFolders(const Surroundings& surroundings);
+
+    // Copies the factory's files of a folder into `target`/`folder`; those that are there stay. [any]
+    static void copyFiles(const Surroundings& surroundings, const std::filesystem::path& target,
+                          const std::string& folder);
+    // Deletes from `target`/`folder` the files that have the names of the factory's. [any]
+    static void removeFiles(const Surroundings& surroundings, const std::filesystem::path& target,
+                            const std::string& folder);
+};
+
+} // namespace Backend
