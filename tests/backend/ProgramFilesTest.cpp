@@ -183,7 +183,7 @@ TEST_F(ProgramFiles, SavingIntoABankLeavesTheOthersAsTheyAre) {
         text,
         StartsWith("<Bank>\r\n  <Program\r\n   name=\"a\"/>\r\n<!-- <Program> -->\r\n"
                    "<Program name=\"b\"><Future>\r\n 1 </Future></Program>\r\n<Program name=\"new\" tempo=\"120\" "
-                   "tempoSource=\"0\">\r\n\t<Joystick"));
+                   "tempoSource=\"0\">\r\n\t<"));
     EXPECT_THAT(text, testing::EndsWith("\r\n</Program>\r\n</Bank>"));
     EXPECT_EQ(nameAt(1), "b");
     EXPECT_EQ(nameAt(2), "new");
