@@ -1,49 +1,177 @@
 #include "backend/MidiInputSection.h"
 
+#include "core/MessageParameters.h"
+#include "midiinput/IncomingMessage.h"
+#include "platform/ThreadMessages.h"
+
+#include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace Backend {
 
-namespace {
 using MidiEngine::MessageType;
-using MidiEngine::QelMidiMessage;
+using MidiInput::StartedNotes;
 
-constexpr std::int8_t releaseVelocity = 100;
+namespace {
+constexpr unsigned retryMilliseconds = 10;
+
+// Sets a flag for as long as it lives.
+class Raised final {
+public:
+    explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Raised() { flag_ = false; }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+
+private:
+    bool& flag_;
+};
 } // namespace
 
-std::optional<QelMidiMessage> MidiInputSection::accept(const QelMidiMessage& message) {
+MidiInputSection::MidiInputSection(const PortSection& ports, const MidiInput::ConfigurationSection& configurations,
+                                   MidiEngine::MidiEngineMessageManager& engine, const Explain& explain)
+    : ports_(ports), configurations_(configurations), engine_(engine), explain_(explain) {
+    constexpr std::size_t usualPress = 64; // notes
+    released_.reserve(usualPress);
+}
+
+void MidiInputSection::process(const Message& message) {
+    handle(message);
+}
+
+void MidiInputSection::process(const std::vector<Message>& messages) {
+    played_.reserve(messages.size());
+    {
+        const Raised collecting(collecting_);
+        for (const Message& message : messages) {
+            handle(message);
+        }
+    }
+    flush();
+}
+
+void MidiInputSection::inputsChanged() {
+    constexpr int mostInputs = 128;
+    for (int input = 0; input < mostInputs; ++input) {
+        if (!ports_.isInputEnabled(input)) {
+            started_.forget(static_cast<std::int8_t>(input));
+        }
+    }
+}
+
+void MidiInputSection::handle(const Message& message) {
     if (!ports_.isInputEnabled(message.getInput())) {
-        return std::nullopt;
+        return;
     }
     if (message.getMessageType() == MessageType::systemExclusive) {
         ++droppedSysEx_;
-        return std::nullopt;
+        return;
     }
-    QelMidiMessage accepted = message;
-    if (accepted.isNoteOn() && accepted.getD2() == 0) {
-        accepted.setToNoteOff();
-        accepted.setD2(releaseVelocity);
+    show(message);
+    const Message incoming = MidiInput::asHandled(message);
+    released_.clear();
+    const bool ends = incoming.isNoteOff() && started_.takePress(incoming, released_);
+    if (incoming.isNoteOn()) {
+        started_.beginPress(incoming);
     }
-    accepted.setDefaultChannel(true);
-    return accepted;
+    // The map stays as it is while its translations replace it.
+    const std::shared_ptr<const MidiInput::MidiEventConfigurationMap> map = configurations_.current();
+    const MidiInput::LookUp found = map->lookUp(incoming);
+    const bool isConfigured = found.configuration != nullptr && !found.configuration->translations.empty();
+    if (explain_) {
+        steps_ = {};
+        steps_.incoming = incoming;
+        steps_.lookUp = found;
+    }
+    if (isConfigured) {
+        translate(incoming, *found.configuration);
+    } else if (!ends) {
+        passOn(incoming);
+    }
+    if (ends) {
+        release(incoming);
+    }
+    if (explain_) {
+        explain_(steps_);
+    }
 }
 
-void MidiInputSection::process(const QelMidiMessage& message) {
-    if (const std::optional<QelMidiMessage> accepted = accept(message)) {
-        engine_.postPlayMidi(*accepted);
+void MidiInputSection::show(const Message& incoming) const {
+    for (Platform::ThreadId thread = shownTo_; thread != 0; thread = shownTo_) {
+        const bool posted = postCopy(incoming, [&](std::uintptr_t copy) {
+            return Platform::postThreadMessage(thread, {MidiInput::showIncomingMessage, copy, 0});
+        });
+        if (posted) {
+            return;
+        }
+        Platform::sleepMilliseconds(retryMilliseconds);
     }
 }
 
-void MidiInputSection::process(const std::vector<QelMidiMessage>& messages) {
-    std::vector<QelMidiMessage> accepted;
-    accepted.reserve(messages.size());
-    for (const QelMidiMessage& message : messages) {
-        if (const std::optional<QelMidiMessage> one = accept(message)) {
-            accepted.push_back(*one);
+void MidiInputSection::translate(const Message& incoming, const MidiInput::MidiEventConfiguration& configuration) {
+    for (const auto& translation : configuration.translations) {
+        if (!translation) {
+            continue;
+        }
+        const bool holds = translation->getCondition().holdsFor(incoming.getMidiMessage());
+        const std::optional<Message> message = holds ? translation->getMidiMessage(incoming) : std::nullopt;
+        if (message) {
+            play(*message);
+            if (message->isNoteOn() && incoming.isNoteOn()) {
+                started_.add(*message);
+            } else if (message->isNoteOff()) {
+                if (incoming.isNoteOn()) {
+                    started_.remove(*message);
+                }
+                const auto ended = std::find(released_.begin(), released_.end(), StartedNotes::Note::of(*message));
+                if (ended != released_.end()) {
+                    released_.erase(ended);
+                }
+            }
+        } else if (holds) {
+            flush(); // what it changes comes behind what was played before
+            translation->execute(incoming);
+        }
+        if (explain_) {
+            steps_.tried.push_back({translation.get(), holds, message});
         }
     }
-    if (!accepted.empty()) {
-        engine_.postPlayMidi(std::move(accepted));
+}
+
+void MidiInputSection::passOn(const Message& incoming) {
+    Message message = incoming;
+    message.setDefaultChannel(true);
+    play(message);
+    if (message.isNoteOn()) {
+        started_.add(message);
+    }
+    if (explain_) {
+        steps_.passedOn = message;
+    }
+}
+
+void MidiInputSection::release(const Message& noteOff) {
+    for (const StartedNotes::Note& note : released_) {
+        const Message end = note.ended(noteOff);
+        play(end);
+        if (explain_) {
+            steps_.ended.push_back(end);
+        }
+    }
+}
+
+void MidiInputSection::play(const Message& message) {
+    if (collecting_) {
+        played_.push_back(message);
+    } else {
+        engine_.postPlayMidi(message);
+    }
+}
+
+void MidiInputSection::flush() {
+    if (!played_.empty()) {
+        engine_.postPlayMidi(std::exchange(played_, {}));
     }
 }
 

@@ -6,6 +6,7 @@
 #include "input/JoystickXml.h"
 #include "midiengine/LayerXml.h"
 #include "midiengine/ZoneXml.h"
+#include "midiinput/MidiInputXml.h"
 #include "platform/PathText.h"
 #include "values/AttributeReading.h"
 #include "values/XmlElementText.h"
@@ -73,7 +74,7 @@ const ElementFormat& programFormat() {
             Oscillators::oscillatorsFormat(),
             Joystick::joystickFormat(),
             ComputerInput::computerInputFormat(),
-            laterSection("MidiInput", "What becomes of incoming MIDI messages."),
+            MidiInput::midiInputFormat(),
             Controls::controlsFormat(),
             Layers::layersFormat(),
             Zones::zonesFormat(),

@@ -9,6 +9,9 @@
 #include "input/JoystickXml.h"
 #include "midiengine/LayerXml.h"
 #include "midiengine/ZoneXml.h"
+#include "midiinput/IncomingMessage.h"
+#include "midiinput/MidiInputXml.h"
+#include "midiinput/TranslationFactory.h"
 #include "platform/Notices.h"
 #include "platform/PathText.h"
 #include "values/OnOffToggle.h"
@@ -46,7 +49,9 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
     : name_(name), surroundings_(withFaultReport(surroundings)),
       trace_(traceToFile ? surroundings_.traceFolder : std::filesystem::path{}), master_("tembrel-backend"),
       messageManager_(*this, master_), engine_(player), ports_(engine_.getMessageManager(), settings_),
-      midiInput_(ports_, engine_.getMessageManager()),
+      configurations_(*this, surroundings_.applicationData / "Midi Input Presets", surroundings_.reportFault),
+      configurationManager_(configurations_, master_),
+      midiInput_(ports_, configurations_, engine_.getMessageManager(), surroundings_.explainInput),
       layers_(engine_.getMessageManager(), surroundings_.applicationData / "Layer Presets", surroundings_.reportFault),
       zones_(engine_.getMessageManager()),
       oscillators_(*this, engine_, surroundings_.applicationData / "Oscillator Presets", surroundings_.reportFault,
@@ -64,6 +69,7 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
                     ProgramPart::of(Oscillators::oscillatorsFormat(), oscillators_),
                     ProgramPart::of(Joystick::joystickFormat(), joysticks_),
                     ProgramPart::of(ComputerInput::computerInputFormat(), keys_),
+                    ProgramPart::of(MidiInput::midiInputFormat(), configurations_),
                     ProgramPart::of(Controls::controlsFormat(), controls_),
                     ProgramPart::of(Layers::layersFormat(), layers_),
                     ProgramPart::of(Zones::zonesFormat(), zones_),
@@ -72,6 +78,7 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
       bank_(programs_, surroundings_.reportFault) {
     master_.addMessageManager(messageManager_);
     master_.addMessageManager(keyManager_);
+    master_.addMessageManager(configurationManager_);
     master_.addMessageManager(controlManager_);
     master_.addMessageManager(joystickManager_);
     master_.addMessageManager(oscManager_);
@@ -139,6 +146,25 @@ void QelBackend::executeFunction(const std::string& xml) {
     if (const Platform::Outcome done = FunctionManagement::executeFunction(xml, *this); !done) {
         surroundings_.reportFault(done.fault());
     }
+}
+
+void QelBackend::executeTranslation(const std::string& xml, const MidiEngine::QelMidiMessage& incoming) {
+    auto read = MidiInput::TranslationManagement::readTranslation(xml);
+    if (!read) {
+        surroundings_.reportFault(read.fault());
+        return;
+    }
+    auto& translation = *read.value();
+    const MidiEngine::QelMidiMessage handled = MidiInput::asHandled(incoming);
+    translation.setQel(this);
+    if (translation.getCondition().holdsFor(handled.getMidiMessage())) {
+        translation.execute(handled);
+    }
+}
+
+void QelBackend::setMidiInputPorts(const std::vector<MidiInputPort>& ports) {
+    ports_.setInputs(ports);
+    midiInput_.inputsChanged();
 }
 
 void QelBackend::changeMidiThru(const OnOffToggle& how, bool) {

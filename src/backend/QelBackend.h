@@ -24,6 +24,8 @@
 #include "input/JoystickPoller.h"
 #include "input/JoystickSection.h"
 #include "midiengine/MidiEngine.h"
+#include "midiinput/ConfigurationSection.h"
+#include "midiinput/MidiInputMessageManager.h"
 
 #include <functional>
 #include <memory>
@@ -53,6 +55,7 @@ public:
     Controls::ControlMessageManager& getControlMessageManager() override { return controlManager_; }
     Joystick::JoystickMessageManager& getJoystickMessageManager() override { return joystickManager_; }
     Oscillators::OscMessageManager& getOscMessageManager() override { return oscManager_; }
+    MidiInput::MidiInputMessageManager& getMidiInputMessageManager() override { return configurationManager_; }
     Gui::QelGuiIF* getGui() override { return nullptr; }
     Platform::WindowHandle getGuiWindowHandle() const override { return nullptr; }
     const RegistrySettings& getRegistrySettings() const override { return settings_; }
@@ -63,7 +66,7 @@ public:
     void setDefaultBank(const std::string& path) override { settings_.setDefaultBank(path); }
     void setMouseSensitivity(int sensitivity) override { settings_.setMouseSensitivity(sensitivity); }
 
-    void setMidiInputPorts(const std::vector<MidiInputPort>& ports) override { ports_.setInputs(ports); }
+    void setMidiInputPorts(const std::vector<MidiInputPort>& ports) override;
     void setMidiOutputPorts(const std::vector<MidiOutputPort>& ports) override { ports_.setOutputs(ports); }
     const std::vector<MidiInputPort>& getMidiInputPorts() const override { return ports_.inputs(); }
     const std::vector<MidiOutputPort>& getMidiOutputPorts() const override { return ports_.outputs(); }
@@ -73,6 +76,10 @@ public:
     void processMidiInputEvents(const std::vector<MidiEngine::QelMidiMessage>& messages) override {
         midiInput_.process(messages);
     }
+    std::shared_ptr<const MidiInput::MidiEventConfigurationMap> getMidiInputMap() const override {
+        return configurations_.map();
+    }
+    void setMidiInputDisplay(Platform::ThreadId thread) override { midiInput_.showTo(thread); }
 
     void loadProgram(const std::string& path) override;
     std::string getProgramText() override { return programs_.text(); }
@@ -132,7 +139,7 @@ public:
     void updateControl(const MidiEngine::QelMidiMessage& message) override { controls_.update(message); }
 
     void loadComputerInputPreset(const std::string& name) override { keys_.loadPreset(name); }
-    void loadMidiInputPreset(const std::string&) override { notBuilt(); }
+    void loadMidiInputPreset(const std::string& name) override { configurations_.loadPreset(name); }
     void loadControlPreset(const std::string& name) override { controls_.loadPreset(name); }
     void loadJoystickInputPreset(const std::string& name) override { joysticks_.loadPreset(name); }
     void loadLayerPreset(const std::string& name) override { layers_.loadPreset(name); }
@@ -184,7 +191,7 @@ public:
     void enableRetroRecord(bool on) override { settings_.setRetroRecordEnabled(on); }
 
     void executeFunction(const std::string& xml) override;
-    void executeTranslation(const std::string&, const MidiEngine::QelMidiMessage&) override { notBuilt(); }
+    void executeTranslation(const std::string& xml, const MidiEngine::QelMidiMessage& incoming) override;
     void synchronize(Barrier& barrier) override { engine_.getMessageManager().postBarrier(barrier); }
     void publishStatus() override;
     QelStatus getStatus() const override;
@@ -202,6 +209,8 @@ private:
     MidiEngine::MidiEngine engine_;
 
     PortSection ports_;
+    MidiInput::ConfigurationSection configurations_;
+    MidiInput::MidiInputMessageManager configurationManager_;
     MidiInputSection midiInput_;
     LayerSection layers_;
     ZoneSection zones_;

@@ -3,9 +3,11 @@
 
 #include "core/QelStatus.h"
 #include "platform/AutoResetEvent.h"
+#include "platform/Threads.h"
 #include "platform/WindowMessages.h"
 #include "values/MidiPort.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -45,6 +47,10 @@ namespace MidiEngine {
 class MidiEngine;
 class QelMidiMessage;
 } // namespace MidiEngine
+namespace MidiInput {
+class MidiInputMessageManager;
+struct MidiEventConfigurationMap;
+} // namespace MidiInput
 
 // All operations run on the backend thread, called by the handlers of QelMessageManager, except where marked
 // [any]. A selection ("up", "selected", a fixed index ...) is resolved here, against the current state.
@@ -58,13 +64,14 @@ public:
     virtual void end() = 0;
 
     // The parts that others reach through the facade.
-    [[nodiscard]] virtual Platform::AutoResetEvent& getWaitEvent() = 0;                      // [any]
-    [[nodiscard]] virtual MessageManagerMaster& getMessageManagerMaster() = 0;               // [any]
-    [[nodiscard]] virtual QelMessageManager& getQelMessageManager() = 0;                     // [any]
-    [[nodiscard]] virtual MidiEngine::MidiEngine& getMidiEngine() = 0;                       // [any]
-    [[nodiscard]] virtual Controls::ControlMessageManager& getControlMessageManager() = 0;   // [any]
-    [[nodiscard]] virtual Joystick::JoystickMessageManager& getJoystickMessageManager() = 0; // [any]
-    [[nodiscard]] virtual Oscillators::OscMessageManager& getOscMessageManager() = 0;        // [any]
+    [[nodiscard]] virtual Platform::AutoResetEvent& getWaitEvent() = 0;                         // [any]
+    [[nodiscard]] virtual MessageManagerMaster& getMessageManagerMaster() = 0;                  // [any]
+    [[nodiscard]] virtual QelMessageManager& getQelMessageManager() = 0;                        // [any]
+    [[nodiscard]] virtual MidiEngine::MidiEngine& getMidiEngine() = 0;                          // [any]
+    [[nodiscard]] virtual Controls::ControlMessageManager& getControlMessageManager() = 0;      // [any]
+    [[nodiscard]] virtual Joystick::JoystickMessageManager& getJoystickMessageManager() = 0;    // [any]
+    [[nodiscard]] virtual MidiInput::MidiInputMessageManager& getMidiInputMessageManager() = 0; // [any]
+    [[nodiscard]] virtual Oscillators::OscMessageManager& getOscMessageManager() = 0;           // [any]
     [[nodiscard]] virtual Gui::QelGuiIF* getGui() = 0;                           // null without a user interface
     [[nodiscard]] virtual Platform::WindowHandle getGuiWindowHandle() const = 0; // [any] null without a window
     [[nodiscard]] virtual const RegistrySettings& getRegistrySettings() const = 0;
@@ -84,6 +91,11 @@ public:
     virtual void enableMidiInput(int port, bool on) = 0;
     virtual void enableMidiOutput(int port, bool on) = 0;
     virtual void processMidiInputEvent(const MidiEngine::QelMidiMessage& message) = 0;
+    // What is configured for incoming messages now; it does not change any more. [any]
+    [[nodiscard]] virtual std::shared_ptr<const MidiInput::MidiEventConfigurationMap> getMidiInputMap() const = 0;
+    // The thread that shows incoming messages gets a copy of each (MidiInput::showIncomingMessage); 0: nobody. It takes
+    // them until it has been replaced. [any]
+    virtual void setMidiInputDisplay(Platform::ThreadId thread) = 0;
 
     // Programs, banks and presets. `owner` is told when the work is done; null tells nobody.
     virtual void loadProgram(const std::string& path) = 0;

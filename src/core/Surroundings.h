@@ -12,6 +12,10 @@
 
 namespace Backend {
 
+namespace MidiInput {
+struct InputSteps;
+}
+
 struct Surroundings {
     std::filesystem::path applicationData; // the user's files: banks, presets, recordings
     std::filesystem::path traceFolder;     // where "qel.log" is written; empty: no trace file
@@ -19,6 +23,8 @@ struct Surroundings {
     std::function<std::uint32_t()> milliseconds; // a millisecond clock that wraps at 32 bits
     // Told of every program, bank or preset that could not be read or written; empty: a message box. [backend]
     std::function<void(const Platform::Fault&)> reportFault;
+    // Told how each incoming MIDI message was handled; empty: nobody asks. [backend]
+    std::function<void(const MidiInput::InputSteps&)> explainInput{};
     // Opens the joysticks, on the thread that looks at them; empty: nobody looks for joysticks.
     std::function<std::unique_ptr<Platform::Joysticks>()> openJoysticks{};
     // Where the program's own files lie unless the settings name another folder; empty: nowhere.

@@ -6,6 +6,7 @@
 #include "host/EventPoster.h"
 #include "host/OfflinePlayer.h"
 #include "midiengine/MidiEngine.h"
+#include "midiinput/MidiEventConfigurationMap.h"
 
 #include <algorithm>
 #include <limits>
@@ -53,8 +54,7 @@ void Renderer::play(Performance& performance, std::int32_t tail) {
         }
         if (std::holds_alternative<MidiArrives>(event.what)) {
             ++incomingMessages_;
-            if (batchSize_ > 0) {
-                addToBatch(event);
+            if (batchSize_ > 0 && addToBatch(event)) {
                 continue;
             }
         }
@@ -70,15 +70,20 @@ void Renderer::play(Performance& performance, std::int32_t tail) {
     runTail(tail);
 }
 
-void Renderer::addToBatch(const PerformanceEvent& event) {
+bool Renderer::addToBatch(const PerformanceEvent& event) {
     const auto& midi = std::get<MidiArrives>(event.what);
     if (isSysEx(midi)) {
-        return;
+        return true;
     }
-    messages_.push_back(incomingMessage(midi, engineTime(event.tick)));
+    const auto message = incomingMessage(midi, engineTime(event.tick));
+    if (!configured_->onlyPlays(message)) {
+        return false;
+    }
+    messages_.push_back(message);
     if (messages_.size() == batchSize_) {
         handInBatch();
     }
+    return true;
 }
 
 // Posts the collected messages and then, while they are taken in, plays the batch before.
@@ -135,6 +140,7 @@ void Renderer::takeIn() {
         player_.watchArrivals(false);
     }
     slice(now_, now_);
+    configured_ = qel_.getMidiInputMap();
     followTempo();
 }
 

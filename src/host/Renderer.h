@@ -16,6 +16,9 @@ class QelIF;
 namespace MidiEngine {
 class MidiEngine;
 }
+namespace MidiInput {
+struct MidiEventConfigurationMap;
+}
 } // namespace Backend
 
 namespace Host {
@@ -26,8 +29,9 @@ class OfflinePlayer;
 // event is handed in; empty slices (t, t) follow until backend, engine worker and pending queue have taken it in. So
 // what it plays is played in tick t and what it changes holds from t on, and equal performances give equal events.
 //
-// Runs of incoming messages, which change nothing on their way to the engine, need not wait for each other: they are
-// handed in many at once, stamped, and the slices up to the last of them run while the next ones are on their way.
+// Incoming messages whose handling only plays, as most do, need not wait for each other: they are handed in many at
+// once, stamped, and the slices up to the last of them run while the next ones are on their way. Those for which
+// something is configured that may change the program are events like any other.
 class Renderer final {
 public:
     static constexpr std::size_t usualBatch = 4096;
@@ -49,7 +53,8 @@ private:
     struct Batch;
 
     void play(Performance& performance, std::int32_t tail);
-    void addToBatch(const PerformanceEvent& event);
+    // False for a message that must be handed in by itself.
+    [[nodiscard]] bool addToBatch(const PerformanceEvent& event);
     void handInBatch();
     void finishBatch(Batch& batch);
     void finishBatches();
@@ -67,6 +72,7 @@ private:
     std::int32_t now_ = 0; // the first tick that was not played
     int tempo_ = 0;        // as the sink knows it
     std::uint64_t incomingMessages_ = 0;
+    std::shared_ptr<const Backend::MidiInput::MidiEventConfigurationMap> configured_; // when all was taken in last
     std::vector<Backend::MidiEngine::QelMidiMessage> messages_; // of the batch that is being collected
     std::unique_ptr<Batch> inFlight_;                           // handed in, not yet played
 };

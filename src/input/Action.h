@@ -6,6 +6,7 @@
 #include "values/MessageType.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -34,7 +35,7 @@ using Call =
                  Operation<const std::string&>, Operation<const RelativeFixedValue&, const RelativeFixedValue&>>;
 
 struct Action {
-    std::string_view function;    // the keyword of the function: its XML element
+    std::string_view function;    // the keyword of the function: its XML element; empty: there is none
     std::string_view translation; // the keyword of the translation; empty: there is none
     std::string_view displayName; // in lists; empty: it is not offered
     int helpId;                   // of its text in helpText()
@@ -47,6 +48,27 @@ template <typename KindOfCall, typename... Values> void perform(KindOfCall call,
         std::invoke(call, qel, values...);
     } else {
         std::invoke(call, qel, values..., true);
+    }
+}
+
+// What may be missing, and what it is when it is there.
+template <typename Value> [[nodiscard]] bool isThere(const Value&) {
+    return true;
+}
+template <typename Value> [[nodiscard]] bool isThere(const std::optional<Value>& value) {
+    return value.has_value();
+}
+template <typename Value> [[nodiscard]] const Value& whatIsThere(const Value& value) {
+    return value;
+}
+template <typename Value> [[nodiscard]] const Value& whatIsThere(const std::optional<Value>& value) {
+    return *value;
+}
+// Makes the call with arguments of which some may be missing: then nothing is done.
+template <typename KindOfCall, typename... Arguments>
+void performIfAll(KindOfCall call, QelIF& qel, const Arguments&... arguments) {
+    if ((isThere(arguments) && ...)) {
+        perform(call, qel, whatIsThere(arguments)...);
     }
 }
 

@@ -1,6 +1,22 @@
 #include "input/ActionAttributes.h"
 
+#include "values/AttributeReading.h"
+
 namespace Backend::Actions {
+
+namespace {
+constexpr int notSet = 255;
+}
+
+std::vector<AttributeFormat> wayAttributes() {
+    return {AttributeFormat::integerOf("zone", "255", 0, notSet, "The zone; 255: none."),
+            AttributeFormat::integerOf("output", "255", 0, notSet, "The MIDI output; 255: the default output.")};
+}
+
+std::uint8_t readWay(const Platform::XmlElement& element, const AttributeFormat& format) {
+    const int number = readInteger(element, format);
+    return static_cast<std::uint8_t>(number >= 0 && number < notSet ? number : notSet);
+}
 
 template <> AttributeFormat attributeOf<OnOffToggle>(std::string_view name, std::string_view meaning) {
     return AttributeFormat::wordOf(name, {"on", "off", "toggle"}, "toggle", meaning);

@@ -9,8 +9,10 @@
 #include "values/SelectControlType.h"
 #include "values/SelectType.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Backend::Actions {
 
@@ -25,6 +27,11 @@ template <> [[nodiscard]] AttributeFormat attributeOf<NoteToggle>(std::string_vi
 template <>
 [[nodiscard]] AttributeFormat attributeOf<SelectControlType>(std::string_view name, std::string_view meaning);
 template <> [[nodiscard]] AttributeFormat attributeOf<std::string>(std::string_view name, std::string_view meaning);
+
+// The zone and the output that a message is sent to; 255: none, or the default one.
+[[nodiscard]] std::vector<AttributeFormat> wayAttributes();
+// One of them; a number that cannot be one is 255.
+[[nodiscard]] std::uint8_t readWay(const Platform::XmlElement& element, const AttributeFormat& format);
 
 // Reads the attribute `name`; absent, the value stays as it is. Any text reads as some value, by the rules of its type.
 template <typename Value> void readAttribute(const Platform::XmlElement& element, std::string_view name, Value& value) {

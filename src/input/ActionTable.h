@@ -1,4 +1,4 @@
-// All actions, one line each. A new line is a new function and, where it has a keyword for it, a new translation.
+// All actions, one line each. A new line is a new function and a new translation, where it has a keyword for them.
 #pragma once
 
 #include "input/Action.h"
@@ -17,6 +17,8 @@ void showSystem(QelIF& qel, const OnOffToggle& how);
 // clang-format off
 inline constexpr auto actions = std::to_array<Action>({
     {"NoFunction", "DoNothing", "None", 5450, NoOperation{}},
+    // Sends what has arrived: its own status in place of none.
+    {"", "Unchanged", "Unchanged", 5451, SendMidi{MidiEngine::MessageType::none}},
 
     {"ShowSystem", "ShowSystem", "Show Main Screen", 5297, &showSystem},
     {"ShowHelp", "ShowHelp", "Show Help", 5298, &QelIF::showHelp},
@@ -91,10 +93,20 @@ inline constexpr auto actions = std::to_array<Action>({
 });
 // clang-format on
 
-// The line of a function. There is no such keyword: it does not compile.
+// The kind of call of a line.
+template <std::size_t LINE> using CallOfLine = std::variant_alternative_t<actions[LINE].call.index(), Call>;
+
+// The line of a function, of a translation. There is no such keyword: it does not compile.
 consteval std::size_t lineOfFunction(std::string_view keyword) {
     std::size_t line = 0;
     while (actions.at(line).function != keyword) {
+        ++line;
+    }
+    return line;
+}
+consteval std::size_t lineOfTranslation(std::string_view keyword) {
+    std::size_t line = 0;
+    while (actions.at(line).translation != keyword) {
         ++line;
     }
     return line;

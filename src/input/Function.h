@@ -1,6 +1,7 @@
 // What a key, a control or a joystick button makes the program do.
 #pragma once
 
+#include "input/FunctionSettingsTypes.h"
 #include "input/MidiEventIdentity.h"
 
 #include <iosfwd>
@@ -13,7 +14,6 @@ class QelIF;
 
 namespace Backend::FunctionManagement {
 
-class FunctionSettingsType;
 class FunctionVisitor;
 
 // Acts through the facade only. Its settings are set before it is put to use and then stay as they are, so that it may

@@ -11,12 +11,13 @@ namespace Backend::FunctionManagement {
 namespace {
 
 struct Kind {
-    std::string_view keyword;
+    std::string_view keyword; // empty: the line is no function
     std::unique_ptr<Function> (*create)(const Platform::XmlElement& element, QelIF& qel);
     ElementFormat (*format)();
 };
 
-template <std::size_t LINE> constexpr Kind kindOf() {
+template <std::size_t LINE>
+requires(!Actions::actions[LINE].function.empty()) constexpr Kind kindOf() {
     using Class = FunctionOf<LINE>;
     return {Class::ACTION.function,
             [](const Platform::XmlElement& element, QelIF& qel) -> std::unique_ptr<Function> {
@@ -31,6 +32,11 @@ template <std::size_t LINE> constexpr Kind kindOf() {
             }};
 }
 
+template <std::size_t LINE>
+requires(Actions::actions[LINE].function.empty()) constexpr Kind kindOf() {
+    return {};
+}
+
 template <std::size_t... LINES> constexpr auto kindsOf(std::index_sequence<LINES...>) {
     return std::array{kindOf<LINES>()...};
 }
@@ -40,7 +46,7 @@ constexpr auto kinds = kindsOf(std::make_index_sequence<Actions::actions.size()>
 const Kind* findKind(std::string_view keyword) {
     const auto found =
         std::find_if(kinds.begin(), kinds.end(), [&](const Kind& kind) { return kind.keyword == keyword; });
-    return found == kinds.end() ? nullptr : &*found;
+    return keyword.empty() || found == kinds.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -71,7 +77,7 @@ Platform::Outcome executeFunction(const std::string& xml, QelIF& qel) {
 
 void enumerateFunctions(FunctionEnumerator& enumerator) {
     for (const Actions::Action& action : Actions::actions) {
-        if (!action.displayName.empty()) {
+        if (!action.function.empty() && !action.displayName.empty()) {
             enumerator.addFunction(action.function, action.displayName);
         }
     }
@@ -81,7 +87,9 @@ const std::vector<ElementFormat>& functionFormats() {
     static const std::vector<ElementFormat> formats = [] {
         std::vector<ElementFormat> all;
         for (const Kind& kind : kinds) {
-            all.push_back(kind.format());
+            if (!kind.keyword.empty()) {
+                all.push_back(kind.format());
+            }
         }
         return all;
     }();

@@ -1,10 +1,11 @@
 // The class of the functions of one action.
 #pragma once
 
+#include "input/ActionForms.h"
 #include "input/ActionTable.h"
 #include "input/Function.h"
-#include "input/FunctionForms.h"
 #include "input/FunctionVisitor.h"
+#include "input/MidiForm.h"
 
 #include <cstddef>
 #include <memory>
@@ -13,8 +14,7 @@
 
 namespace Backend::FunctionManagement {
 
-template <std::size_t LINE>
-using FormOfLine = FormOfCall<std::variant_alternative_t<Actions::actions[LINE].call.index(), Actions::Call>>;
+template <std::size_t LINE> using FormOfLine = Actions::FormOfCall<FunctionFamily, Actions::CallOfLine<LINE>>;
 
 // LINE: of the action in the table. Functions.h gives the classes their names.
 template <std::size_t LINE> class FunctionOf final : public Function, public FormOfLine<LINE>::Settings {

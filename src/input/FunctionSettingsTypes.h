@@ -1,53 +1,43 @@
-// What functions are configured with: one type for each kind of setting, whatever the function does with it.
+// What functions are configured with.
 #pragma once
 
-#include "values/NoteToggle.h"
-#include "values/OnOffToggle.h"
+#include "input/ActionSettings.h"
 #include "values/RelativeFixedValue.h"
-#include "values/SelectControlType.h"
 #include "values/SelectType.h"
 
 #include <cstdint>
-#include <string>
 
 namespace Backend::FunctionManagement {
 
-class FunctionSettingsVisitor;
+struct MidiForm;
+struct MidiSettingsType;
 
-class FunctionSettingsType {
-public:
-    virtual ~FunctionSettingsType() = default;
-    // Calls the visit of the settings' own type, which may change them.
-    virtual void accept(FunctionSettingsVisitor& visitor) = 0;
+// Functions say what they mean themselves.
+struct FunctionFamily {
+    using Selection = SelectType;
+    using Number = RelativeFixedValue;
+    using MidiSettings = MidiSettingsType;
+    using FormOfMidi = MidiForm;
 
-protected:
-    FunctionSettingsType() = default;
-    FunctionSettingsType(const FunctionSettingsType&) = default;
-    FunctionSettingsType& operator=(const FunctionSettingsType&) = default;
+    // What a setting becomes in the call.
+    template <typename Value> [[nodiscard]] static const Value& argument(const Value& setting) { return setting; }
 };
 
-// Gives a settings type its nested Visitor.
-template <typename Type> class VisitableSettings : public FunctionSettingsType {
-public:
-    class Visitor {
-    public:
-        virtual ~Visitor() = default;
-        virtual void visit(Type& settings) = 0;
-    };
+using FunctionSettingsType = Actions::SettingsType<FunctionFamily>;
+using FunctionSettingsVisitor = Actions::SettingsVisitor<FunctionFamily>;
 
-    void accept(FunctionSettingsVisitor& visitor) override;
-};
-
-struct NoFunctionSettingsType : VisitableSettings<NoFunctionSettingsType> {};
-
-struct ActionSettingsType : VisitableSettings<ActionSettingsType> {};
-
-struct OnOffToggleSettingsType : VisitableSettings<OnOffToggleSettingsType> {
-    OnOffToggle type;
-};
+using NoFunctionSettingsType = Actions::NoSettings<FunctionFamily>;
+using ActionSettingsType = Actions::PlainSettings<FunctionFamily>;
+using OnOffToggleSettingsType = Actions::OnOffToggleSettings<FunctionFamily>;
+using SelectSettingsType = Actions::SelectSettings<FunctionFamily>;
+using ChangeBooleanSettingsType = Actions::ChangeBooleanSettings<FunctionFamily>;
+using ChangeNoteToggleSettingsType = Actions::ChangeNoteToggleSettings<FunctionFamily>;
+using SelectControlSettingsType = Actions::SelectControlSettings<FunctionFamily>;
+using LoadPresetSettingsType = Actions::LoadPresetSettings<FunctionFamily>;
+using MoveWindowSettingsType = Actions::MoveWindowSettings<FunctionFamily>;
 
 // A message with its way. A message without data ignores them, one with 14 bits has its low seven in d1.
-struct MidiSettingsType : VisitableSettings<MidiSettingsType> {
+struct MidiSettingsType : Actions::VisitableSettings<FunctionFamily, MidiSettingsType> {
     static constexpr std::uint8_t NOT_SET = 255;
 
     std::uint8_t zone = NOT_SET;   // 255: no zone
@@ -62,52 +52,5 @@ struct MidiSettingsType : VisitableSettings<MidiSettingsType> {
         d2 = static_cast<std::uint8_t>(value >> 7);
     }
 };
-
-// Some functions use one of the two only.
-struct SelectSettingsType : VisitableSettings<SelectSettingsType> {
-    SelectType type;
-    RelativeFixedValue value;
-};
-
-struct ChangeBooleanSettingsType : VisitableSettings<ChangeBooleanSettingsType> {
-    SelectType type;
-    OnOffToggle value;
-};
-
-struct ChangeNoteToggleSettingsType : VisitableSettings<ChangeNoteToggleSettingsType> {
-    SelectType type;
-    NoteToggle value;
-};
-
-// The value is that of ChangeControl only.
-struct SelectControlSettingsType : VisitableSettings<SelectControlSettingsType> {
-    SelectControlType type;
-    RelativeFixedValue value;
-};
-
-struct LoadPresetSettingsType : VisitableSettings<LoadPresetSettingsType> {
-    std::string preset;
-};
-
-struct MoveWindowSettingsType : VisitableSettings<MoveWindowSettingsType> {
-    RelativeFixedValue x;
-    RelativeFixedValue y;
-};
-
-// Reads and edits the settings of a function without knowing its class.
-class FunctionSettingsVisitor : public NoFunctionSettingsType::Visitor,
-                                public ActionSettingsType::Visitor,
-                                public OnOffToggleSettingsType::Visitor,
-                                public MidiSettingsType::Visitor,
-                                public SelectSettingsType::Visitor,
-                                public ChangeBooleanSettingsType::Visitor,
-                                public ChangeNoteToggleSettingsType::Visitor,
-                                public SelectControlSettingsType::Visitor,
-                                public LoadPresetSettingsType::Visitor,
-                                public MoveWindowSettingsType::Visitor {};
-
-template <typename Type> void VisitableSettings<Type>::accept(FunctionSettingsVisitor& visitor) {
-    static_cast<Visitor&>(visitor).visit(static_cast<Type&>(*this));
-}
 
 } // namespace Backend::FunctionManagement

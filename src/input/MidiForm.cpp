@@ -1,6 +1,7 @@
 #include "input/MidiForm.h"
 
 #include "core/QelIF.h"
+#include "input/ActionAttributes.h"
 #include "values/AttributeReading.h"
 #include "values/Note.h"
 #include "values/QelMidiMessage.h"
@@ -67,11 +68,6 @@ AttributeFormat clampedInteger(std::string_view name, std::string_view initial, 
     return format;
 }
 
-std::uint8_t readWay(const Platform::XmlElement& element, const AttributeFormat& format) {
-    const int number = readInteger(element, format);
-    return static_cast<std::uint8_t>(number >= 0 && number < notSet ? number : notSet);
-}
-
 std::uint8_t readNoteNumber(const Platform::XmlElement& element, const AttributeFormat& format) {
     const std::string text = readText(element, format);
     if (const Note note = Note::fromName(text); note.isSet()) {
@@ -84,10 +80,7 @@ std::uint8_t readNoteNumber(const Platform::XmlElement& element, const Attribute
 } // namespace
 
 std::vector<AttributeFormat> MidiForm::attributes(const Actions::SendMidi& call) {
-    std::vector<AttributeFormat> formats{
-        AttributeFormat::integerOf("zone", "255", 0, notSet, "The zone; 255: none."),
-        AttributeFormat::integerOf("output", "255", 0, notSet, "The MIDI output; 255: the default output."),
-    };
+    std::vector<AttributeFormat> formats = Actions::wayAttributes();
     if (hasChannel(call.type)) {
         formats.push_back(AttributeFormat::integerOf("channel", "-1", -1, highestChannel,
                                                      "The MIDI channel, counted from 0; -1: the default channel."));
@@ -108,8 +101,8 @@ std::vector<AttributeFormat> MidiForm::attributes(const Actions::SendMidi& call)
 void MidiForm::read(const Actions::SendMidi& call, const Platform::XmlElement& element, Settings& settings) {
     const std::vector<AttributeFormat> formats = attributes(call);
     auto next = formats.begin();
-    settings.zone = readWay(element, *next++);
-    settings.output = readWay(element, *next++);
+    settings.zone = Actions::readWay(element, *next++);
+    settings.output = Actions::readWay(element, *next++);
     if (hasChannel(call.type)) {
         const int channel = readInteger(element, *next++);
         settings.channel =

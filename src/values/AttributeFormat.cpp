@@ -50,6 +50,20 @@ bool isKeyName(std::string_view text) {
     return Key(text).getCode() != Key::UNKNOWN_CODE;
 }
 
+bool isTranslationValue(std::string_view text, const AttributeFormat& format) {
+    if (text.starts_with("D1") || text.starts_with("D2")) {
+        return text.size() == 2 || (text[2] == ' ' && isDecimal(text.substr(3)));
+    }
+    return format.placeOfWord(text).has_value() || trimmed(text).empty() || isDecimal(text);
+}
+
+bool isTranslationCondition(std::string_view text) {
+    constexpr std::string_view operators[] = {" lt ", " gt ", " le ", " ge ", " eq ", " ne "};
+    constexpr std::size_t number = 6; // where it stands
+    return text == "Off" || ((text.starts_with("D1") || text.starts_with("D2")) && text.size() > number &&
+                             placeOf(text.substr(2, 4), operators) && isDecimal(text.substr(number)));
+}
+
 bool hasRightForm(std::string_view text, const AttributeFormat& format) {
     switch (format.kind) {
     case AttributeKind::boolean:
@@ -78,6 +92,10 @@ bool hasRightForm(std::string_view text, const AttributeFormat& format) {
         return isMidiEvent(text);
     case AttributeKind::key:
         return isKeyName(text);
+    case AttributeKind::translationValue:
+        return isTranslationValue(text, format);
+    case AttributeKind::translationCondition:
+        return isTranslationCondition(text);
     case AttributeKind::text:
         return true;
     }
@@ -154,6 +172,10 @@ std::string AttributeFormat::describeValues() const {
         return "a MIDI event like Controller Change,7";
     case AttributeKind::key:
         return "a key like Shift F1";
+    case AttributeKind::translationValue:
+        return (words.empty() ? "" : "one of " + joined(words) + " or ") + "a number or a data byte like D1 +12";
+    case AttributeKind::translationCondition:
+        return "Off or a condition like D2 gt 63";
     case AttributeKind::text:
         break;
     }

@@ -9,20 +9,22 @@
 #include <vector>
 
 enum class AttributeKind {
-    boolean,       // "true" or "false"
-    integer,       // decimal, between minimum and maximum
-    note,          // "C4"
-    optionalNote,  // "C4" or empty
-    pitch,         // "C#" or empty
-    relativeFixed, // "+1", "-1", "64" or empty, the number between minimum and maximum
-    fraction,      // "3_4"
-    word,          // one of the words
-    select,        // one of the words or an index
-    cell,          // "2,0"
-    selectControl, // one of the words or a cell
-    midiEvent,     // "Controller Change,7"
-    key,           // "Shift F1"
-    text,          // anything
+    boolean,              // "true" or "false"
+    integer,              // decimal, between minimum and maximum
+    note,                 // "C4"
+    optionalNote,         // "C4" or empty
+    pitch,                // "C#" or empty
+    relativeFixed,        // "+1", "-1", "64" or empty, the number between minimum and maximum
+    fraction,             // "3_4"
+    word,                 // one of the words
+    select,               // one of the words or an index
+    cell,                 // "2,0"
+    selectControl,        // one of the words or a cell
+    midiEvent,            // "Controller Change,7"
+    key,                  // "Shift F1"
+    translationValue,     // "D1", "D2 -5", one of the words, or as relativeFixed
+    translationCondition, // "Off", "D2 gt 63"
+    text,                 // anything
 };
 
 // All texts in it are literals, or live as long as the program.

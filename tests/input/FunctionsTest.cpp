@@ -120,6 +120,7 @@ TEST(Functions, DoWhatTheirElementSays) {
     for (const auto& action : actions) {
         missing.insert(action.function);
     }
+    missing.erase(""); // translations only
     for (const Execution& row : executions) {
         RecordingQel qel;
         const auto function = createFunction(parsed(row.xml), qel);
@@ -196,11 +197,13 @@ TEST(Functions, AreOfOneKindForEachKeyword) {
     std::set<int> helpIds;
     std::set<std::string_view> texts;
     for (const auto& action : actions) {
-        const auto function = createDefaultFunction(action.function, qel);
-        ASSERT_TRUE(function) << action.function;
-        EXPECT_EQ(function->getName(), action.function);
-        EXPECT_EQ(function->getHelpId(), action.helpId);
         EXPECT_TRUE(keywords.insert(action.function).second) << action.function;
+        if (!action.function.empty()) {
+            const auto function = createDefaultFunction(action.function, qel);
+            ASSERT_TRUE(function) << action.function;
+            EXPECT_EQ(function->getName(), action.function);
+            EXPECT_EQ(function->getHelpId(), action.helpId);
+        }
         EXPECT_TRUE(action.translation.empty() || translations.insert(action.translation).second) << action.translation;
         EXPECT_TRUE(helpIds.insert(action.helpId).second) << action.helpId;
         EXPECT_TRUE(texts.insert(Backend::helpText(action.helpId)).second) << action.function;
@@ -349,7 +352,7 @@ TEST(Functions, AreOfferedButOne) {
         std::map<std::string, std::string> names;
     } offered;
     enumerateFunctions(offered);
-    EXPECT_EQ(offered.names.size(), actions.size() - 1);
+    EXPECT_EQ(offered.names.size(), actions.size() - 2); // neither what only translations do
     EXPECT_FALSE(offered.names.contains("MidiEndOfSysEx"));
     EXPECT_EQ(offered.names["ChangeOscPlaying"], "Start/Stop Oscillator");
 }

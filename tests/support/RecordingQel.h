@@ -129,6 +129,7 @@ public:
     std::vector<Backend::MidiInputPort> inputPorts;
     std::vector<Backend::MidiOutputPort> outputPorts;
     Gui::QelGuiIF* createdGui = nullptr;  // what createQelGui gives
+    Platform::WindowHandle window = nullptr;
     std::function<void(Midi)> whenPlayed; // called with what was played
 
     // clang-format off
@@ -142,8 +143,9 @@ public:
     Backend::Controls::ControlMessageManager& getControlMessageManager() override { return missing<Backend::Controls::ControlMessageManager>(); }
     Backend::Joystick::JoystickMessageManager& getJoystickMessageManager() override { return missing<Backend::Joystick::JoystickMessageManager>(); }
     Backend::Oscillators::OscMessageManager& getOscMessageManager() override { return missing<Backend::Oscillators::OscMessageManager>(); }
+    Backend::MidiInput::MidiInputMessageManager& getMidiInputMessageManager() override { return missing<Backend::MidiInput::MidiInputMessageManager>(); }
     Gui::QelGuiIF* getGui() override { return createdGui; }
-    Window getGuiWindowHandle() const override { return nullptr; }
+    Window getGuiWindowHandle() const override { return window; }
     const Backend::RegistrySettings& getRegistrySettings() const override { return missing<Backend::RegistrySettings>(); }
     void setLastWindowPosition(const WindowsLib::Rect& rect) override { call("setLastWindowPosition", rect); }
     void removeGuiWindowHandle() override { call("removeGuiWindowHandle"); }
@@ -157,6 +159,8 @@ public:
     void enableMidiInput(int port, bool on) override { call("enableMidiInput", port, on); }
     void enableMidiOutput(int port, bool on) override { call("enableMidiOutput", port, on); }
     void processMidiInputEvent(Midi message) override { call("processMidiInputEvent", message); }
+    std::shared_ptr<const Backend::MidiInput::MidiEventConfigurationMap> getMidiInputMap() const override { return {}; }
+    void setMidiInputDisplay(Platform::ThreadId) override { call("setMidiInputDisplay"); }
     void loadProgram(Text path) override { call("loadProgram", path); }
     std::string getProgramText() override { return {}; }
     void setProgramText(Text text) override { call("setProgramText", text); }

@@ -1,0 +1,117 @@
+#include "midiinput/ConfigurationSection.h"
+
+#include "core/MessageParameters.h"
+#include "core/QelIF.h"
+#include "midiinput/MidiInputXml.h"
+
+#include <sstream>
+#include <utility>
+
+namespace Backend::MidiInput {
+
+namespace {
+
+const MidiEventConfigurationMap& noConfigurations() {
+    static const MidiEventConfigurationMap map;
+    return map;
+}
+
+} // namespace
+
+ConfigurationSection::ConfigurationSection(QelIF& qel, std::filesystem::path presetFolder,
+                                           const std::function<void(const Platform::Fault&)>& reportFault)
+    : qel_(qel), reportFault_(reportFault),
+      presets_({std::move(presetFolder), "MidiInput"}, midiInputFormat(), readMidiInput, noConfigurations()),
+      map_(std::make_shared<const Map>()) {}
+
+std::shared_ptr<const ConfigurationSection::Map> ConfigurationSection::map() const {
+    const std::lock_guard lock(mutex_);
+    return map_;
+}
+
+void ConfigurationSection::replace(Map map) {
+    for (const auto& [event, configuration] : map) {
+        for (const auto& translation : configuration.translations) {
+            if (translation) {
+                translation->setQel(&qel_);
+            }
+        }
+    }
+    auto replacement = std::make_shared<const Map>(std::move(map));
+    const std::lock_guard lock(mutex_);
+    map_.swap(replacement);
+}
+
+template <typename Value> void ConfigurationSection::tellWindow(std::uint32_t message, const Value& value) const {
+    if (const Platform::WindowHandle window = qel_.getGuiWindowHandle()) {
+        postCopy(value, [&](std::uintptr_t copy) { return Platform::postWindowMessage(window, {message, copy, 0}); });
+    }
+}
+
+void ConfigurationSection::read(const Platform::XmlElement& section) {
+    set(presets_.readSection(section, *map_));
+}
+
+void ConfigurationSection::write(std::ostream& out, int depth, bool allowReference) const {
+    if (allowReference && presets_.saysAll(*map_, isChanged_)) {
+        writeMidiInputReference(out, depth, *map_);
+    } else {
+        writeMidiInput(out, depth, *map_);
+    }
+}
+
+void ConfigurationSection::set(Map map) {
+    replace(std::move(map));
+    isChanged_ = false;
+    tellWindow(midiInputLoadedMessage, *map_);
+}
+
+void ConfigurationSection::put(const std::vector<MidiEventConfiguration>& configurations) {
+    Map map = *map_;
+    for (const MidiEventConfiguration& configuration : configurations) {
+        map.store(configuration.event, configuration);
+    }
+    replace(std::move(map));
+    isChanged_ = true;
+    tellWindow(midiEventsPutMessage, configurations);
+}
+
+void ConfigurationSection::loadPreset(const std::string& name) {
+    Platform::Result<Map> loaded = presets_.load(name, *map_);
+    if (!loaded) {
+        reportFault_(loaded.fault());
+        return;
+    }
+    set(std::move(loaded.value()));
+    if (const Platform::WindowHandle window = qel_.getGuiWindowHandle()) {
+        static_cast<void>(Platform::postWindowMessage(window, {midiInputPresetLoadedMessage, 0, 0}));
+    }
+}
+
+void ConfigurationSection::savePreset(const std::string& name, const std::vector<MidiEvent>& events) {
+    std::ostringstream text;
+    if (!events.empty()) {
+        writeMidiInput(text, 0, *map_, events);
+        static_cast<void>(presets_.folder().write(name, text.str()));
+        return;
+    }
+    writeMidiInput(text, 0, *map_);
+    if (presets_.folder().write(name, text.str())) {
+        Map map = *map_;
+        map.presetName = name;
+        replace(std::move(map));
+        isChanged_ = false;
+    }
+}
+
+void ConfigurationSection::storePreset(const std::string& name, const Map& map) {
+    std::ostringstream text;
+    writeMidiInput(text, 0, map);
+    static_cast<void>(presets_.folder().write(name, text.str()));
+}
+
+void ConfigurationSection::deletePreset(const std::string& name) {
+    static_cast<void>(presets_.folder().remove(name));
+}
+
+} // namespace Backend::MidiInput

@@ -1,0 +1,122 @@
+#include "midiinput/MidiInputXml.h"
+
+#include "midiinput/TranslationFactory.h"
+#include "values/AttributeReading.h"
+#include "values/XmlWriter.h"
+
+#include <utility>
+
+namespace Backend::MidiInput {
+
+namespace {
+
+using Platform::XmlElement;
+
+AttributeFormat byteFormat(std::string_view name, std::string_view meaning) {
+    constexpr int highest = 255;
+    AttributeFormat format = AttributeFormat::integerOf(name, "255", 0, highest, meaning);
+    format.clamped = true;
+    return format;
+}
+
+MidiEventConfiguration readConfiguration(const XmlElement& element) {
+    static const ElementFormat& format = midiInputFormat().child("MidiEvent");
+    MidiEventConfiguration configuration(MidiEvent{static_cast<std::uint8_t>(readInteger(element, format["input"])),
+                                                   static_cast<std::uint8_t>(readInteger(element, format["channel"])),
+                                                   readMidiEvent(element, format["midiEvent"])});
+    for (const XmlElement& child : element.children) {
+        configuration.translations.push_back(TranslationManagement::createTranslation(child));
+    }
+    return configuration;
+}
+
+void writeConfiguration(XmlWriter& xml, std::ostream& out, int depth, const MidiEventConfiguration& configuration) {
+    const MidiEvent& event = configuration.event;
+    xml.begin("MidiEvent")
+        .attribute("input", std::int32_t{event.input})
+        .attribute("channel", std::int32_t{event.channel})
+        .attribute("midiEvent", event.message)
+        .content();
+    for (const auto& translation : configuration.translations) {
+        if (translation) {
+            TranslationManagement::writeTranslation(out, depth + 1, *translation);
+        }
+    }
+    xml.end();
+}
+
+} // namespace
+
+const ElementFormat& midiInputFormat() {
+    static const ElementFormat format = [] {
+        ElementFormat event;
+        event.name = "MidiEvent";
+        event.meaning = "What one kind of message does.";
+        event.attributes = {
+            byteFormat("input", "The input that it comes from, counted from 0; 255: any."),
+            byteFormat("channel", "Its channel, counted from 0; 255: any."),
+            AttributeFormat::of(AttributeKind::midiEvent, "midiEvent", "",
+                                "The message; notes and controllers with their number."),
+        };
+        event.children = {TranslationManagement::translationFormat()};
+        ElementFormat section;
+        section.name = "MidiInput";
+        section.meaning = "What becomes of incoming MIDI messages.";
+        section.attributes = {
+            AttributeFormat::of(AttributeKind::text, "preset", "", "The preset that the section stands for."),
+            AttributeFormat::booleanOf("merge", false, "The messages are added to those that are there."),
+        };
+        section.children = {std::move(event)};
+        return section;
+    }();
+    return format;
+}
+
+void readMidiInput(const XmlElement& section, MidiEventConfigurationMap& map) {
+    const ElementFormat& format = midiInputFormat();
+    if (section.name != format.name) {
+        return;
+    }
+    map.beginReading(readBoolean(section, format["merge"]));
+    for (const XmlElement& child : section.children) {
+        if (child.name == "MidiEvent") {
+            MidiEventConfiguration configuration = readConfiguration(child);
+            const MidiEvent event = configuration.event;
+            map.store(event, std::move(configuration));
+        }
+    }
+}
+
+void writeMidiInput(std::ostream& out, int depth, const MidiEventConfigurationMap& map) {
+    XmlWriter xml(out, depth);
+    xml.begin("MidiInput").attribute("merge", false).content();
+    for (const auto& [event, configuration] : map) {
+        if (!configuration.isDefault()) {
+            writeConfiguration(xml, out, depth + 1, configuration);
+        }
+    }
+    xml.end();
+}
+
+void writeMidiInput(std::ostream& out, int depth, const MidiEventConfigurationMap& map,
+                    const std::vector<MidiEvent>& events) {
+    XmlWriter xml(out, depth);
+    xml.begin("MidiInput").attribute("merge", true).content();
+    for (const MidiEvent& event : events) {
+        const MidiEventConfiguration* configuration = map.find(event);
+        writeConfiguration(xml, out, depth + 1,
+                           configuration != nullptr ? *configuration : MidiEventConfiguration(event));
+    }
+    xml.end();
+}
+
+void writeMidiInputReference(std::ostream& out, int depth, const MidiEventConfigurationMap& map) {
+    XmlWriter xml(out, depth);
+    xml.begin("MidiInput")
+        .attribute("preset", std::string_view(map.presetName))
+        .attribute("merge", false)
+        .content()
+        .end();
+}
+
+} // namespace Backend::MidiInput
