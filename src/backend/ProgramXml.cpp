@@ -23,14 +23,6 @@ using Platform::Result;
 using Platform::XmlAttribute;
 using Platform::XmlElement;
 
-ElementFormat laterSection(std::string_view name, std::string_view meaning) {
-    ElementFormat format;
-    format.name = name;
-    format.meaning = meaning;
-    format.unchecked = true;
-    return format;
-}
-
 std::optional<Fault> wrongRoot(const XmlElement& root, std::string_view expected, const std::string& file) {
     if (root.name == expected) {
         return std::nullopt;
