@@ -15,7 +15,7 @@
 
 namespace Backend {
 
-// The element "Program" and all below it; sections that the program does not know yet stand in it unchecked.
+// The element "Program" and all below it.
 [[nodiscard]] const ElementFormat& programFormat();
 
 // Reads a program; its sections may stand in any order. Unreadable values take their defaults.
