@@ -32,6 +32,7 @@ Outcome BankSection::takeIn(const std::string& text) {
         return bank.fault();
     }
     bank_ = std::move(bank.value());
+    ++revision_;
     return Platform::success();
 }
 
@@ -45,6 +46,7 @@ void BankSection::load(const std::filesystem::path& file) {
     }
     path_ = file;
     bank_ = std::move(bank.value());
+    ++revision_;
     slot_ = 0;
     programs_.apply(bank_.front());
 }

@@ -7,6 +7,7 @@
 #include "platform/WindowMessages.h"
 #include "values/SelectType.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -35,6 +36,8 @@ public:
     [[nodiscard]] int slot() const { return slot_; }
     [[nodiscard]] int size() const { return static_cast<int>(bank_.size()); }
     [[nodiscard]] std::vector<std::string> names() const;
+    // Another number after each change of what the bank holds.
+    [[nodiscard]] std::uint32_t revision() const { return revision_; }
     // Steps through the slots. An unsaved program is given up.
     void changeProgram(const SelectType& which);
 
@@ -55,6 +58,7 @@ private:
     const std::function<void(const Platform::Fault&)>& reportFault_;
     std::filesystem::path path_;
     std::vector<Program> bank_;
+    std::uint32_t revision_ = 0;
     int slot_ = 0;
 };
 

@@ -62,6 +62,20 @@ void LayerSection::set(LayerSet set) {
     set_ = std::move(set);
     isChanged_ = false;
     dataSelected_ = editSelected_ = 0;
+    publish();
+}
+
+void LayerSection::replace(Layers::LayerList layers) {
+    set_.layers = std::move(layers);
+    isChanged_ = true;
+    const int last = std::max(0, static_cast<int>(set_.layers.size()) - 1);
+    dataSelected_ = std::min(dataSelected_, last);
+    editSelected_ = std::min(editSelected_, last);
+    publish();
+}
+
+void LayerSection::publish() {
+    ++revision_;
     engine_.postSetLayerList(set_.layers);
 }
 
@@ -104,10 +118,12 @@ void LayerSection::deletePreset(const std::string& name) {
 // Single layers. -------------------------------------------------------------------------------------------------
 
 void LayerSection::selectForData(const SelectType& which) {
+    ++revision_;
     dataSelected_ = selectedPlace(which, dataSelected_, static_cast<int>(set_.layers.size()));
 }
 
 void LayerSection::selectForEdit(const SelectType& which) {
+    ++revision_;
     editSelected_ = selectedPlace(which, editSelected_, static_cast<int>(set_.layers.size()));
 }
 
@@ -145,7 +161,7 @@ void LayerSection::change(const SelectType& which, const std::function<void(Laye
     }
     if (changed) {
         isChanged_ = true;
-        engine_.postSetLayerList(set_.layers);
+        publish();
     }
 }
 

@@ -9,6 +9,7 @@
 #include "values/RelativeFixedValue.h"
 #include "values/SelectType.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <iosfwd>
@@ -47,6 +48,10 @@ public:
     void deletePreset(const std::string& name);
 
     // Single layers.
+    // An edited list: what is selected stays so, as far as it is there.
+    void replace(Layers::LayerList layers);
+    // Another number after each change of layers or selection.
+    [[nodiscard]] std::uint32_t revision() const { return revision_; }
 
     void selectForData(const SelectType& which);
     void selectForEdit(const SelectType& which);
@@ -64,6 +69,7 @@ public:
     void changeNoteToggle(const SelectType& which, const NoteToggle& mode);
 
 private:
+    void publish();
     // Hands the addressed layers to `change`; the engine gets the list if any layer differs afterwards.
     void change(const SelectType& which, const std::function<void(Layers::Layer&)>& change);
 
@@ -74,6 +80,7 @@ private:
     bool isChanged_ = false; // since it was read as a whole
     int dataSelected_ = 0;
     int editSelected_ = 0;
+    std::uint32_t revision_ = 0;
 };
 
 } // namespace Backend

@@ -1,9 +1,9 @@
 #include "backend/OscillatorSection.h"
 
-#include "backend/OscillatorMessages.h"
 #include "backend/Selection.h"
 #include "core/MessageParameters.h"
 #include "core/QelIF.h"
+#include "generators/OscillatorMessages.h"
 #include "generators/OscillatorSpeed.h"
 #include "generators/OscillatorXml.h"
 #include "midiengine/MidiEngine.h"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "backend/BankSection.h"
+#include "backend/GuiUpdates.h"
 #include "backend/LayerSection.h"
 #include "backend/MidiInputSection.h"
 #include "backend/OscMessageManager.h"
@@ -16,6 +17,7 @@
 #include "core/RegistrySettings.h"
 #include "core/Surroundings.h"
 #include "core/Trace.h"
+#include "gui/QelGuiIF.h"
 #include "input/ComputerInputMessageManager.h"
 #include "input/ComputerInputSection.h"
 #include "input/ControlMessageManager.h"
@@ -23,6 +25,7 @@
 #include "input/JoystickMessageManager.h"
 #include "input/JoystickPoller.h"
 #include "input/JoystickSection.h"
+#include "midiengine/DisplayMessageManager.h"
 #include "midiengine/MidiEngine.h"
 #include "midiinput/ConfigurationSection.h"
 #include "midiinput/MidiInputMessageManager.h"
@@ -52,16 +55,19 @@ public:
     MessageManagerMaster& getMessageManagerMaster() override { return master_; }
     QelMessageManager& getQelMessageManager() override { return messageManager_; }
     MidiEngine::MidiEngine& getMidiEngine() override { return engine_; }
+    ComputerInput::ComputerInputMessageManager& getComputerInputMessageManager() override { return keyManager_; }
+    Display::DisplayMessageManager& getDisplayMessageManager() override { return display_; }
     Controls::ControlMessageManager& getControlMessageManager() override { return controlManager_; }
     Joystick::JoystickMessageManager& getJoystickMessageManager() override { return joystickManager_; }
     Oscillators::OscMessageManager& getOscMessageManager() override { return oscManager_; }
     MidiInput::MidiInputMessageManager& getMidiInputMessageManager() override { return configurationManager_; }
-    Gui::QelGuiIF* getGui() override { return nullptr; }
-    Platform::WindowHandle getGuiWindowHandle() const override { return nullptr; }
+    Gui::QelGuiIF* getGui() override { return gui_.get(); }
+    Platform::WindowHandle getGuiWindowHandle() const override { return window_.handle(); }
     const RegistrySettings& getRegistrySettings() const override { return settings_; }
+    const std::filesystem::path& getApplicationData() const override { return surroundings_.applicationData; }
 
     void setLastWindowPosition(const WindowsLib::Rect& rect) override { settings_.setLastWindowPosition(rect); }
-    void removeGuiWindowHandle() override {}
+    void removeGuiWindowHandle() override { window_.forget(); }
     void setDockToBottomEdge(bool on) override { settings_.setDockToBottomEdge(on); }
     void setDefaultBank(const std::string& path) override { settings_.setDefaultBank(path); }
     void setMouseSensitivity(int sensitivity) override { settings_.setMouseSensitivity(sensitivity); }
@@ -72,14 +78,12 @@ public:
     const std::vector<MidiOutputPort>& getMidiOutputPorts() const override { return ports_.outputs(); }
     void enableMidiInput(int port, bool on) override { ports_.enableInput(port, on); }
     void enableMidiOutput(int port, bool on) override { ports_.enableOutput(port, on); }
-    void processMidiInputEvent(const MidiEngine::QelMidiMessage& message) override { midiInput_.process(message); }
-    void processMidiInputEvents(const std::vector<MidiEngine::QelMidiMessage>& messages) override {
-        midiInput_.process(messages);
-    }
     std::shared_ptr<const MidiInput::MidiEventConfigurationMap> getMidiInputMap() const override {
         return configurations_.map();
     }
     void setMidiInputDisplay(Platform::ThreadId thread) override { midiInput_.showTo(thread); }
+    void processMidiInputEvent(const MidiEngine::QelMidiMessage& message) override;
+    void processMidiInputEvents(const std::vector<MidiEngine::QelMidiMessage>& messages) override;
 
     void loadProgram(const std::string& path) override;
     std::string getProgramText() override { return programs_.text(); }
@@ -104,26 +108,44 @@ public:
     void setLargeDisplayFont(bool on) override { settings_.setLargeDisplayFont(on); }
     void setDisplayMidiInputEvents(bool on) override { settings_.setDisplayMidiInputEvents(on); }
     void setDisplayMidiOutputEvents(bool on) override { settings_.setDisplayMidiOutputEvents(on); }
-    void setScreenState(const ScreenState&) override { notBuilt(); }
+    void setScreenState(const ScreenState& state) override;
 
-    void showSystemPanel(const OnOffToggle&) override { notBuilt(); }
-    void toggleSystemPanel() override { notBuilt(); }
-    void showHelp(const OnOffToggle&) override { notBuilt(); }
-    void showComputerInput(const OnOffToggle&) override { notBuilt(); }
-    void showControl(const OnOffToggle&) override { notBuilt(); }
-    void showMidiInput(const OnOffToggle&) override { notBuilt(); }
-    void showDisplay(const OnOffToggle&) override { notBuilt(); }
-    void showOscillator(const OnOffToggle&) override { notBuilt(); }
-    void showJoystick(const OnOffToggle&) override { notBuilt(); }
-    void showOutput(const OnOffToggle&) override { notBuilt(); }
-    void showCc(const OnOffToggle&) override { notBuilt(); }
-    void showLayer(const OnOffToggle&) override { notBuilt(); }
-    void showZone(const OnOffToggle&) override { notBuilt(); }
-    void showProgramMenu() override { notBuilt(); }
-    void showSaveDialog() override { notBuilt(); }
-    void showDefaultMidiOutputMenu() override { notBuilt(); }
-    void moveWindow(const RelativeFixedValue&, const RelativeFixedValue&) override { notBuilt(); }
-    Gui::QelGuiIF* createQelGui(bool) override { return nullptr; }
+    void showSystemPanel(const OnOffToggle& how) override {
+        show(how, &Gui::QelGuiIF::showSystemPanel, &Gui::QelGuiIF::toggleSystemPanel);
+    }
+    void toggleSystemPanel() override { ask(&Gui::QelGuiIF::toggleSystemPanel); }
+    void showHelp(const OnOffToggle& how) override { show(how, &Gui::QelGuiIF::showHelp, &Gui::QelGuiIF::toggleHelp); }
+    void showComputerInput(const OnOffToggle& how) override {
+        show(how, &Gui::QelGuiIF::showComputerInput, &Gui::QelGuiIF::toggleComputerInput);
+    }
+    void showControl(const OnOffToggle& how) override {
+        show(how, &Gui::QelGuiIF::showControl, &Gui::QelGuiIF::toggleControl);
+    }
+    void showMidiInput(const OnOffToggle& how) override {
+        show(how, &Gui::QelGuiIF::showMidiInput, &Gui::QelGuiIF::toggleMidiInput);
+    }
+    void showDisplay(const OnOffToggle& how) override {
+        show(how, &Gui::QelGuiIF::showDisplay, &Gui::QelGuiIF::toggleDisplay);
+    }
+    void showOscillator(const OnOffToggle& how) override {
+        show(how, &Gui::QelGuiIF::showOsc, &Gui::QelGuiIF::toggleOsc);
+    }
+    void showJoystick(const OnOffToggle& how) override {
+        show(how, &Gui::QelGuiIF::showJoystick, &Gui::QelGuiIF::toggleJoystick);
+    }
+    void showOutput(const OnOffToggle& how) override {
+        show(how, &Gui::QelGuiIF::showOutput, &Gui::QelGuiIF::toggleOutput);
+    }
+    void showCc(const OnOffToggle& how) override { show(how, &Gui::QelGuiIF::showCc, &Gui::QelGuiIF::toggleCc); }
+    void showLayer(const OnOffToggle& how) override {
+        show(how, &Gui::QelGuiIF::showLayer, &Gui::QelGuiIF::toggleLayer);
+    }
+    void showZone(const OnOffToggle& how) override { show(how, &Gui::QelGuiIF::showZone, &Gui::QelGuiIF::toggleZone); }
+    void showProgramMenu() override { ask(&Gui::QelGuiIF::showProgramMenu); }
+    void showSaveDialog() override { ask(&Gui::QelGuiIF::showSaveDialog); }
+    void showDefaultMidiOutputMenu() override { ask(&Gui::QelGuiIF::showDefaultMidiOutputMenu); }
+    void moveWindow(const RelativeFixedValue& x, const RelativeFixedValue& y) override;
+    Gui::QelGuiIF* createQelGui(bool isPlugin) override;
 
     void playMidi(const MidiEngine::QelMidiMessage& message) override { engine_.postPlayMidi(message); }
 
@@ -148,6 +170,9 @@ public:
     void keyDown(const Key& key, bool repeat) override { keyManager_.postKeyDown(key, repeat); }
     void keyUp(const Key& key) override { keyManager_.postKeyUp(key); }
 
+    void setLayers(const Layers::LayerList& layers) override { layers_.replace(layers); }
+    void setOscillators(const Oscillators::OscList& oscillators) override { oscillators_.set(oscillators); }
+    void setZones(const Zones::ZoneMap& zones) override { zones_.set(zones); }
     void selectZone(const SelectType& which) override { zones_.select(which); }
     void changeZoneTranspose(const SelectType& which, const RelativeFixedValue& semitones) override {
         zones_.changeTranspose(which, semitones);
@@ -174,11 +199,9 @@ public:
         oscillators_.changeSpeed(which, value);
     }
 
-    void joystickAxisChanged(const JoyAxisElementId& axis, int value) override { joysticks_.axisChanged(axis, value); }
-    void joystickButtonDown(const JoyButtonElementId& button, bool repeat) override {
-        joysticks_.buttonDown(button, repeat);
-    }
-    void joystickButtonUp(const JoyButtonElementId& button) override { joysticks_.buttonUp(button); }
+    void joystickAxisChanged(const JoyAxisElementId& axis, int value) override;
+    void joystickButtonDown(const JoyButtonElementId& button, bool repeat) override;
+    void joystickButtonUp(const JoyButtonElementId& button) override;
 
     void changeTempo(const RelativeFixedValue& tempo, bool) override { programs_.changeTempo(tempo); }
     void setTempoSource(int source, bool) override { programs_.setTempoSource(source); }
@@ -197,6 +220,11 @@ public:
     QelStatus getStatus() const override;
 
 private:
+    // To the user interface, where there is one.
+    void show(const OnOffToggle& how, void (Gui::QelGuiIF::*set)(bool), void (Gui::QelGuiIF::*toggle)());
+    void showReceived(const MidiEngine::QelMidiMessage& message) const;
+    void ask(void (Gui::QelGuiIF::*request)());
+
     // For operations whose section is not built yet: said in the trace under the operation's name.
     void notBuilt(const std::source_location& where = std::source_location::current());
 
@@ -224,6 +252,11 @@ private:
     Joystick::JoystickMessageManager joystickManager_;
     ProgramSection programs_;
     BankSection bank_;
+
+    Display::DisplayMessageManager display_;
+    GuiWindow window_;
+    GuiUpdates updates_;
+    std::unique_ptr<Gui::QelGuiIF> gui_;
 
     mutable std::mutex statusMutex_;
     QelStatus status_;

@@ -91,6 +91,9 @@ void MessageManagerMaster::dispatch(const Platform::ThreadMessage& message) {
         std::ranges::find_if(managers_, [&](const MessageManager* each) { return each->wantMessage(message.id); });
     if (manager != managers_.end()) {
         (*manager)->handleMessage(message);
+        if (afterMessage_) {
+            afterMessage_();
+        }
     }
 }
 

@@ -7,8 +7,10 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Backend {
@@ -31,6 +33,9 @@ public:
     // Appends to the list that the thread asks in this order; the first manager that wants a message is the only one
     // that sees it. Only before start(). The manager stays the caller's and lives until stop() has returned.
     void addMessageManager(MessageManager& manager);
+
+    // Called on the thread after each message that was handled. Only before start().
+    void setAfterMessage(std::function<void()> work) { afterMessage_ = std::move(work); }
 
     // Creates and runs the thread; its id is valid before its first instruction. [owner]
     void start();
@@ -59,6 +64,7 @@ private:
     std::atomic<bool> stopped_{false};
     std::unique_ptr<Platform::Thread> thread_;
     std::vector<MessageManager*> managers_;
+    std::function<void()> afterMessage_;
     Platform::AutoResetEvent waitEvent_;
 };
 

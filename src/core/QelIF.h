@@ -7,6 +7,7 @@
 #include "platform/WindowMessages.h"
 #include "values/MidiPort.h"
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,14 +35,27 @@ class MessageManagerMaster;
 class QelMessageManager;
 class RegistrySettings;
 class Barrier;
+namespace ComputerInput {
+class ComputerInputMessageManager;
+}
 namespace Controls {
 class ControlMessageManager;
+}
+namespace Display {
+class DisplayMessageManager;
 }
 namespace Joystick {
 class JoystickMessageManager;
 }
 namespace Oscillators {
+class OscList;
 class OscMessageManager;
+} // namespace Oscillators
+namespace Layers {
+struct Layer;
+}
+namespace Zones {
+class ZoneMap;
 }
 namespace MidiEngine {
 class MidiEngine;
@@ -64,17 +78,21 @@ public:
     virtual void end() = 0;
 
     // The parts that others reach through the facade.
-    [[nodiscard]] virtual Platform::AutoResetEvent& getWaitEvent() = 0;                         // [any]
-    [[nodiscard]] virtual MessageManagerMaster& getMessageManagerMaster() = 0;                  // [any]
-    [[nodiscard]] virtual QelMessageManager& getQelMessageManager() = 0;                        // [any]
-    [[nodiscard]] virtual MidiEngine::MidiEngine& getMidiEngine() = 0;                          // [any]
-    [[nodiscard]] virtual Controls::ControlMessageManager& getControlMessageManager() = 0;      // [any]
-    [[nodiscard]] virtual Joystick::JoystickMessageManager& getJoystickMessageManager() = 0;    // [any]
-    [[nodiscard]] virtual MidiInput::MidiInputMessageManager& getMidiInputMessageManager() = 0; // [any]
-    [[nodiscard]] virtual Oscillators::OscMessageManager& getOscMessageManager() = 0;           // [any]
+    [[nodiscard]] virtual Platform::AutoResetEvent& getWaitEvent() = 0;                                     // [any]
+    [[nodiscard]] virtual MessageManagerMaster& getMessageManagerMaster() = 0;                              // [any]
+    [[nodiscard]] virtual QelMessageManager& getQelMessageManager() = 0;                                    // [any]
+    [[nodiscard]] virtual MidiEngine::MidiEngine& getMidiEngine() = 0;                                      // [any]
+    [[nodiscard]] virtual ComputerInput::ComputerInputMessageManager& getComputerInputMessageManager() = 0; // [any]
+    [[nodiscard]] virtual Display::DisplayMessageManager& getDisplayMessageManager() = 0;                   // [any]
+    [[nodiscard]] virtual Controls::ControlMessageManager& getControlMessageManager() = 0;                  // [any]
+    [[nodiscard]] virtual Joystick::JoystickMessageManager& getJoystickMessageManager() = 0;                // [any]
+    [[nodiscard]] virtual MidiInput::MidiInputMessageManager& getMidiInputMessageManager() = 0;             // [any]
+    [[nodiscard]] virtual Oscillators::OscMessageManager& getOscMessageManager() = 0;                       // [any]
     [[nodiscard]] virtual Gui::QelGuiIF* getGui() = 0;                           // null without a user interface
     [[nodiscard]] virtual Platform::WindowHandle getGuiWindowHandle() const = 0; // [any] null without a window
     [[nodiscard]] virtual const RegistrySettings& getRegistrySettings() const = 0;
+    [[nodiscard]] virtual const std::filesystem::path&
+    getApplicationData() const = 0; // [any] the folder of the user's files
 
     // Window and display preferences.
     virtual void setLastWindowPosition(const WindowsLib::Rect& rect) = 0;
@@ -165,7 +183,10 @@ public:
     virtual void keyDown(const Key& key, bool repeat) = 0;
     virtual void keyUp(const Key& key) = 0;
 
-    // Zones, layers, oscillators.
+    // Zones, layers, oscillators. A whole list replaces what is there.
+    virtual void setLayers(const std::vector<Layers::Layer>& layers) = 0;
+    virtual void setOscillators(const Oscillators::OscList& oscillators) = 0;
+    virtual void setZones(const Zones::ZoneMap& zones) = 0;
     virtual void selectZone(const SelectType& which) = 0;
     virtual void changeZoneTranspose(const SelectType& which, const RelativeFixedValue& semitones) = 0;
     virtual void dataSelectLayer(const SelectType& which) = 0;

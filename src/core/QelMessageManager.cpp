@@ -449,6 +449,10 @@ void QelMessageManager::postEnableRetroRecord(bool on) {
 
 // Functions and translations.
 
+void QelMessageManager::postCall(Call call) {
+    postInWParam(Command::call, std::move(call));
+}
+
 void QelMessageManager::postExecuteFunction(std::string xml) {
     postInWParam(Command::call, Call([xml = std::move(xml)](QelIF& qel) { qel.executeFunction(xml); }));
 }

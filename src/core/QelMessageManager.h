@@ -6,6 +6,7 @@
 #include "values/MidiPort.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -107,6 +108,9 @@ public:
     // The retrospective record.
     void postSetRetroRecordBufferSize(int size);
     void postEnableRetroRecord(bool on);
+
+    // Any operation of the backend, on its thread. What the call carries is copied or moved along.
+    void postCall(std::function<void(QelIF&)> call);
 
     // One function, or one translation for an incoming message, from its XML text.
     void postExecuteFunction(std::string xml);

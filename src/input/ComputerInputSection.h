@@ -24,6 +24,9 @@ public:
 
     [[nodiscard]] const KeyConfigurationMap& map() const { return *map_; }
 
+    // Another one after each change.
+    [[nodiscard]] const std::shared_ptr<const KeyConfigurationMap>& sharedMap() const { return map_; }
+
     // The keys. An unknown key and the key without a code do nothing.
     void keyDown(const Key& key, bool repeat);
     void keyUp(const Key& key);

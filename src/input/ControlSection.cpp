@@ -39,6 +39,7 @@ template <typename Change> void ControlSection::exchange(Change change) {
     engine_.setControlFollower(nullptr);
     takeIn();
     change();
+    ++revision_;
     follower_ = std::make_unique<ControlFollower>(map_, wake_);
     engine_.setControlFollower(follower_->isEmpty() ? nullptr : follower_.get());
 }

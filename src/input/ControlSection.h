@@ -44,6 +44,8 @@ public:
 
     [[nodiscard]] const ControlMap& map();
     [[nodiscard]] const std::set<Cell>& selection() const { return selection_; }
+    // Another number after each change but that of a value.
+    [[nodiscard]] std::uint32_t revision() const { return revision_; }
 
     // Whole sections. Nothing is selected then.
 
@@ -107,6 +109,7 @@ private:
     std::function<bool()> wake_;
     Component::SectionPresets<ControlMap> presets_;
     ControlMap map_;
+    std::uint32_t revision_ = 0;
     bool isChanged_ = false; // since it was read as a whole
     std::set<Cell> selection_;
     std::set<Cell> movedByOthers_; // since they sent

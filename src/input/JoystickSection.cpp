@@ -89,6 +89,7 @@ void JoystickSection::write(std::ostream& out, int depth, bool allowReference) c
 void JoystickSection::set(JoystickMap map) {
     map_ = std::move(map);
     buttonKeys_ = asKeys(map_);
+    ++revision_;
     isChanged_ = false;
 }
 

@@ -27,6 +27,8 @@ public:
                     const std::function<void(const Platform::Fault&)>& reportFault);
 
     [[nodiscard]] const JoystickMap& map() const { return map_; }
+    // Another number after each change.
+    [[nodiscard]] std::uint32_t revision() const { return revision_; }
 
     // What the joysticks do. `position` 0..65535 as JoystickListener gives it.
     void axisChanged(const JoyAxisElementId& axis, std::int32_t position);
@@ -59,6 +61,7 @@ private:
     const std::function<void(const Platform::Fault&)>& reportFault_;
     Component::SectionPresets<JoystickMap> presets_;
     JoystickMap map_;
+    std::uint32_t revision_ = 0;
     bool isChanged_ = false;                     // since it was read as a whole
     ComputerInput::PressedKeys::Map buttonKeys_; // the buttons of map_ as keys
     ComputerInput::PressedKeys pressed_;

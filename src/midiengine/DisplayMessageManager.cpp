@@ -74,6 +74,8 @@ void DisplayMessageManager::passed(const MidiEngine::QelMidiMessage& message, bo
     DisplayRecord& record = records_[taken_ % capacity];
     record.message = message.getMidiMessage();
     record.output = message.getOutput();
+    record.input = message.getInput();
+    record.zone = message.getZone();
     record.milliseconds = milliseconds_();
     if (!Platform::postThreadMessage(thread_->id(), {SHOW_MESSAGE, reinterpret_cast<std::uintptr_t>(&record), 0})) {
         dropped_.fetch_add(1, std::memory_order_relaxed);

@@ -140,6 +140,8 @@ public:
     Backend::MessageManagerMaster& getMessageManagerMaster() override { return missing<Backend::MessageManagerMaster>(); }
     Backend::QelMessageManager& getQelMessageManager() override { return missing<Backend::QelMessageManager>(); }
     Backend::MidiEngine::MidiEngine& getMidiEngine() override { return missing<Backend::MidiEngine::MidiEngine>(); }
+    Backend::ComputerInput::ComputerInputMessageManager& getComputerInputMessageManager() override { return missing<Backend::ComputerInput::ComputerInputMessageManager>(); }
+    Backend::Display::DisplayMessageManager& getDisplayMessageManager() override { return missing<Backend::Display::DisplayMessageManager>(); }
     Backend::Controls::ControlMessageManager& getControlMessageManager() override { return missing<Backend::Controls::ControlMessageManager>(); }
     Backend::Joystick::JoystickMessageManager& getJoystickMessageManager() override { return missing<Backend::Joystick::JoystickMessageManager>(); }
     Backend::Oscillators::OscMessageManager& getOscMessageManager() override { return missing<Backend::Oscillators::OscMessageManager>(); }
@@ -211,6 +213,10 @@ public:
     void loadOscillatorPreset(Text name) override { call("loadOscillatorPreset", name); }
     void keyDown(const Key& key, bool repeat) override { call("keyDown", key, repeat); }
     void keyUp(const Key& key) override { call("keyUp", key); }
+    void setLayers(const std::vector<Backend::Layers::Layer>&) override { call("setLayers"); }
+    void setOscillators(const Backend::Oscillators::OscList&) override { call("setOscillators"); }
+    const std::filesystem::path& getApplicationData() const override { return missing<std::filesystem::path>(); }
+    void setZones(const Backend::Zones::ZoneMap&) override { call("setZones"); }
     void selectZone(Select which) override { call("selectZone", which); }
     void changeZoneTranspose(Select which, Relative semitones) override { call("changeZoneTranspose", which, semitones); }
     void dataSelectLayer(Select which) override { call("dataSelectLayer", which); }

@@ -1,0 +1,13 @@
+// What the window is sent about the computer keyboard.
+#pragma once
+
+#include <cstdint>
+
+namespace Backend::ComputerInput {
+
+// Keys were added or replaced: wParam a heap copy of a vector<KeyConfiguration>.
+inline constexpr std::uint32_t keysPutMessage = 33469;
+// The section is another: wParam a heap copy of the KeyConfigurationMap; 0 is a mere notice, behind keysPutMessage.
+inline constexpr std::uint32_t keysMessage = 33471;
+
+} // namespace Backend::ComputerInput
