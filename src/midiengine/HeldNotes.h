@@ -51,6 +51,17 @@ public:
     // Makes the zone forget its oldest press of that note, whoever made it, and gives the note that was sent;
     // -1 when it remembers none.
     [[nodiscard]] int takeFromZone(std::int8_t zone, std::int8_t note);
+    // Forgets the presses for which `keep` is false; it is asked from the oldest on.
+    template <typename Keep> void keepThose(Keep keep) {
+        for (Index i = oldest_; i != none;) {
+            const Entry& entry = entries_[static_cast<std::size_t>(i)];
+            const Index newer = entry.newer;
+            if (!keep(entry.held)) {
+                remove(i);
+            }
+            i = newer;
+        }
+    }
     // No zone remembers anything from now on.
     void forgetZones();
     // The oldest press that came from that input; null when there is none.

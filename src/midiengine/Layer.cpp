@@ -1,7 +1,7 @@
 #include "midiengine/Layer.h"
 
 #include "midiengine/KeyTranspose.h"
-#include "midiengine/NoteFolding.h"
+#include "values/NoteFolding.h"
 
 #include <algorithm>
 
@@ -51,6 +51,9 @@ std::string Layer::summary(const std::function<std::string(int output)>& outputN
     }
     if (!useNoteStack) {
         text += "  STACK OFF";
+    }
+    if (arpeggio) {
+        text += "  " + arpeggio->summary();
     }
     return text;
 }

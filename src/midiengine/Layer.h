@@ -1,6 +1,8 @@
 // A layer as the user sets it up: which notes it takes, what it makes of them, where it sends them.
 #pragma once
 
+#include "generators/SequenceSetting.h"
+#include "midiengine/ArpeggioSetting.h"
 #include "values/Fraction.h"
 #include "values/Note.h"
 #include "values/NoteToggle.h"
@@ -8,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace Backend::Layers {
@@ -31,6 +34,8 @@ struct Layer {
     RelativeFixedValue velocity;  // added after scaling; fixed: the velocity itself
     Fraction compress{1, 1};      // scales velocities
     NoteToggle toggle;
+    std::optional<ArpeggioManagement::ArpeggioSetting> arpeggio; // plays the notes beat by beat
+    std::optional<SequenceManagement::SequenceSetting> sequence; // plays a step for each of them
 
     [[nodiscard]] bool hasVelocityRange() const { return minVelocity != 0 || maxVelocity != 127; }
 

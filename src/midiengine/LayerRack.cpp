@@ -6,10 +6,16 @@ namespace Backend::MidiEngine {
 
 void LayerRack::set(const Layers::LayerList& layers) {
     takingPart_.clear();
-    layers_.clear();
+    machines_.clear();
+    std::vector<PlayingLayer> paused;
+    paused.swap(layers_);
     layers_.reserve(layers.size());
     for (const Layers::Layer& layer : layers) {
-        layers_.emplace_back(layer);
+        const PlayingLayer& playing = layers_.emplace_back(layer);
+        const std::size_t place = layers_.size() - 1;
+        if (playing.machine() != nullptr && place < paused.size() && paused[place].machine() != nullptr) {
+            playing.machine()->continueFrom(*paused[place].machine());
+        }
     }
     const bool anySolo =
         std::any_of(layers.begin(), layers.end(), [](const Layers::Layer& layer) { return layer.solo; });
@@ -18,6 +24,9 @@ void LayerRack::set(const Layers::LayerList& layers) {
     for (PlayingLayer& layer : layers_) {
         if (anySolo ? layer.settings().solo : !layer.settings().mute) {
             takingPart_.push_back(&layer);
+            if (layer.machine() != nullptr) {
+                machines_.push_back(&layer);
+            }
         }
         hasVelocityRange_ = hasVelocityRange_ || layer.settings().hasVelocityRange();
     }
@@ -27,12 +36,14 @@ void LayerRack::noteOn(const QelMidiMessage& message, LayerOutput& engine) {
     for (PlayingLayer* layer : takingPart_) {
         layer->noteOn(message, engine);
     }
+    watch();
 }
 
 void LayerRack::noteOff(const QelMidiMessage& message, LayerOutput& engine) {
     for (PlayingLayer* layer : takingPart_) {
         layer->noteOff(message, engine);
     }
+    watch();
 }
 
 void LayerRack::other(const QelMidiMessage& message, LayerOutput& engine) {
@@ -56,16 +67,61 @@ void LayerRack::other(const QelMidiMessage& message, LayerOutput& engine) {
     }
 }
 
-void LayerRack::reset() {
-    for (PlayingLayer& layer : layers_) {
-        layer.reset();
+void LayerRack::watch() {
+    const bool before = running_;
+    running_ = std::any_of(machines_.begin(), machines_.end(), [](const auto* layer) { return layer->isRunning(); });
+    if (before && !running_) {
+        for (const PlayingLayer* layer : machines_) {
+            layer->machine()->rewind();
+        }
     }
+}
+
+void LayerRack::advance(Ticks now, LayerOutput& engine) {
+    for (const PlayingLayer* layer : machines_) {
+        layer->machine()->advance(now, engine);
+    }
+    watch();
+}
+
+void LayerRack::pulse() {
+    for (const PlayingLayer* layer : machines_) {
+        layer->machine()->pulse();
+    }
+}
+
+bool LayerRack::resume(const QelMidiMessage& noteOn, LayerOutput& engine) {
+    bool taken = false;
+    for (PlayingLayer* layer : machines_) {
+        if (layer->machine()->hasArpeggio()) {
+            layer->noteOn(noteOn, engine);
+            taken = taken || layer->isRunning();
+        }
+    }
+    watch();
+    return taken;
+}
+
+void LayerRack::forgetPauses() {
+    for (PlayingLayer* layer : machines_) {
+        if (!layer->isRunning()) {
+            layer->reset(false);
+        }
+    }
+}
+
+void LayerRack::reset(bool pausing) {
+    for (PlayingLayer& layer : layers_) {
+        layer.reset(pausing);
+    }
+    running_ = false;
 }
 
 void LayerRack::forgetOutput(std::int8_t output) {
     for (PlayingLayer& layer : layers_) {
         layer.forgetOutput(output);
     }
+    watch();
 }
 
 } // namespace Backend::MidiEngine

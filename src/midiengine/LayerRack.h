@@ -18,7 +18,8 @@ public:
     LayerRack(const LayerRack&) = delete;
     LayerRack& operator=(const LayerRack&) = delete;
 
-    // Replaces all layers by copies with nothing held.
+    // Replaces all layers by copies with nothing held. Those at the same place that are set up alike go on where they
+    // were paused.
     void set(const Layers::LayerList& layers);
 
     void noteOn(const QelMidiMessage& message, LayerOutput& engine);
@@ -29,13 +30,29 @@ public:
     // Whether a layer asks for velocities, so that a Note Off must carry the velocity of its Note On.
     [[nodiscard]] bool hasVelocityRange() const { return hasVelocityRange_; }
 
-    void reset();
+    // One tick, behind its events, for what plays by ticks.
+    void advance(Ticks now, LayerOutput& engine);
+    // The next step for sequences without arpeggio.
+    void pulse();
+    // True while something needs every tick.
+    [[nodiscard]] bool isRunning() const { return running_; }
+    // A key that was held while the layers were exchanged: for arpeggios only. True when one has taken it.
+    [[nodiscard]] bool resume(const QelMidiMessage& noteOn, LayerOutput& engine);
+    // What was paused and has not gone on begins anew next time.
+    void forgetPauses();
+
+    // `pausing`: what is held next goes on where this stopped.
+    void reset(bool pausing);
     void forgetOutput(std::int8_t output);
 
 private:
+    void watch();
+
     std::vector<PlayingLayer> layers_;
     std::vector<PlayingLayer*> takingPart_;
+    std::vector<PlayingLayer*> machines_; // of those that take part
     bool hasVelocityRange_ = false;
+    bool running_ = false;
     std::array<std::uint32_t, std::size_t{128} * 16> lastPass_{}; // by output and channel: the pass that sent there
     std::uint32_t pass_ = 0;
 };

@@ -48,18 +48,64 @@ ElementFormat layerFormat() {
     };
     ElementFormat arpeggio;
     arpeggio.name = "Arpeggio";
-    arpeggio.meaning = "The arpeggio that plays the layer's notes.";
-    arpeggio.unchecked = true;
+    arpeggio.meaning = "The arpeggio that plays the layer's notes: one element of its kind.";
+    arpeggio.children = ArpeggioManagement::arpeggioFormats();
     ElementFormat sequence;
     sequence.name = "SequenceSetting";
-    sequence.meaning = "The sequence that plays the layer's notes.";
-    sequence.unchecked = true;
+    sequence.meaning = "The sequence that plays the layer's notes, or those of its arpeggio.";
+    sequence.attributes = {
+        AttributeFormat::of(Kind::text, "preset", "", "The name of the sequence; empty: none."),
+        AttributeFormat::booleanOf("useNote", true, "The note offset of the step is added to the note."),
+        AttributeFormat::booleanOf("useVelocity", true, "The velocity offset of the step is added to the velocity."),
+        AttributeFormat::booleanOf("useLength", true, "A note ends after the length of its step at the latest."),
+    };
     layer.children = {arpeggio, sequence};
+    // The kind may also stand straight in the layer.
+    layer.children.insert(layer.children.end(), arpeggio.children.begin(), arpeggio.children.end());
     return layer;
 }
 
 std::int8_t readSmall(const Platform::XmlElement& element, const AttributeFormat& format) {
     return static_cast<std::int8_t>(std::clamp<std::int32_t>(readInteger(element, format), INT8_MIN, INT8_MAX));
+}
+
+// The first element of a known kind, in an element "Arpeggio" or straight in the layer.
+std::optional<ArpeggioManagement::ArpeggioSetting> readArpeggioOf(const Platform::XmlElement& parent) {
+    for (const Platform::XmlElement& child : parent.children) {
+        if (auto arpeggio =
+                child.name == "Arpeggio" ? readArpeggioOf(child) : ArpeggioManagement::readArpeggio(child)) {
+            return arpeggio;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<SequenceManagement::SequenceSetting> readSequenceOf(const Platform::XmlElement& layer) {
+    static const ElementFormat& format = layersFormat().child("Layer").child("SequenceSetting");
+    const Platform::XmlElement* const element = layer.child("SequenceSetting");
+    const std::string name = element != nullptr ? readText(*element, format["preset"]) : std::string();
+    if (name.empty()) {
+        return std::nullopt;
+    }
+    return SequenceManagement::SequenceSetting{name, readBoolean(*element, format["useNote"]),
+                                               readBoolean(*element, format["useVelocity"]),
+                                               readBoolean(*element, format["useLength"]), nullptr};
+}
+
+void writeMachines(XmlWriter& xml, const Layer& layer) {
+    if (layer.arpeggio) {
+        xml.begin("Arpeggio").content();
+        ArpeggioManagement::writeArpeggio(xml, *layer.arpeggio);
+        xml.end();
+    }
+    if (layer.sequence) {
+        xml.begin("SequenceSetting")
+            .attribute("preset", layer.sequence->preset)
+            .attribute("useNote", layer.sequence->useNote)
+            .attribute("useVelocity", layer.sequence->useVelocity)
+            .attribute("useLength", layer.sequence->useLength)
+            .end();
+    }
 }
 
 Layer readLayer(const Platform::XmlElement& element) {
@@ -80,6 +126,8 @@ Layer readLayer(const Platform::XmlElement& element) {
     layer.key = readNote(element, format["key"]);
     layer.velocity = readRelativeFixed(element, format["velocity"]);
     layer.compress = readFraction(element, format["compress"]);
+    layer.arpeggio = readArpeggioOf(element);
+    layer.sequence = readSequenceOf(element);
     return layer;
 }
 
@@ -134,8 +182,9 @@ void writeLayers(XmlWriter& xml, const LayerList& layers, bool merge) {
             .attribute("transpose", layer.transpose)
             .attribute("key", layer.key.getPitchName())
             .attribute("velocity", layer.velocity)
-            .attribute("compress", layer.compress)
-            .end();
+            .attribute("compress", layer.compress);
+        writeMachines(xml, layer);
+        xml.end();
     }
     xml.end();
 }

@@ -2,10 +2,9 @@
 
 #include "midiengine/MidiEngineMessageManager.h"
 #include "midiengine/MidiPlayer.h"
-#include "midiengine/NoteFolding.h"
+#include "values/NoteFolding.h"
 
 #include <algorithm>
-#include <cmath>
 #include <mutex>
 
 namespace Backend::MidiEngine {
@@ -13,8 +12,6 @@ namespace Backend::MidiEngine {
 namespace {
 using Guard = std::lock_guard<CriticalSection>;
 
-// The tempo source that keeps a clock calling slices while the engine waits for one.
-constexpr unsigned char waitingForSlice = 255;
 constexpr std::int8_t resetVelocity = 100;
 constexpr int maxPorts = 128;
 constexpr std::int8_t noPort = -1;
@@ -26,13 +23,9 @@ bool hasPlausibleData(const QelMidiMessage& message) {
 }
 } // namespace
 
-Ticks MidiEngine::milliseconds2Ppq(double milliseconds, int tempo) {
-    return engineTimeOrigin +
-           Ticks{static_cast<std::int32_t>(std::floor(tempo / 60000.0 * milliseconds * ticksPerQuarter + 0.5))};
-}
-
 MidiEngine::MidiEngine(MidiPlayer& player)
-    : player_(player), messageManager_(std::make_unique<MidiEngineMessageManager>(*this)), machines_{&oscillators_} {}
+    : player_(player), messageManager_(std::make_unique<MidiEngineMessageManager>(*this)), machines_{&oscillators_},
+      resets_(player) {}
 
 MidiEngine::~MidiEngine() = default;
 
@@ -124,6 +117,7 @@ void MidiEngine::playNoteOff(QelMidiMessage& message) {
         message.setD1(press->sentNote);
         endNote(message, press);
     }
+    updateStartTime();
 }
 
 void MidiEngine::endNote(const QelMidiMessage& message, const std::optional<HeldNote>& press) {
@@ -190,6 +184,14 @@ bool MidiEngine::finalSend(const QelMidiMessage& message, bool keepHeldNotes, Be
     return sent;
 }
 
+void MidiEngine::endUnheard(const QelMidiMessage& noteOff) {
+    static_cast<void>(
+        sounding_.end({noteOff.getOutput(), noteOff.getChannel(), noteOff.getD1()}, Beginning::unheard, false));
+    for (EngineTap* tap : taps_) {
+        tap->passed(noteOff, true);
+    }
+}
+
 void MidiEngine::followControl(const QelMidiMessage& message) {
     if (controlFollower_ != nullptr) {
         controlFollower_->passed(message, false);
@@ -199,35 +201,37 @@ void MidiEngine::followControl(const QelMidiMessage& message) {
 // Resets. --------------------------------------------------------------------------------------------------------
 
 void MidiEngine::sendReset() {
-    resetByClock(Command::softReset);
+    resetByClock(Reset::soft);
 }
 
 void MidiEngine::sendHardReset() {
-    resetByClock(Command::hardReset);
+    resetByClock(Reset::hard);
 }
 
-void MidiEngine::resetByClock(Command command) {
-    const bool hard = command == Command::hardReset;
-    if (!playerRunning_ || isMidiPlayerThread()) {
-        const Guard guard(criticalSection_);
-        hard ? hardReset() : reset();
+void MidiEngine::resetByClock(Reset kind) {
+    const bool hard = kind == Reset::hard;
+    if (resets_.mustWait()) {
+        resets_.pass(kind, [this, hard] {
+            addPending(hard ? QelMidiMessage::createQelHardReset() : QelMidiMessage::createQelReset());
+        });
         return;
     }
-    const Guard oneAtATime(resetGate_);
-    const unsigned char source = player_.getTempoSource();
-    player_.setTempoSource(waitingForSlice);
-    addPending(hard ? QelMidiMessage::createQelHardReset() : QelMidiMessage::createQelReset());
-    (hard ? hardResetEvent_ : resetEvent_).wait();
-    player_.setTempoSource(source);
+    const Guard guard(criticalSection_);
+    hard ? hardReset() : reset();
 }
 
 void MidiEngine::reset() {
     for (NotePlace place = sounding_.takeAny(); place.exists(); place = sounding_.takeAny()) {
         sendNoteOff(place);
     }
-    held_.clear();
-    layers_.reset();
-    startTime_ = noTicks;
+    if (exchangingLayers_) { // what is held may go on
+        held_.keepThose([](const HeldNote& held) { return held.output == noPort && held.defaultChannel; });
+        pausedStartTime_ = startTime() == noTicks ? pausedStartTime_ : startTime();
+    } else {
+        held_.clear();
+    }
+    layers_.reset(exchangingLayers_);
+    setStartTime(noTicks);
 }
 
 void MidiEngine::hardReset() {
@@ -245,97 +249,12 @@ void MidiEngine::hardReset() {
 }
 
 void MidiEngine::sendNoteOff(const NotePlace& place) {
-    playMidiInternal({MessageType::noteOff, place.note, resetVelocity, place.channel, place.output,
-                      QelMidiMessage::DEFAULT_ZONE, QelMidiMessage::DEFAULT_INPUT, now_},
-                     false);
-}
-
-// Time. ----------------------------------------------------------------------------------------------------------
-
-void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
-    const Guard guard(criticalSection_);
-    if (!isMidiPlayerThread()) {
-        playerThread_.store(Platform::currentThreadId(), std::memory_order_relaxed);
-        playerRunning_ = true;
+    QelMidiMessage noteOff(MessageType::noteOff, place.note, resetVelocity, place.channel, place.output,
+                           QelMidiMessage::DEFAULT_ZONE, QelMidiMessage::DEFAULT_INPUT, now_);
+    if (startTime() != noTicks) {
+        noteOff.setHostTime(hostTimeOfTick()); // not before its Note On
     }
-    now_ = from;
-    if (to < from || from < lastTick_) { // time goes back
-        lastTick_ = lastGiven_ = lastStamp_ = noTicks;
-    }
-    pending_.drainInbox([this, to](const QelMidiMessage& message) { takeIn(message, std::max(to, lastStamp_)); });
-    if (from <= to) {
-        if ((to - from).count < MAX_TIME_SLICE && from < to) {
-            pending_.catchUp(from);
-            for (Ticks t = from; t < to; ++t) {
-                if (!isTickDependent()) { // nothing happens before the next event
-                    const Ticks next = pending_.next();
-                    if (next < t || !(next < to)) {
-                        break;
-                    }
-                    t = next;
-                }
-                processPpq(t, from);
-            }
-            lastTick_ = to - Ticks{1};
-        }
-    } else { // the clock was set back: what waits for the times between is played on both sides of the step
-        constexpr Ticks around{10};
-        for (Ticks t = from; t < from + around; ++t) {
-            processPpq(t, to);
-        }
-        lastGiven_ = noTicks;
-        for (Ticks t = to - around; t < to; ++t) {
-            processPpq(t, noTicks);
-        }
-    }
-    now_ = noTicks;
-}
-
-void MidiEngine::takeIn(const QelMidiMessage& message, Ticks stamp) {
-    if (message.isQelReset()) {
-        reset();
-        resetEvent_.signal();
-    } else if (message.isQelHardReset()) {
-        hardReset();
-        hardResetEvent_.signal();
-    } else if (message.isTimedEvent()) {
-        pending_.schedule(message);
-    } else {
-        QelMidiMessage stamped = message;
-        stamped.setPpq(stamp);
-        lastStamp_ = stamp; // a tick that is run again must not let what comes then overtake this
-        pending_.schedule(stamped);
-    }
-}
-
-void MidiEngine::processPpq(Ticks ppq, Ticks earliest) {
-    if (ppq.count < 0) {
-        return;
-    }
-    now_ = ppq;
-    pending_.playRange(earliest, ppq, [this, ppq](QelMidiMessage& message) {
-        message.setPpq(ppq);
-        playMidi(message);
-    });
-    if (ppq > lastGiven_ && isTickDependent()) {
-        lastGiven_ = ppq;
-        for (TickMachine* machine : machines_) {
-            machine->advance(ppq);
-        }
-    }
-}
-
-bool MidiEngine::isTickDependent() const {
-    return std::any_of(machines_.begin(), machines_.end(), [](const TickMachine* each) { return each->isPlaying(); });
-}
-
-bool MidiEngine::isBusy() {
-    const Guard guard(criticalSection_);
-    return isTickDependent() || sounding_.places() > 0 || !pending_.isEmpty() || !pending_.inboxIsEmpty();
-}
-
-bool MidiEngine::isMidiPlayerThread() const {
-    return playerThread_.load(std::memory_order_relaxed) == Platform::currentThreadId();
+    playMidiInternal(noteOff, false);
 }
 
 // Set-up. --------------------------------------------------------------------------------------------------------
@@ -388,6 +307,7 @@ void MidiEngine::closeOutput(std::size_t output) {
     sounding_.forget(place);
     held_.forgetOutput(place);
     layers_.forgetOutput(place);
+    updateStartTime();
 }
 
 // The keys of an input that is gone will never be let go.
@@ -405,10 +325,18 @@ void MidiEngine::endPress(const HeldNote& press) {
 }
 
 void MidiEngine::setLayerList(const Layers::LayerList& layers) {
-    if (sounding_.places() > 0) { // begun between the reset and now
-        reset();
-    }
+    announceLayers();
+    reset(); // what has begun since the one before
     layers_.set(layers);
+    held_.keepThose([this](const HeldNote& held) {
+        return layers_.resume({MessageType::noteOn, held.sentNote, held.velocity, QelMidiMessage::DEFAULT_CHANNEL,
+                               QelMidiMessage::DEFAULT_OUTPUT, held.zone, held.input, now_},
+                              *this);
+    });
+    layers_.forgetPauses();
+    setStartTime(layers_.isRunning() ? pausedStartTime_ : noTicks);
+    pausedStartTime_ = noTicks;
+    exchangingLayers_ = false;
 }
 
 void MidiEngine::setZoneMap(const Zones::ZoneMap& zones) {

@@ -10,10 +10,9 @@
 #include "midiengine/LayerOutput.h"
 #include "midiengine/LayerRack.h"
 #include "midiengine/PendingEvents.h"
+#include "midiengine/ResetGate.h"
 #include "midiengine/SoundingNotes.h"
 #include "midiengine/ZoneMap.h"
-#include "platform/AutoResetEvent.h"
-#include "platform/Threads.h"
 #include "values/MidiPort.h"
 #include "values/QelMidiMessage.h"
 #include "values/Ticks.h"
@@ -85,10 +84,15 @@ public:
     [[nodiscard]] bool isTickDependent() const;
     // True while something sounds, waits for its time or has not been taken in. [any]
     [[nodiscard]] bool isBusy();
-    [[nodiscard]] bool isMidiPlayerThread() const; // [any]
-    // The tick at which the running arpeggios began; noTicks while none runs. [clock]
-    [[nodiscard]] Ticks getStartTime() const { return startTime_; }
-    void setStartTime(Ticks time) { startTime_ = time; }
+    [[nodiscard]] bool isMidiPlayerThread() const { return resets_.isClockThread(); } // [any]
+    // The tick at which the running arpeggios and sequences began; noTicks while none runs. [clock]
+    [[nodiscard]] Ticks getStartTime() const { return startTime(); }
+    void setStartTime(Ticks time) { LayerOutput::setStartTime(time); }
+    // Forgets the start time when nothing runs any more. [clock, engine]
+    void updateStartTime();
+    // Moves the sequences of layers without arpeggio to their next step: every quarter note from the start time on.
+    // [clock]
+    void pulseSequencer() { layers_.pulse(); }
 
     // Set-up. ----------------------------------------------------------------------------------------------------
 
@@ -100,8 +104,10 @@ public:
     void setDefaultMidiOutput(int output);                                                     // [engine]
     [[nodiscard]] int getDefaultMidiOutput() const { return defaultOutput(); }                 // [clock, engine]
     void setMidiThru(bool on) { midiThru_ = on; }                                              // [engine]
-    // Whoever exchanges the layers resets first (sendReset): nothing that sounds is known to the new ones. What has
-    // begun since is ended here. [engine]
+    // Whoever exchanges the layers announces it, resets (sendReset), and then hands the new ones over: nothing that
+    // sounds is known to them, and what has begun since is ended here. Keys that are held all the while go on in
+    // arpeggios, on the beats as they were. [engine]
+    void announceLayers() { exchangingLayers_ = true; }
     void setLayerList(const Layers::LayerList& layers);
     void setZoneMap(const Zones::ZoneMap& zones); // [engine] zones forget the notes they hold
     void setZone(const Zones::Zone& zone);        // [engine] changes the transposition; unknown ids change nothing
@@ -130,13 +136,16 @@ public:
     [[nodiscard]] int soundingNotes();
 
 private:
-    enum class Command { softReset, hardReset };
+    using Reset = ResetGate::Reset;
 
     // LayerOutput
     bool sendFromLayer(const QelMidiMessage& message, bool keepHeldNotes, Beginning beginning) override {
         return finalSend(message, keepHeldNotes, beginning);
     }
+    void endUnheard(const QelMidiMessage& noteOff) override;
     void followControl(const QelMidiMessage& message) override;
+    void beginTime(Ticks now, std::int64_t hostTime) override;
+    [[nodiscard]] std::int64_t hostTimeOfTick() override;
     // OscillatorOutput
     void playFromOscillator(const QelMidiMessage& message) override;
     void oscillatorMoved(OscId id, std::int32_t value) override;
@@ -152,7 +161,7 @@ private:
     void sendNoteOff(const NotePlace& place);
     void reset();
     void hardReset();
-    void resetByClock(Command command);
+    void resetByClock(Reset kind);
     void releaseInput(std::int8_t input);
     void endPress(const HeldNote& press);
     void endNote(const QelMidiMessage& message, const std::optional<HeldNote>& press);
@@ -178,17 +187,14 @@ private:
     EngineTap* controlFollower_ = nullptr;
     Ticks now_ = noTicks; // of the slice or tick that is being played
     // Since time went back:
-    Ticks lastTick_ = noTicks;  // the latest tick that was played
-    Ticks lastGiven_ = noTicks; // the latest tick that was given to what acts on ticks
-    Ticks lastStamp_ = noTicks; // of the latest untimed event
-    Ticks startTime_ = noTicks;
+    Ticks lastTick_ = noTicks;          // the latest tick that was played
+    Ticks lastGiven_ = noTicks;         // the latest tick that was given to what acts on ticks
+    Ticks lastStamp_ = noTicks;         // of the latest untimed event
+    std::int64_t hostTimePastTick_ = 0; // of the message with which the start time began, within its tick
+    bool exchangingLayers_ = false;
+    Ticks pausedStartTime_ = noTicks; // of the arpeggios that go on with the new layers
 
-    // Resets asked for by other threads: one at a time, so that each waiter is released by its own.
-    CriticalSection resetGate_;
-    Platform::AutoResetEvent resetEvent_;
-    Platform::AutoResetEvent hardResetEvent_;
-    std::atomic<bool> playerRunning_ = false;
-    std::atomic<Platform::ThreadId> playerThread_ = 0;
+    ResetGate resets_;
     std::atomic<std::uint64_t> dropped_ = 0;
 };
 

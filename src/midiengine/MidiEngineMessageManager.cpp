@@ -210,6 +210,7 @@ void MidiEngineMessageManager::handleMessage(const Platform::ThreadMessage& mess
         break;
     case Command::setLayerList: {
         const auto layers = takeCopy<Layers::LayerList>(message.wParam);
+        underLock([&] { engine_.announceLayers(); });
         engine_.sendReset(); // waits for the clock, so not under the lock
         underLock([&] { engine_.setLayerList(*layers); });
         break;

@@ -3,6 +3,8 @@
 
 #include "values/QelMidiMessage.h"
 
+#include <cstdint>
+
 namespace Backend::MidiEngine {
 
 // Implemented by the host, which also owns the clock thread: it calls MidiEngine::playTimeSlice again and again.
@@ -18,6 +20,14 @@ public:
     // postSetMidiOutputPorts), in which `enabled` says what came of it. [engine]
     virtual void enableMidiInput(int port, bool on) = 0;
     virtual void enableMidiOutput(int port, bool on) = 0;
+
+    // The device's time, in the unit of QelMidiMessage::getHostTime, of the tick that is being played right now, and of
+    // the tick after it; -1: none, as while no tick is played. [clock; any thread under the engine lock]
+    struct TickTime {
+        std::int64_t begin = -1;
+        std::int64_t end = -1;
+    };
+    [[nodiscard]] virtual TickTime tickTime() { return {}; }
 
     // Something was put into the engine's pending queue: a clock that sleeps may wake and take it in. Must not
     // block. [any]

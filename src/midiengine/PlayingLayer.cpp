@@ -7,7 +7,7 @@ namespace {
 constexpr std::size_t usualRoom = 512;
 } // namespace
 
-PlayingLayer::PlayingLayer(const Layers::Layer& settings) : settings_(settings) {
+PlayingLayer::PlayingLayer(const Layers::Layer& settings) : settings_(settings), machine_(LayerMachine::of(settings)) {
     stack_.reserve(usualRoom);
     for (std::size_t data = 0; data < noteOf_.size(); ++data) {
         noteOf_[data] = settings_.transform(static_cast<std::int8_t>(data));
@@ -43,7 +43,11 @@ void PlayingLayer::start(QelMidiMessage message, StackedNote& note, LayerOutput&
     message.setD1(noteOf_[static_cast<std::size_t>(note.note)]);
     message.setD2(velocityOf_[static_cast<std::size_t>(message.getD2())]);
     note.place = {message.getOutput(), message.getChannel(), message.getD1()};
-    note.heard = engine.sendFromLayer(message, settings_.useNoteStack, Beginning::unknown);
+    if (machine_) {
+        note.voice = machine_->noteOn(message, engine);
+    } else {
+        note.heard = engine.sendFromLayer(message, settings_.useNoteStack, Beginning::unknown);
+    }
 }
 
 void PlayingLayer::end(QelMidiMessage message, const StackedNote& note, LayerOutput& engine) const {
@@ -57,12 +61,16 @@ void PlayingLayer::end(QelMidiMessage message, const StackedNote& note, LayerOut
         return;
     }
     message.setD2(velocityOf_[static_cast<std::size_t>(message.getD2())]);
-    engine.sendFromLayer(message, settings_.useNoteStack, note.beginning());
+    if (!machine_) {
+        engine.sendFromLayer(message, settings_.useNoteStack, note.beginning());
+    } else if (note.place.exists()) {
+        machine_->noteOff(message, note.voice, engine);
+    }
 }
 
 // Ends a note that the layer knows nothing of.
 void PlayingLayer::endUnknown(QelMidiMessage message, LayerOutput& engine) const {
-    if (!route(message, engine)) {
+    if (machine_ || !route(message, engine)) { // a machine ends what it began itself
         return;
     }
     message.setD1(noteOf_[static_cast<std::size_t>(message.getD1())]);
@@ -110,12 +118,12 @@ void PlayingLayer::noteOn(const QelMidiMessage& message, LayerOutput& engine) {
 }
 
 void PlayingLayer::startStacked(const QelMidiMessage& message, LayerOutput& engine) {
-    stack_.push_back({message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false});
+    stack_.push_back({message.getD1(), message.getD2(), message.getInput(), message.getZone(), {}, false, 0});
     start(message, stack_.back(), engine);
 }
 
 // The layer gives up the note that it plays. Without arpeggio the new note starts before the old one ends: legato,
-// deliberately.
+// deliberately. An arpeggio holds one note at a time.
 void PlayingLayer::startMono(const QelMidiMessage& message, LayerOutput& engine, bool toggling) {
     const StackedNote last = stack_.back();
     if (toggling) {
@@ -126,11 +134,17 @@ void PlayingLayer::startMono(const QelMidiMessage& message, LayerOutput& engine,
         stack_.back().place = {};
         stack_.back().heard = false;
     }
-    startStacked(message, engine);
     QelMidiMessage noteOff = message;
     noteOff.setToNoteOff();
     noteOff.setD2(last.velocity);
-    end(noteOff, last, engine);
+    const bool endsFirst = machine_ && machine_->hasArpeggio();
+    if (endsFirst) {
+        end(noteOff, last, engine);
+    }
+    startStacked(message, engine);
+    if (!endsFirst) {
+        end(noteOff, last, engine);
+    }
 }
 
 void PlayingLayer::endToggled(const QelMidiMessage& message, LayerOutput& engine) {
@@ -165,10 +179,17 @@ void PlayingLayer::noteOff(const QelMidiMessage& message, LayerOutput& engine) {
         if (!top) {
             return;
         }
+        const bool endsFirst = machine_ && machine_->hasArpeggio();
+        if (endsFirst) {
+            end(message, note, engine);
+        }
         if (!stack_.empty()) { // back to the note that is still held
             QelMidiMessage noteOn = message;
             noteOn.setToNoteOn();
             start(noteOn, stack_.back(), engine);
+        }
+        if (endsFirst) {
+            return;
         }
     }
     end(message, note, engine);
@@ -182,9 +203,12 @@ bool PlayingLayer::takesOther(const QelMidiMessage& message, const LayerOutput& 
     return route(placed, engine);
 }
 
-void PlayingLayer::reset() {
+void PlayingLayer::reset(bool pausing) {
     stack_.clear();
     toggledOn_.reset();
+    if (machine_) {
+        pausing ? machine_->pause() : machine_->reset();
+    }
 }
 
 void PlayingLayer::forgetOutput(std::int8_t output) {
@@ -193,6 +217,9 @@ void PlayingLayer::forgetOutput(std::int8_t output) {
             note.place = {};
             note.heard = false;
         }
+    }
+    if (machine_) {
+        machine_->forgetOutput(output);
     }
 }
 

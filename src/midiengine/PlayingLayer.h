@@ -2,6 +2,7 @@
 #pragma once
 
 #include "midiengine/Layer.h"
+#include "midiengine/LayerMachine.h"
 #include "midiengine/LayerOutput.h"
 #include "midiengine/SoundingNotes.h"
 #include "values/QelMidiMessage.h"
@@ -9,6 +10,7 @@
 #include <array>
 #include <bitset>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace Backend::MidiEngine {
@@ -26,8 +28,15 @@ public:
     [[nodiscard]] bool takesOther(const QelMidiMessage& message, const LayerOutput& engine,
                                   QelMidiMessage& placed) const;
 
-    // Forgets all notes; they are ended elsewhere.
-    void reset();
+    // What the layer plays by ticks; null without arpeggio and sequence.
+    [[nodiscard]] LayerMachine* machine() const { return machine_.get(); }
+    // True while the machine needs every tick.
+    [[nodiscard]] bool isRunning() const {
+        return machine_ && (machine_->isRunning() || (!machine_->hasArpeggio() && !stack_.empty()));
+    }
+
+    // Forgets all notes; they are ended elsewhere. `pausing`: the arpeggio goes on where it stopped.
+    void reset(bool pausing);
     // An output is closed: nothing of ours sounds there.
     void forgetOutput(std::int8_t output);
 
@@ -40,6 +49,7 @@ private:
         std::int8_t zone = -1;
         NotePlace place; // where it sounds now; none while a newer note of a mono layer plays
         bool heard = false;
+        LayerMachine::Voice voice = 0; // of the machine
 
         [[nodiscard]] Beginning beginning() const {
             return !place.exists() ? Beginning::none : heard ? Beginning::heard : Beginning::unheard;
@@ -60,6 +70,7 @@ private:
     std::array<std::int8_t, 128> velocityOf_{}; // and of each velocity
     std::vector<StackedNote> stack_;            // in press order
     std::bitset<128> toggledOn_;
+    std::unique_ptr<LayerMachine> machine_;
 };
 
 } // namespace Backend::MidiEngine

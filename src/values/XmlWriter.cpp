@@ -80,6 +80,13 @@ void XmlWriter::end() {
     out_ << "</" << name << ">\n";
 }
 
+void XmlWriter::endWithText(std::string_view text) {
+    assert(startTagOpen_);
+    out_ << '>' << escapeXml(text) << "</" << open_.back() << ">\n";
+    open_.pop_back();
+    startTagOpen_ = false;
+}
+
 void XmlWriter::closeStartTag() {
     if (startTagOpen_) {
         out_ << ">\n";

@@ -35,6 +35,8 @@ public:
     XmlWriter& content();
     // Ends the element begun last: "/>" when it has no content.
     void end();
+    // Ends the element whose attributes have just been written with that text, escaped here, all on one line.
+    void endWithText(std::string_view text);
 
 private:
     void closeStartTag();

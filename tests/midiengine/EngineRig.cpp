@@ -1,5 +1,6 @@
 #include "EngineRig.h"
 
+#include "generators/SequenceText.h"
 #include "midiengine/LayerXml.h"
 #include "platform/XmlDocument.h"
 
@@ -45,6 +46,10 @@ Backend::Layers::LayerList layersOf(const std::string& elements) {
     Backend::Layers::readLayers(section.value(), layers);
     for (std::size_t i = 0; i < layers.size(); ++i) { // not stored in files
         layers[i].solo = section.value().children[i].attribute("solo") != nullptr;
+        if (auto& sequence = layers[i].sequence) { // named by its own text
+            using namespace Backend::SequenceManagement;
+            sequence->sequence = std::make_shared<Sequence>(sequenceOf(sequence->preset));
+        }
     }
     return layers;
 }
@@ -177,6 +182,13 @@ void EngineRig::runStep(const std::string& step) {
         engine.setZone(zone);
     } else if (command == "layers") {
         engine.setLayerList(layersOf(rest));
+    } else if (command == "wait") {
+        for (int left = number(); left > 1; --left) {
+            playTick();
+        }
+    } else if (command == "with") { // the next step's tick, behind this one's event
+        engine.addPending(eventOf(rest));
+        return;
     } else if (command == "reset") {
         engine.sendReset();
     } else if (command == "hardreset") {

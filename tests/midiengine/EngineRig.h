@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-// From elements like <Layer mono="true" solo="true"/>, one after the other.
+// From elements like <Layer mono="true" solo="true"/>, one after the other. The name of a sequence is its text.
 [[nodiscard]] Backend::Layers::LayerList layersOf(const std::string& elements);
 // From ids and transpositions like "1:12 3:-5".
 [[nodiscard]] Backend::Zones::ZoneMap zonesOf(const std::string& zones);
@@ -30,6 +30,7 @@ public:
     //   on NOTE VELOCITY, off NOTE [VELOCITY], cc NUMBER VALUE, bend LOW HIGH, program NUMBER
     //       each with any of in=N (0; -1: not from an input) out=N ch=N zone=N
     //   default N, thru on|off, zone ID TRANSPOSE, zones [ID:TRANSPOSE ...], layers ELEMENTS, reset, hardreset
+    //   with EVENT: one of the above, in the tick of the next step, before it; wait TICKS
     //   output N on|off, input N on|off: asked of the engine; unplug N, plug N: an output vanishes, comes back
     void run(const std::string& steps);
     // The same, and what was played, parted by "; ".

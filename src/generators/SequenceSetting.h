@@ -1,0 +1,29 @@
+// Which sequence a layer plays, and how.
+#pragma once
+
+#include "generators/Sequence.h"
+
+#include <memory>
+#include <string>
+
+namespace Backend::SequenceManagement {
+
+// A value; the steps themselves are shared and never change.
+struct SequenceSetting {
+    std::string preset;      // the name of the sequence
+    bool useNote = true;     // the step's notes are added to the incoming note, else the note stays as it came
+    bool useVelocity = true; // the step's velocity offset is added
+    bool useLength = true;   // a note ends after its step's length at the latest
+    // What the name stands for; null, or without steps: notes pass as they came.
+    std::shared_ptr<const Sequence> sequence;
+
+    [[nodiscard]] bool hasSteps() const { return sequence && !sequence->steps.empty(); }
+
+    friend bool operator==(const SequenceSetting& a, const SequenceSetting& b) {
+        return a.preset == b.preset && a.useNote == b.useNote && a.useVelocity == b.useVelocity &&
+               a.useLength == b.useLength &&
+               (a.sequence == b.sequence || (a.sequence && b.sequence && *a.sequence == *b.sequence));
+    }
+};
+
+} // namespace Backend::SequenceManagement
