@@ -152,9 +152,13 @@ RunCommand::RunCommand(CLI::App& commandLine)
     addMidiSystemOption(*verb_, midi_);
     verb_->add_option("--in", wishes_.inputs, "Open the inputs whose names contain this")->type_name("NAME");
     verb_->add_option("--out", wishes_.outputs, "Open the outputs whose names contain this")->type_name("NAME");
-    verb_->add_option("--tempo-source", tempoSource_, "What sets the tempo: internal")
-        ->check(CLI::IsMember({"internal"}))
+    verb_
+        ->add_option("--tempo-source", tempoSource_,
+                     "What sets the tempo, whatever programs say: internal, the MIDI clock of the input whose name "
+                     "contains this, or transport for JACK's")
         ->type_name("SOURCE");
+    verb_->add_option("--clock-out", clockOutputs_, "Send MIDI clock on the outputs whose names contain this")
+        ->type_name("NAME");
     verb_->add_flag("--connect", wishes_.connect, "Connect to the first synthesizer found");
 }
 
@@ -168,6 +172,32 @@ int RunCommand::run() {
         return 1;
     }
     return 0;
+}
+
+Platform::Result<std::uint8_t> RunCommand::tempoSourceIn(const MidiSystem& system) const {
+    if (*tempoSource_ == "internal") {
+        return TempoSync::noSource;
+    }
+    if (*tempoSource_ == "transport") {
+        if (system.name() != "JACK") {
+            return Fault{{}, 0, "there is no transport to follow: it is JACK's"};
+        }
+        return TempoSync::jackTransport;
+    }
+    const std::vector<Backend::MidiInputPort> inputs = system.inputs();
+    for (std::size_t i = 0; i < inputs.size() && i + 1 < TempoSync::jackTransport; ++i) {
+        if (isNamed(inputs[i].name, {*tempoSource_})) {
+            return static_cast<std::uint8_t>(i + 1);
+        }
+    }
+    return Fault{{}, 0, "there is no MIDI input \"" + *tempoSource_ + "\" to follow"};
+}
+
+void RunCommand::openTempoSource(MidiSystem& system) const {
+    const auto source = tempoSource_ ? tempoSourceIn(system) : TempoSync::noSource;
+    if (source && source.value() != TempoSync::noSource && source.value() != TempoSync::jackTransport) {
+        system.enableInput(source.value() - 1, true);
+    }
 }
 
 Outcome RunCommand::play() {
@@ -185,6 +215,16 @@ Outcome RunCommand::play() {
     const StopSignals signals(wake);
     LivePlayer player(std::move(found.value().system));
     printers.attachTo(player);
+    if (tempoSource_) {
+        const auto source = tempoSourceIn(player.system());
+        if (!source) {
+            return source.fault();
+        }
+        player.fixTempoSource(source.value());
+    }
+    if (!clockOutputs_.empty()) {
+        player.sendClockTo(clockOutputs_);
+    }
     Outcome ended = Platform::success();
     {
         Session session(player, session_);
@@ -192,6 +232,7 @@ Outcome RunCommand::play() {
             return started;
         }
         player.start(session.qel());
+        openTempoSource(player.system());
         std::cerr << found.value().remark << std::endl;
         std::unique_ptr<StatusLine> status;
         if (standardErrorIsTerminal()) {

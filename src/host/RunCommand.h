@@ -6,8 +6,10 @@
 #include "host/live/MidiSystems.h"
 #include "platform/Result.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Host {
 
@@ -20,13 +22,18 @@ public:
 
 private:
     [[nodiscard]] Platform::Outcome play();
+    // The number of the tempo source that was asked for, in that system.
+    [[nodiscard]] Platform::Result<std::uint8_t> tempoSourceIn(const MidiSystem& system) const;
+    // Lets its clock in.
+    void openTempoSource(MidiSystem& system) const;
 
     CLI::App* verb_;
     SessionOptions session_;
     PortWishes wishes_;
     std::optional<MidiSystemKind> midi_;
     std::optional<std::string> events_;
-    std::string tempoSource_ = "internal";
+    std::optional<std::string> tempoSource_;
+    std::vector<std::string> clockOutputs_;
     bool headless_ = false;
 };
 

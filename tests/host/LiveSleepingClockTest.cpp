@@ -35,7 +35,7 @@ TEST_F(SleepingClockTest, RunsEachTickOnceAtItsTimeOverTempoChanges) {
         runTicks(clock, engine.ticks.size() + 1 + random() % 200);
         const int tempo = static_cast<int>(10 + random() % 491);
         while (ideal.size() < engine.ticks.size() + 1) {
-            ideal.push_back(ideal.back() + 1.25e8 / clock.tempo());
+            ideal.push_back(ideal.back() + 1.25e8 / clock.sync().tempo().beatsPerMinute());
         }
         clock.setTempo(tempo); // from the next tick on
     }

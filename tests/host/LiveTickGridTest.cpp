@@ -103,9 +103,9 @@ TEST(TickGrid, SettingTheSameTempoOrAnotherNameMovesNothing) {
 
 TEST(TickGrid, TempoIsClamped) {
     TickGrid grid(48'000, firstTick, 0, 1);
-    EXPECT_EQ(grid.tempo(), 10);
+    EXPECT_EQ(grid.tempo(), TickGrid::slowestTempo);
     grid.setTempo(firstTick, 10'000);
-    EXPECT_EQ(grid.tempo(), 500);
+    EXPECT_EQ(grid.tempo(), TickGrid::fastestTempo);
 }
 
 } // namespace

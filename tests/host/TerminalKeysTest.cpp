@@ -329,9 +329,10 @@ TEST(StatusText, SaysHowThingsAre) {
     StatusContent content;
     EXPECT_EQ(statusText(content),
               "untitled program | no zone | no control | 120 BPM | 0 notes held | in: none | out: none");
-    content = {{"Split", 3, {{2, 12, 1}}, {{{0, 1}, "Pan", 64, 2}}, 90}, 91, 1, {"a"}, {"b", "c"}};
+    content = {
+        {"Split", 3, {{2, 12, 1}}, {{{0, 1}, "Pan", 64, 2}}, 90}, Tempo::of(133.66), false, 1, {"a"}, {"b", "c"}};
     EXPECT_EQ(statusText(content),
-              "Split | zone 2 +12 | Pan = 64 (2 selected) | 91 BPM | 1 note held | in: a | out: b, c");
+              "Split | zone 2 +12 | Pan = 64 (2 selected) | 133.7 BPM (no clock) | 1 note held | in: a | out: b, c");
     EXPECT_EQ(fitted("a\xc3\xbc\x1b\xe2\x82\xac!", 4), "a\xc3\xbc?\xe2\x82\xac");
     EXPECT_EQ(fitted("ab", -1), "");
 }

@@ -1,6 +1,7 @@
 // The clock thread of the live player.
 #pragma once
 
+#include "host/live/TempoSync.h"
 #include "values/Ticks.h"
 
 namespace Host {
@@ -21,9 +22,12 @@ public:
     // Somebody waits for a slice, whatever the engine is doing. [any]
     virtual void wake() noexcept = 0;
 
-    // Beats a minute, clamped to 10..500, from the next tick on. [any]
+    // Beats a minute, clamped to 10..500, from the next tick on; while a source is heard, when it is not any more.
+    // [any]
     virtual void setTempo(int beatsPerMinute) noexcept = 0;
-    [[nodiscard]] virtual int tempo() const noexcept = 0; // [any]
+    // What sets the tempo, and the tempo that is played.
+    [[nodiscard]] virtual TempoSync& sync() noexcept = 0;
+    [[nodiscard]] virtual const TempoSync& sync() const noexcept = 0;
     // The tick that was run last; engineTimeOrigin - 1 before the first. [any]
     [[nodiscard]] virtual Backend::Ticks now() const noexcept = 0;
 

@@ -3,7 +3,12 @@
 
 #include "values/Ticks.h"
 
+#include <cstdint>
+
 namespace Host {
+
+// What a transport that is followed does.
+enum class Transport { start, goOn, stop };
 
 // The engine as the clock sees it.
 class ClockedEngine {
@@ -15,6 +20,8 @@ public:
     [[nodiscard]] virtual bool isTickDependent() = 0;
     // Time has jumped: whoever may wait for the clock ends all that sounds. Does not block. [clock]
     virtual void timeJumped() = 0;
+    // The transport of the tempo source begins, at that sixteenth of the song, with the next clock, or halts. [clock]
+    virtual void transportChanged(Transport, std::int32_t /*sixteenth*/) {}
 
 protected:
     ~ClockedEngine() = default;

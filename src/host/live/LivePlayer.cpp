@@ -26,6 +26,16 @@ LivePlayer::~LivePlayer() {
     stop();
 }
 
+void LivePlayer::sendClockTo(std::vector<std::string> parts) {
+    clockSender_ = std::make_unique<ClockSender>(*system_, std::move(parts));
+    clockSender_->lookAtPorts();
+}
+
+void LivePlayer::fixTempoSource(std::uint8_t source) {
+    fixedTempoSource_ = source;
+    clock_->sync().follow(source);
+}
+
 void LivePlayer::start(Backend::QelIF& qel) {
     qel_ = &qel;
     engine_ = &qel.getMidiEngine();
@@ -45,6 +55,9 @@ void LivePlayer::releaseAll() {
     {
         const std::lock_guard lock(engine_->getCriticalSection());
         ending_ = true;
+        if (clockSender_) {
+            clockSender_->transport(Transport::stop, 0);
+        }
     }
     engine_->sendReset();
     system_->stop();
@@ -58,7 +71,7 @@ void LivePlayer::stop() {
 }
 
 void LivePlayer::play(const QelMidiMessage& message, bool) {
-    if (ending_ && message.isNoteOn()) {
+    if ((ending_ && message.isNoteOn()) || (clockSender_ && clockSender_->displaces(message))) {
         return;
     }
     count(message);
@@ -104,9 +117,12 @@ void LivePlayer::setTempo(int beatsPerMinute) {
     clock_->setTempo(beatsPerMinute);
 }
 
-// Whatever the source, slices go on; no input's clock is followed yet.
+// Whatever the source, slices go on.
 void LivePlayer::setTempoSource(unsigned char source) {
     tempoSource_.store(source, std::memory_order_relaxed);
+    if (source != waitingForSlice) {
+        clock_->sync().follow(fixedTempoSource_.value_or(source));
+    }
 }
 
 unsigned char LivePlayer::getTempoSource() {
@@ -114,7 +130,33 @@ unsigned char LivePlayer::getTempoSource() {
 }
 
 void LivePlayer::playTimeSlice(Backend::Ticks from, Backend::Ticks to) {
+    if (clockSender_ && from < to) {
+        const std::lock_guard lock(engine_->getCriticalSection());
+        if (!ending_) {
+            sendBeat(from);
+        }
+    }
     engine_->playTimeSlice(from, to);
+}
+
+// Our own time begins with the first tick.
+void LivePlayer::sendBeat(Backend::Ticks tick) {
+    if (!std::exchange(beatsOfOurOwn_, true) && clock_->sync().source() == TempoSync::noSource) {
+        clockSender_->transport(Transport::start, 0);
+    }
+    clockSender_->tick(tick);
+}
+
+void LivePlayer::transportChanged(Transport transport, std::int32_t sixteenth) {
+    if (clockSender_) {
+        const std::lock_guard lock(engine_->getCriticalSection());
+        clockSender_->transport(transport, sixteenth);
+    }
+}
+
+bool LivePlayer::hasBeat() const noexcept {
+    const TempoSync& sync = clock_->sync();
+    return sync.source() == TempoSync::noSource || sync.isLocked();
 }
 
 bool LivePlayer::isTickDependent() {
@@ -154,6 +196,9 @@ void LivePlayer::portsChanged() {
     Backend::QelMessageManager& backend = qel_->getQelMessageManager();
     backend.postSetMidiInputPorts(system_->inputs());
     backend.postSetMidiOutputPorts(system_->outputs());
+    if (clockSender_) {
+        clockSender_->lookAtPorts();
+    }
 }
 
 } // namespace Host

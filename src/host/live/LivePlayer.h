@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/live/Clock.h"
+#include "host/live/ClockSender.h"
 #include "host/live/ClockedEngine.h"
 #include "host/live/MidiSystem.h"
 #include "midiengine/MidiPlayer.h"
@@ -12,6 +13,8 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace Backend {
@@ -35,6 +38,11 @@ public:
     // Everything that is played is given to the printer, too. It outlives the player. Before start(). [main]
     void printTo(EventPrinter& printer) { printers_.push_back(&printer); }
 
+    // MIDI clock goes out on the outputs whose names contain one of these. Before start(). [main]
+    void sendClockTo(std::vector<std::string> parts);
+    // Whatever programs say, this is the tempo source. Before the backend has started. [main]
+    void fixTempoSource(std::uint8_t source);
+
     // Starts clock and ports. `qel` is initialised, and lives until stop(). [main]
     void start(Backend::QelIF& qel);
     // Lets no further note begin, ends every one that sounds, sends what is due, closes the ports, and keeps the clock
@@ -47,7 +55,9 @@ public:
     [[nodiscard]] const MidiSystem& system() const noexcept { return *system_; }
     // The tick that the clock is in. [any]
     [[nodiscard]] Backend::Ticks now() const noexcept { return clock_->now(); }
-    [[nodiscard]] int tempo() const noexcept { return clock_->tempo(); }                           // [any]
+    // False while a tempo source is followed but not heard. [any]
+    [[nodiscard]] bool hasBeat() const noexcept;
+    [[nodiscard]] Tempo tempo() const noexcept { return clock_->sync().tempo(); } // [any] as it is played
     [[nodiscard]] int heldNotes() const noexcept { return held_.load(std::memory_order_relaxed); } // [any] on outputs
 
     // MidiPlayer
@@ -64,6 +74,7 @@ private:
     void playTimeSlice(Backend::Ticks from, Backend::Ticks to) override;
     [[nodiscard]] bool isTickDependent() override;
     void timeJumped() override;
+    void transportChanged(Transport transport, std::int32_t sixteenth) override;
     // MidiSystemListener
     void received(std::vector<Backend::MidiEngine::QelMidiMessage> messages,
                   const std::function<void()>& taken) override;
@@ -71,6 +82,7 @@ private:
 
     void count(const Backend::MidiEngine::QelMidiMessage& message) noexcept;
     void runErrands();
+    void sendBeat(Backend::Ticks tick);
 
     std::unique_ptr<MidiSystem> system_;
     std::unique_ptr<Clock> clock_;
@@ -78,7 +90,10 @@ private:
     Backend::MidiEngine::MidiEngine* engine_ = nullptr;
     std::vector<EventPrinter*> printers_;
     std::atomic<unsigned char> tempoSource_ = 0;
-    bool ending_ = false; // under the engine lock
+    std::optional<std::uint8_t> fixedTempoSource_;
+    std::unique_ptr<ClockSender> clockSender_; // null: no clock goes out
+    bool beatsOfOurOwn_ = false;               // [clock] Start has been sent
+    bool ending_ = false;                      // under the engine lock
 
     // Which notes sound, a bit for each output, channel and note. Under the engine lock.
     std::array<std::uint64_t, 128 * 16 * 2> sounding_{};

@@ -28,12 +28,12 @@ constexpr int headStartMilliseconds = 25;
 constexpr std::chrono::nanoseconds longestWait = 20ms;
 constexpr std::chrono::nanoseconds betweenLooks = 5ms;
 
-std::int32_t ticksIn(int milliseconds, int tempo) {
-    return std::max(1, tempo * 480 * milliseconds / 60'000);
+std::int32_t ticksIn(int milliseconds, Tempo tempo) {
+    return std::max(1, static_cast<std::int32_t>(tempo.beatsPerMinute() * 480 * milliseconds / 60'000));
 }
 
-std::chrono::nanoseconds timeFor(std::int32_t ticks, int tempo) {
-    return std::chrono::nanoseconds{std::int64_t{ticks} * 125'000'000 / tempo};
+std::chrono::nanoseconds timeFor(std::int32_t ticks, Tempo tempo) {
+    return std::chrono::nanoseconds{std::int64_t{ticks} * 125'000'000'000 / tempo.thousandths};
 }
 
 // A line without its end; false at the end of the input. What is longer than any line may be is cut off there.
@@ -160,7 +160,7 @@ bool LiveScript::Reading::waitFor(std::int32_t tick, int ahead) {
     for (;;) {
         std::chrono::nanoseconds wait{};
         if (!touch([&] {
-                const int tempo = player.tempo();
+                const Tempo tempo = player.tempo();
                 const std::int32_t missing =
                     start.count + tick - player.now().count - (ahead > 0 ? ticksIn(ahead, tempo) : 0);
                 wait = missing > 0 ? timeFor(missing, tempo) : 0ns;

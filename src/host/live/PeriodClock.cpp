@@ -24,8 +24,8 @@ std::chrono::nanoseconds durationOf(std::int64_t frames, const PeriodClock::Peri
 } // namespace
 
 PeriodClock::PeriodClock(ClockedEngine& engine, int beatsPerMinute, TimeSource& time)
-    : engine_(engine), time_(time), runner_(engine, Period{}.framesPerSecond, 0, beatsPerMinute), incoming_(Period{}),
-      grid_(runner_.grid()), seen_(time.now()) {}
+    : engine_(engine), time_(time), runner_(engine, Period{}.framesPerSecond, 0, beatsPerMinute),
+      sync_(engine, runner_), incoming_(Period{}), grid_(runner_.grid()), seen_(time.now()) {}
 
 PeriodClock::~PeriodClock() {
     stop();
@@ -85,13 +85,15 @@ void PeriodClock::take(const Period& period) {
                          period.frame < period_.frame || runner_.nextTime() - period.frame > period.framesPerSecond / 4;
     if (another) {
         runner_.moveTo(period.frame, period.framesPerSecond);
+        sync_.moveTo(period.framesPerSecond);
         taken_.store(-1);
     }
     period_ = period;
     seen_ = time_.now();
     alone_ = false;
     latency_.store(latencyOf(period), std::memory_order_relaxed);
-    runner_.runUntil(period.frame - 1); // what was left of the period before
+    sync_.runUntil(period.frame - 1); // what was left of the period before
+    sync_.transportAt(period.frame, period.transport);
 }
 
 std::chrono::nanoseconds PeriodClock::work() {
@@ -100,14 +102,14 @@ std::chrono::nanoseconds PeriodClock::work() {
         seen_ + std::max(shortestPatience, durationOf(std::int64_t{patientPeriods} * period_.frames, period_));
     if (alone_ || now >= dead) {
         alone_ = true;
-        runner_.runUntil(frameAt(now));
+        sync_.runUntil(frameAt(now));
         return timeOfFrame(runner_.nextTime());
     }
     const auto latest = seen_ + durationOf(latencyOf(period_) / 2, period_);
     if (taken_.load() < period_.lastArrival && now < latest) {
         return latest;
     }
-    runner_.runUntil(period_.frame + period_.frames - 1);
+    sync_.runUntil(period_.frame + period_.frames - 1);
     return dead;
 }
 

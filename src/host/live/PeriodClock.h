@@ -44,7 +44,8 @@ public:
     void eventsArrived() noexcept override { waker_.tellArrival(); }
     void wake() noexcept override { waker_.tellUrgent(); }
     void setTempo(int beatsPerMinute) noexcept override { runner_.setTempo(beatsPerMinute); }
-    [[nodiscard]] int tempo() const noexcept override { return runner_.tempo(); }
+    [[nodiscard]] TempoSync& sync() noexcept override { return sync_; }
+    [[nodiscard]] const TempoSync& sync() const noexcept override { return sync_; }
     [[nodiscard]] Backend::Ticks now() const noexcept override { return runner_.lastRun(); }
 
     struct Period {
@@ -54,6 +55,7 @@ public:
         std::int64_t lastArrival = -1; // frame of the last message that came in with the period; -1: none came
         std::uint32_t connection = 0;  // counts the servers: with a new one frames start anew
         std::uint32_t number = 0;      // counts the periods; set by the clock
+        TransportReading transport{};
     };
     // A period of the device begins. Neither waits nor allocates. [process]
     void periodBegins(Period period) noexcept;
@@ -80,6 +82,7 @@ private:
     ClockedEngine& engine_;
     TimeSource& time_;
     TickRunner runner_;
+    TempoSync sync_;
     ClockWaker waker_;
     Published<Period> incoming_;
     std::uint32_t periods_ = 0; // [process]

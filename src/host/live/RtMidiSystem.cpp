@@ -152,7 +152,9 @@ std::string RtMidiSystem::name() const {
 }
 
 std::unique_ptr<Clock> RtMidiSystem::createClock(ClockedEngine& engine) {
-    return std::make_unique<SleepingClock>(engine);
+    auto clock = std::make_unique<SleepingClock>(engine);
+    clock_.store(clock.get());
+    return clock;
 }
 
 Platform::Outcome RtMidiSystem::listFirst() {
@@ -336,6 +338,9 @@ void RtMidiSystem::arrived(int place, const std::vector<unsigned char>& raw) noe
         return;
     case Arrival::message:
         break;
+    }
+    if (SleepingClock* const clock = clock_.load(); clock != nullptr && clock->arrived(place, bytes)) {
+        return;
     }
     if (MidiSystemListener* const listener = listener_.load()) {
         listener->received({toMessage(bytes, place, Backend::noTicks, -1)}, {});

@@ -19,6 +19,8 @@ class RtMidiOut;
 
 namespace Host {
 
+class SleepingClock;
+
 // Where the system can make ports of our own, "Tembrel" is one input and one output. Devices are looked for twice a
 // second by a thread that also opens and closes them.
 class RtMidiSystem final : public MidiSystem {
@@ -61,6 +63,7 @@ private:
     std::unique_ptr<RtMidiIn> inputLister_;
     std::unique_ptr<RtMidiOut> outputLister_;
     std::atomic<MidiSystemListener*> listener_ = nullptr;
+    std::atomic<SleepingClock*> clock_ = nullptr;
 
     mutable std::mutex mutex_; // over the rosters
     PortRoster inputs_;

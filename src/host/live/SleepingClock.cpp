@@ -9,7 +9,8 @@ constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 }
 
 SleepingClock::SleepingClock(ClockedEngine& engine, int beatsPerMinute, TimeSource& time)
-    : engine_(engine), time_(time), runner_(engine, nanosecondsPerSecond, time.now().count(), beatsPerMinute) {}
+    : engine_(engine), time_(time), runner_(engine, nanosecondsPerSecond, time.now().count(), beatsPerMinute),
+      sync_(engine, runner_) {}
 
 SleepingClock::~SleepingClock() {
     stop();
@@ -37,7 +38,7 @@ void SleepingClock::stop() {
 void SleepingClock::round() {
     const bool arrived = waker_.takeArrivals();
     const Backend::Ticks before = runner_.lastRun();
-    runner_.runUntil(time_.now().count());
+    sync_.runUntil(time_.now().count());
     if (arrived && runner_.lastRun() == before) {
         runner_.runArrivals();
     }

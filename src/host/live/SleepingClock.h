@@ -31,8 +31,14 @@ public:
     void eventsArrived() noexcept override { waker_.tellArrival(); }
     void wake() noexcept override { waker_.tellUrgent(); }
     void setTempo(int beatsPerMinute) noexcept override { runner_.setTempo(beatsPerMinute); }
-    [[nodiscard]] int tempo() const noexcept override { return runner_.tempo(); }
+    [[nodiscard]] TempoSync& sync() noexcept override { return sync_; }
+    [[nodiscard]] const TempoSync& sync() const noexcept override { return sync_; }
     [[nodiscard]] Backend::Ticks now() const noexcept override { return runner_.lastRun(); }
+
+    // As TempoSync::arrived, now. [input]
+    [[nodiscard]] bool arrived(int input, const MidiBytes& bytes) noexcept {
+        return sync_.arrived(input, bytes, time_.now().count());
+    }
 
     // What the thread does again and again: runs what is due, then sleeps to the next tick or arrival. For tests that
     // do not start(). [clock]
@@ -42,6 +48,7 @@ private:
     ClockedEngine& engine_;
     TimeSource& time_;
     TickRunner runner_;
+    TempoSync sync_;
     ClockWaker waker_;
     std::atomic<bool> stopping_ = false;
     std::unique_ptr<Platform::Thread> thread_;

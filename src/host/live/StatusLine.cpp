@@ -35,8 +35,12 @@ StatusLine::~StatusLine() {
 }
 
 std::string StatusLine::text() const {
-    const StatusContent content{qel_.getStatus(), player_.tempo(), player_.heldNotes(),
-                                openPorts(player_.system().inputs()), openPorts(player_.system().outputs())};
+    const StatusContent content{qel_.getStatus(),
+                                player_.tempo(),
+                                player_.hasBeat(),
+                                player_.heldNotes(),
+                                openPorts(player_.system().inputs()),
+                                openPorts(player_.system().outputs())};
     return fitted(statusText(content), terminalColumns() - 1);
 }
 

@@ -24,6 +24,13 @@ std::string zoneText(const std::optional<Backend::QelStatus::SelectedZone>& zone
     return zone ? "zone " + std::to_string(zone->id) + " " + withSign(zone->transpose) + more(zone->count) : "no zone";
 }
 
+// Whole, or to a tenth.
+std::string tempoText(const StatusContent& content) {
+    const int tenths = (content.tempo.thousandths + 50) / 100;
+    const std::string fraction = tenths % 10 == 0 ? "" : "." + std::to_string(tenths % 10);
+    return std::to_string(tenths / 10) + fraction + " BPM" + (content.hasBeat ? "" : " (no clock)");
+}
+
 std::string controlText(const std::optional<Backend::QelStatus::SelectedControl>& control) {
     if (!control) {
         return "no control";
@@ -37,9 +44,9 @@ std::string controlText(const std::optional<Backend::QelStatus::SelectedControl>
 std::string statusText(const StatusContent& content) {
     const auto& backend = content.backend;
     return (backend.program.empty() ? "untitled program" : backend.program) + " | " + zoneText(backend.zone) + " | " +
-           controlText(backend.control) + " | " + std::to_string(content.tempo) + " BPM | " +
-           std::to_string(content.heldNotes) + (content.heldNotes == 1 ? " note" : " notes") +
-           " held | in: " + joined(content.inputs) + " | out: " + joined(content.outputs);
+           controlText(backend.control) + " | " + tempoText(content) + " | " + std::to_string(content.heldNotes) +
+           (content.heldNotes == 1 ? " note" : " notes") + " held | in: " + joined(content.inputs) +
+           " | out: " + joined(content.outputs);
 }
 
 std::string fitted(std::string_view text, int columns) {

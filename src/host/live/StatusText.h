@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/QelStatus.h"
+#include "host/live/Tempo.h"
 
 #include <string>
 #include <string_view>
@@ -11,7 +12,8 @@ namespace Host {
 
 struct StatusContent {
     Backend::QelStatus backend;
-    int tempo = 120; // as it is played
+    Tempo tempo;         // as it is played
+    bool hasBeat = true; // false: the tempo source is silent
     int heldNotes = 0;
     std::vector<std::string> inputs; // open ones, by name
     std::vector<std::string> outputs;

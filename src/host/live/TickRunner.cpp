@@ -6,11 +6,33 @@ namespace Host {
 
 using Backend::engineTimeOrigin;
 
+namespace {
+int clampTempo(int beatsPerMinute) {
+    return std::clamp(beatsPerMinute, TickRunner::slowestTempo, TickRunner::fastestTempo);
+}
+} // namespace
+
 TickRunner::TickRunner(ClockedEngine& engine, std::int64_t unitsPerSecond, std::int64_t time, int beatsPerMinute)
-    : engine_(engine), grid_(unitsPerSecond, engineTimeOrigin.count, time, beatsPerMinute), tempo_(grid_.tempo()) {}
+    : engine_(engine), grid_(unitsPerSecond, engineTimeOrigin.count, time, clampTempo(beatsPerMinute)),
+      tempo_(clampTempo(beatsPerMinute)) {}
 
 void TickRunner::setTempo(int beatsPerMinute) noexcept {
-    tempo_.store(std::clamp(beatsPerMinute, TickGrid::slowestTempo, TickGrid::fastestTempo), std::memory_order_relaxed);
+    tempo_.store(clampTempo(beatsPerMinute), std::memory_order_relaxed);
+    if (!holdsSteering_.load(std::memory_order_relaxed)) {
+        steered_.store(0, std::memory_order_relaxed);
+    }
+}
+
+void TickRunner::steer(std::optional<Tempo> tempo) noexcept {
+    steered_.store(tempo ? tempo->thousandths : 0, std::memory_order_relaxed);
+}
+
+Tempo TickRunner::wantedTempo() const noexcept {
+    Tempo tempo = ownTempo();
+    if (const std::int32_t steered = steered_.load(std::memory_order_relaxed); steered != 0) {
+        tempo.thousandths = std::clamp(steered, TickGrid::slowestTempo.thousandths, TickGrid::fastestTempo.thousandths);
+    }
+    return tempo;
 }
 
 void TickRunner::announce(Playing what, std::int64_t time) noexcept {
@@ -26,7 +48,7 @@ void TickRunner::run(std::int32_t tick, Playing how) {
 }
 
 void TickRunner::runNext() {
-    if (const int wanted = tempo(); wanted != grid_.tempo()) {
+    if (const Tempo wanted = wantedTempo(); wanted != grid_.tempo()) {
         grid_.setTempo(next_, wanted);
     }
     lastRun_.store(next_, std::memory_order_release);
@@ -81,7 +103,7 @@ void TickRunner::startAgain() {
 }
 
 void TickRunner::moveTo(std::int64_t time, std::int64_t unitsPerSecond) {
-    grid_ = TickGrid(unitsPerSecond, next_, time, tempo());
+    grid_ = TickGrid(unitsPerSecond, next_, time, wantedTempo());
 }
 
 } // namespace Host

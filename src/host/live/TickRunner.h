@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <optional>
 
 namespace Host {
 
@@ -27,6 +28,10 @@ public:
         again,   // a tick that had been run before, or an empty slice
     };
 
+    // The tempo that one may ask for, in beats a minute.
+    static constexpr int slowestTempo = 10;
+    static constexpr int fastestTempo = 500;
+
     // The first tick, engineTimeOrigin, stands at `time`.
     TickRunner(ClockedEngine& engine, std::int64_t unitsPerSecond, std::int64_t time, int beatsPerMinute);
 
@@ -40,9 +45,14 @@ public:
 
     // The next tick to be run stands at `time` now, in these units. [clock]
     void moveTo(std::int64_t time, std::int64_t unitsPerSecond);
-    // 10..500, from the next tick on. [any]
+    // 10..500, from the next tick on, unless ticks are steered and that is held. [any]
     void setTempo(int beatsPerMinute) noexcept;
-    [[nodiscard]] int tempo() const noexcept { return tempo_.load(std::memory_order_relaxed); } // [any]
+    [[nodiscard]] Tempo ownTempo() const noexcept { return {tempo_.load(std::memory_order_relaxed)}; } // [any]
+    // The ticks from the next one on follow at this tempo; nothing: at their own again. [clock]
+    void steer(std::optional<Tempo> tempo) noexcept;
+    // Whether setTempo leaves a steered tempo as it is. [clock]
+    void holdSteering(bool on) noexcept { holdsSteering_.store(on, std::memory_order_relaxed); }
+    [[nodiscard]] bool isSteered() const noexcept { return steered_.load(std::memory_order_relaxed) != 0; } // [any]
 
     [[nodiscard]] const TickGrid& grid() const noexcept { return grid_; } // [clock]
     // When the next tick is due. [clock]
@@ -55,6 +65,7 @@ public:
     [[nodiscard]] Backend::Ticks lastRun() const noexcept { return {lastRun_.load(std::memory_order_acquire)}; }
 
 private:
+    [[nodiscard]] Tempo wantedTempo() const noexcept;
     void announce(Playing what, std::int64_t time) noexcept;
     void run(std::int32_t tick, Playing how);
     void runNext();
@@ -67,6 +78,8 @@ private:
     std::atomic<Playing> playing_ = Playing::nothing;
     std::atomic<std::int64_t> playingTime_ = 0;
     std::atomic<int> tempo_;
+    std::atomic<std::int32_t> steered_ = 0; // in thousandths; 0: not
+    std::atomic<bool> holdsSteering_ = false;
     std::atomic<std::int32_t> lastRun_ = Backend::engineTimeOrigin.count - 1;
 };
 

@@ -93,7 +93,7 @@ void JackProcess::process(jack_nframes_t frames) noexcept {
         if (PeriodClock* const clock = clock_.load()) {
             clock->periodBegins({frame_, static_cast<std::int32_t>(frames),
                                  static_cast<std::int32_t>(jack_get_sample_rate(client_.load())), lastArrival,
-                                 seenConnection_, 0});
+                                 seenConnection_, 0, readTransport(*clock)});
         }
         sortDepartures();
         const int places = outputPlaces_.load();
@@ -103,6 +103,23 @@ void JackProcess::process(jack_nframes_t frames) noexcept {
         periods_.fetch_add(1, std::memory_order_release);
     }
     processing_.leave();
+}
+
+// A timebase master says bars, beats and ticks; how many beats came before this one does not matter.
+TransportReading JackProcess::readTransport(const PeriodClock& clock) const noexcept {
+    TransportReading reading;
+    if (clock.sync().source() != TempoSync::jackTransport) {
+        return reading;
+    }
+    jack_position_t position{};
+    reading.isRolling = jack_transport_query(client_.load(), &position) == JackTransportRolling;
+    if ((position.valid & JackPositionBBT) != 0 && position.ticks_per_beat > 0 && position.beats_per_minute > 0) {
+        reading.hasTempo = true;
+        reading.tempo = position.beats_per_minute;
+        const double bars = static_cast<double>(position.bar - 1) * static_cast<double>(position.beats_per_bar);
+        reading.beats = bars + position.beat - 1 + position.tick / position.ticks_per_beat;
+    }
+    return reading;
 }
 
 void JackProcess::updateFrame() noexcept {
@@ -145,6 +162,7 @@ std::int64_t JackProcess::readInput(std::uint8_t place, jack_port_t* port, jack_
     if (buffer == nullptr) {
         return -1;
     }
+    PeriodClock* const clock = clock_.load();
     std::int64_t last = -1;
     const std::uint32_t count = jack_midi_get_event_count(buffer);
     for (std::uint32_t i = 0; i < count; ++i) {
@@ -161,6 +179,9 @@ std::int64_t JackProcess::readInput(std::uint8_t place, jack_port_t* port, jack_
             counters_.malformed.fetch_add(1, std::memory_order_relaxed);
             break;
         case Arrival::message:
+            if (clock != nullptr && clock->sync().arrived(place, arrived.bytes, arrived.frame)) {
+                break;
+            }
             if (arrivals_.push(arrived)) {
                 last = arrived.frame;
             } else {

@@ -79,6 +79,7 @@ private:
         std::unique_ptr<DueQueue> ownedQueue; // made with the first port, kept
     };
 
+    [[nodiscard]] TransportReading readTransport(const PeriodClock& clock) const noexcept;
     void updateFrame() noexcept;
     // Both give the frame of the last message that came in, -1 for none.
     [[nodiscard]] std::int64_t readInputs(jack_nframes_t frames) noexcept;
