@@ -172,8 +172,8 @@ TEST_F(RenderCommand, FailsWhenTheResultCannotBeWritten) {
     EXPECT_EQ(run.error, "/dev/full: cannot be written: No space left on device\n");
 }
 
-// tests/golden: NAME.script with its first line "# render OPTIONS", NAME.events, and NAME.prg or NAME.bnk where the program
-// is not the built-in one. What comes out instead is written beside them.
+// tests/golden: NAME.script with its first line "# render OPTIONS", NAME.events, and NAME.prg or NAME.bnk where the
+// program is not the built-in one. What comes out instead is written beside them.
 TEST_F(RenderCommand, RendersWhatIsKeptAsGolden) {
     const fs::path golden = fs::path(TEMBREL_SOURCE_DIR) / "tests" / "golden";
     int count = 0;

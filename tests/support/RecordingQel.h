@@ -128,7 +128,7 @@ public:
 
     std::vector<Backend::MidiInputPort> inputPorts;
     std::vector<Backend::MidiOutputPort> outputPorts;
-    Gui::QelGuiIF* createdGui = nullptr;  // what createQelGui gives
+    Gui::QelGuiIF* createdGui = nullptr; // what createQelGui gives
     Platform::WindowHandle window = nullptr;
     std::function<void(Midi)> whenPlayed; // called with what was played
 
