@@ -32,10 +32,6 @@ std::string settingsKey(const std::string& applicationName) {
     return QelUtils::getRegistryKey(applicationName);
 }
 
-std::filesystem::path pathOf(const std::string& utf8) {
-    return {std::u8string(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size())};
-}
-
 // Nobody asked to be told: a message box.
 Surroundings withFaultReport(Surroundings surroundings) {
     if (!surroundings.reportFault) {
@@ -98,8 +94,7 @@ void QelBackend::initialize() {
     settings_.loadFromRegistry(*surroundings_.settings, settingsKey(name_));
     auxiliary_ = std::make_unique<WorkerThread>(
         "tembrel-aux", [] { Platform::writeDebugOutput("Tembrel 3.2\r\n"); }, [](const Platform::ThreadMessage&) {});
-    recorder_ = std::make_unique<WorkerThread>(
-        "tembrel-record", [] {}, [](const Platform::ThreadMessage&) {});
+    recorder_.start();
     std::error_code failure; // a folder that cannot be made is met again by whoever writes into it
     std::filesystem::create_directories(surroundings_.applicationData / "Retrospective Record", failure);
     FactoryFiles::copyMissingFolders(surroundings_);
@@ -107,7 +102,7 @@ void QelBackend::initialize() {
     if (settings_.getDefaultBank().empty()) {
         settings_.setDefaultBank(Platform::textOf(surroundings_.applicationData / "Banks" / "Default Bank.bnk"));
     }
-    bank_.setPath(pathOf(settings_.getDefaultBank()));
+    bank_.setPath(Platform::pathOf(settings_.getDefaultBank()));
 }
 
 void QelBackend::endInitialize() {
@@ -131,7 +126,7 @@ void QelBackend::end() {
     joystickManager_.close();
     poller_.reset();
     engine_.end();
-    recorder_.reset();
+    recorder_.end();
     auxiliary_.reset();
     settings_.saveToRegistry(*surroundings_.settings, settingsKey(name_));
 }
@@ -221,19 +216,19 @@ void QelBackend::joystickButtonUp(const JoyButtonElementId& button) {
 }
 
 void QelBackend::loadProgram(const std::string& path) {
-    programs_.loadProgram(pathOf(path));
+    programs_.loadProgram(Platform::pathOf(path));
 }
 
 void QelBackend::loadBank(const std::string& path) {
-    bank_.load(pathOf(path));
+    bank_.load(Platform::pathOf(path));
 }
 
 void QelBackend::saveToBank(const std::string& path, Platform::WindowHandle owner) {
-    bank_.saveToBank(pathOf(path), owner);
+    bank_.saveToBank(Platform::pathOf(path), owner);
 }
 
 void QelBackend::saveToProgram(const std::string& path, Platform::WindowHandle) {
-    programs_.saveToProgram(pathOf(path));
+    programs_.saveToProgram(Platform::pathOf(path));
 }
 
 void QelBackend::executeFunction(const std::string& xml) {

@@ -9,6 +9,7 @@
 #include "backend/OscillatorSection.h"
 #include "backend/PortSection.h"
 #include "backend/ProgramSection.h"
+#include "backend/RecorderSection.h"
 #include "backend/WorkerThread.h"
 #include "backend/ZoneSection.h"
 #include "core/MessageManagerMaster.h"
@@ -60,6 +61,7 @@ public:
     Controls::ControlMessageManager& getControlMessageManager() override { return controlManager_; }
     Joystick::JoystickMessageManager& getJoystickMessageManager() override { return joystickManager_; }
     Oscillators::OscMessageManager& getOscMessageManager() override { return oscManager_; }
+    Recording::RetroRecord& getRetroRecord() override { return recorder_; }
     MidiInput::MidiInputMessageManager& getMidiInputMessageManager() override { return configurationManager_; }
     Gui::QelGuiIF* getGui() override { return gui_.get(); }
     Platform::WindowHandle getGuiWindowHandle() const override { return window_.handle(); }
@@ -210,8 +212,8 @@ public:
     void changeMidiThru(const OnOffToggle& how, bool notify) override;
     void changeGlobalKeyboard(const OnOffToggle& how, bool notify) override;
 
-    void setRetroRecordBufferSize(int size) override { settings_.setMaxMidiBufferFileSize(size); }
-    void enableRetroRecord(bool on) override { settings_.setRetroRecordEnabled(on); }
+    void setRetroRecordBufferSize(int size) override { recorder_.setOlderFiles(size); }
+    void enableRetroRecord(bool on) override { recorder_.enable(on); }
 
     void executeFunction(const std::string& xml) override;
     void executeTranslation(const std::string& xml, const MidiEngine::QelMidiMessage& incoming) override;
@@ -236,6 +238,7 @@ private:
     RegistrySettings settings_;
     MidiEngine::MidiEngine engine_;
 
+    RecorderSection recorder_{engine_, settings_, surroundings_};
     PortSection ports_;
     MidiInput::ConfigurationSection configurations_;
     MidiInput::MidiInputMessageManager configurationManager_;
@@ -263,7 +266,6 @@ private:
 
     // From initialize() to end().
     std::unique_ptr<WorkerThread> auxiliary_;
-    std::unique_ptr<WorkerThread> recorder_;
     std::unique_ptr<Joystick::JoystickPoller> poller_; // null: nobody looks for joysticks
 };
 

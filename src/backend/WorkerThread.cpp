@@ -27,6 +27,10 @@ void WorkerThread::run() {
     }
 }
 
+bool WorkerThread::post(const Platform::ThreadMessage& message) noexcept {
+    return Platform::postThreadMessage(thread_->id(), message);
+}
+
 void WorkerThread::stop() {
     if (!thread_) {
         return;

@@ -23,6 +23,9 @@ public:
     WorkerThread(const WorkerThread&) = delete;
     WorkerThread& operator=(const WorkerThread&) = delete;
 
+    // False while the thread has no queue yet, or a full one. While the thread is there. [any]
+    [[nodiscard]] bool post(const Platform::ThreadMessage& message) noexcept;
+
     // Posts the stop message, trying again every 10 ms, and waits for the thread to end. Harmless when repeated.
     void stop();
 

@@ -65,6 +65,9 @@ namespace MidiInput {
 class MidiInputMessageManager;
 struct MidiEventConfigurationMap;
 } // namespace MidiInput
+namespace Recording {
+class RetroRecord;
+}
 
 // All operations run on the backend thread, called by the handlers of QelMessageManager, except where marked
 // [any]. A selection ("up", "selected", a fixed index ...) is resolved here, against the current state.
@@ -88,6 +91,7 @@ public:
     [[nodiscard]] virtual Joystick::JoystickMessageManager& getJoystickMessageManager() = 0;                // [any]
     [[nodiscard]] virtual MidiInput::MidiInputMessageManager& getMidiInputMessageManager() = 0;             // [any]
     [[nodiscard]] virtual Oscillators::OscMessageManager& getOscMessageManager() = 0;                       // [any]
+    [[nodiscard]] virtual Recording::RetroRecord& getRetroRecord() = 0;                                     // [any]
     [[nodiscard]] virtual Gui::QelGuiIF* getGui() = 0;                           // null without a user interface
     [[nodiscard]] virtual Platform::WindowHandle getGuiWindowHandle() const = 0; // [any] null without a window
     [[nodiscard]] virtual const RegistrySettings& getRegistrySettings() const = 0;
@@ -221,6 +225,7 @@ public:
     virtual void changeDefaultMidiOutput(const SelectType& which) = 0;
     virtual void setScreenState(const ScreenState& state) = 0;
 
+    // How many full buffer files are kept.
     virtual void setRetroRecordBufferSize(int size) = 0;
     virtual void enableRetroRecord(bool on) = 0;
     virtual void changeMidiThru(const OnOffToggle& how, bool notify) = 0;

@@ -95,6 +95,7 @@ RegistrySettings::Entries RegistrySettings::defaults() {
         {"DefaultMidiOutput", std::int32_t{0}},
         {"ClickZoneChannelTranspose", false},
         {"Debug", false},
+        {"RetroRecordBufferSize", std::int32_t{10}},
     }};
 }
 

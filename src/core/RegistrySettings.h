@@ -56,11 +56,13 @@ public:
     [[nodiscard]] bool getMidiThru() const { return get<bool>(Setting::midiThru); }
     void setMidiThru(bool on) { set(Setting::midiThru, on); }
 
-    // The retrospective record; the size is that of its buffer file in bytes.
+    // The retrospective record: the size of one buffer file in bytes, and how many full ones are kept beside it.
     [[nodiscard]] bool isRetroRecordEnabled() const { return get<bool>(Setting::retroRecordEnabled); }
     void setRetroRecordEnabled(bool on) { set(Setting::retroRecordEnabled, on); }
     [[nodiscard]] int getMaxMidiBufferFileSize() const { return get<std::int32_t>(Setting::maxMidiBufferFileSize); }
     void setMaxMidiBufferFileSize(int size) { set(Setting::maxMidiBufferFileSize, std::int32_t{size}); }
+    [[nodiscard]] int getRetroRecordBufferSize() const { return get<std::int32_t>(Setting::retroRecordBufferSize); }
+    void setRetroRecordBufferSize(int files) { set(Setting::retroRecordBufferSize, std::int32_t{files}); }
     [[nodiscard]] const std::string& getMidiBufferDir() const { return get<std::string>(Setting::midiBufferDir); }
     void setMidiBufferDir(const std::string& folder) { set(Setting::midiBufferDir, folder); }
 
@@ -130,6 +132,7 @@ private:
         defaultMidiOutput,
         clickZoneChannelTranspose,
         debug,
+        retroRecordBufferSize,
         count
     };
     // The alternative is the entry's kind and never changes.

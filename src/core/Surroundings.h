@@ -1,6 +1,7 @@
 // What the backend finds around it: folders, the settings store, the millisecond clock. Handed in by the host.
 #pragma once
 
+#include "platform/Clocks.h"
 #include "platform/Joysticks.h"
 #include "platform/Result.h"
 #include "platform/SettingsStore.h"
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace Backend {
 
@@ -25,6 +27,13 @@ struct Surroundings {
     std::function<void(const Platform::Fault&)> reportFault;
     // Told how each incoming MIDI message was handled; empty: nobody asks. [backend]
     std::function<void(const MidiInput::InputSteps&)> explainInput{};
+    // Told in a sentence of what goes on without the user's doing, such as that the record pauses; empty: the debug
+    // output. Must not wait for the user. [any]
+    std::function<void(const std::string&)> reportRemark{};
+    // Milliseconds since 1970.
+    std::function<std::int64_t()> calendar = Platform::calendarTime;
+    // What is played is recorded, if the user's settings do not forbid it.
+    bool records = true;
     // Opens the joysticks, on the thread that looks at them; empty: nobody looks for joysticks.
     std::function<std::unique_ptr<Platform::Joysticks>()> openJoysticks{};
     // Where the program's own files lie unless the settings name another folder; empty: nowhere.

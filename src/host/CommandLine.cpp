@@ -5,6 +5,7 @@
 #include "host/PortsCommand.h"
 #include "host/RenderCommand.h"
 #include "host/RunCommand.h"
+#include "host/TakeCommand.h"
 #include "platform/StandardStreams.h"
 #include "platform/ThreadServices.h"
 
@@ -34,6 +35,7 @@ Commands addCommands(CLI::App& commandLine) {
     commands.push_back(std::make_unique<RenderCommand>(commandLine));
     commands.push_back(std::make_unique<PortsCommand>(commandLine));
     commands.push_back(std::make_unique<MonitorCommand>(commandLine));
+    commands.push_back(std::make_unique<TakeCommand>(commandLine));
     return commands;
 }
 

@@ -1,6 +1,8 @@
 #include "host/RunCommand.h"
 
+#include "generators/recording/RetroRecord.h"
 #include "host/SessionFlags.h"
+#include "host/TakeServer.h"
 #include "host/live/EventPrinter.h"
 #include "host/live/LivePlayer.h"
 #include "host/live/LiveScript.h"
@@ -101,11 +103,17 @@ private:
 Outcome waitForEnd(const StopSignals& signals, const LiveScript* script, const Printers& printers, Session& session,
                    StatusLine* status, Platform::AutoResetEvent& wake) {
     for (;;) {
-        for (const Fault& fault : session.takeFaults()) {
+        const auto say = [status](const std::string& text) {
             if (status != nullptr) {
                 status->clear();
             }
-            std::cerr << fault.text() << '\n'; // a file that a function asked for: said, and played without
+            std::cerr << text << '\n';
+        };
+        for (const Fault& fault : session.takeFaults()) {
+            say(fault.text()); // a file that a function asked for: said, and played without
+        }
+        for (const std::string& remark : session.takeRemarks()) {
+            say(remark);
         }
         if (signals.wasAsked()) {
             return Platform::success();
@@ -147,6 +155,7 @@ RunCommand::RunCommand(CLI::App& commandLine)
     addSessionOptions(*verb_, session_);
     session_.joysticks = true;
     session_.defaultBank = true;
+    session_.records = true;
     verb_->add_option("--events", events_, "Write every message played as a line of text; - is standard output")
         ->type_name("FILE");
     addMidiSystemOption(*verb_, midi_);
@@ -234,6 +243,7 @@ Outcome RunCommand::play() {
         player.start(session.qel());
         openTempoSource(player.system());
         std::cerr << found.value().remark << std::endl;
+        std::optional<TakeServer> takes(session.qel().getRetroRecord());
         std::unique_ptr<StatusLine> status;
         if (standardErrorIsTerminal()) {
             status = std::make_unique<StatusLine>(stderr, session.qel(), player);
@@ -254,8 +264,15 @@ Outcome RunCommand::play() {
         keyboard.reset();
         status.reset();
         player.releaseAll();
+        takes.reset();
         session.end();
         player.stop();
+        for (const std::string& remark : session.takeRemarks()) {
+            std::cerr << remark << '\n';
+        }
+        if (const std::uint64_t missed = session.qel().getRetroRecord().missed(); missed > 0) {
+            std::cerr << missed << " messages are missing in the record\n";
+        }
     }
     printers.finish();
     reportCounts(player.system().counts());

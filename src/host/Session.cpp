@@ -36,6 +36,11 @@ Platform::Outcome Session::start(const std::vector<Backend::MidiInputPort>& inpu
         const std::lock_guard lock(faultMutex_);
         faults_.push_back(fault);
     };
+    surroundings.reportRemark = [this](const std::string& remark) {
+        const std::lock_guard lock(faultMutex_);
+        remarks_.push_back(remark);
+    };
+    surroundings.records = options_.records;
     if (options_.joysticks) {
         surroundings.openJoysticks = Platform::openJoysticks;
     }
@@ -72,6 +77,11 @@ std::optional<Fault> Session::wrongSlot() {
 std::vector<Fault> Session::takeFaults() {
     const std::lock_guard lock(faultMutex_);
     return std::exchange(faults_, {});
+}
+
+std::vector<std::string> Session::takeRemarks() {
+    const std::lock_guard lock(faultMutex_);
+    return std::exchange(remarks_, {});
 }
 
 void Session::load() {

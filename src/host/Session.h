@@ -26,6 +26,7 @@ struct SessionOptions {
     std::optional<std::string> data;    // folder of application data and settings; the user's own without it
     bool joysticks = false;             // they are looked for and play
     bool defaultBank = false;           // without a bank: starts with the user's
+    bool records = false;               // what is played is recorded, unless the settings forbid it
 };
 
 // All on one thread, which is not the backend's.
@@ -51,6 +52,8 @@ public:
     // Harmless when repeated.
     void end();
 
+    // What has been remarked on since the last call, such as that the record pauses. [any]
+    [[nodiscard]] std::vector<std::string> takeRemarks();
     // Files that could not be read or written since the last call. [any]
     [[nodiscard]] std::vector<Platform::Fault> takeFaults();
 
@@ -63,6 +66,7 @@ private:
     SessionOptions options_;
     std::mutex faultMutex_;
     std::vector<Platform::Fault> faults_;
+    std::vector<std::string> remarks_;
     std::unique_ptr<Backend::QelIF> qel_;
     bool ended_ = false;
 };

@@ -1,5 +1,7 @@
 #include "host/SmfTrack.h"
 
+#include "values/VariableLength.h"
+
 namespace Host {
 
 SmfTrack::Found SmfTrack::next() noexcept {
@@ -42,21 +44,15 @@ bool SmfTrack::fail(const char* reason) noexcept {
     return false;
 }
 
-// A variable-length number of at most four bytes.
 bool SmfTrack::readNumber(std::uint32_t& number) noexcept {
-    number = 0;
-    for (int count = 0; count < 4; ++count) {
-        if (at_ == end_) {
-            return fail("the track ends within a number");
-        }
-        const std::uint8_t byte = *at_++;
-        number = number << 7 | (byte & 0x7FU);
-        if (byte < 0x80) {
-            return true;
-        }
+    switch (Backend::readVariableLength(at_, end_, number)) {
+    case Backend::VariableLengthFound::cut:
+        return fail("the track ends within a number");
+    case Backend::VariableLengthFound::tooLong:
+        return fail("a number is longer than four bytes");
+    default:
+        return true;
     }
-    --at_;
-    return fail("a number is longer than four bytes");
 }
 
 SmfTrack::Meta SmfTrack::readMeta() noexcept {

@@ -1,6 +1,7 @@
 #include "host/SmfTrackWriter.h"
 
 #include "host/ResultFile.h"
+#include "values/VariableLength.h"
 
 #include <array>
 #include <system_error>
@@ -10,7 +11,7 @@ namespace Host {
 namespace {
 
 constexpr std::size_t bufferSize = 32 * 1024;
-constexpr std::int32_t longestDelta = 0x0FFF'FFFF; // what four bytes of seven bits hold
+constexpr std::int32_t longestDelta = Backend::largestVariableLength;
 
 } // namespace
 
@@ -80,13 +81,7 @@ void SmfTrackWriter::append(std::string_view bytes) {
 }
 
 void SmfTrackWriter::addNumber(std::uint32_t number) {
-    char bytes[4];
-    std::size_t at = sizeof bytes;
-    bytes[--at] = static_cast<char>(number & 0x7F);
-    while ((number >>= 7) != 0) {
-        bytes[--at] = static_cast<char>(0x80 | (number & 0x7F));
-    }
-    append({bytes + at, sizeof bytes - at});
+    append(Backend::VariableLength(number).bytes());
 }
 
 } // namespace Host

@@ -5,7 +5,13 @@
 
 namespace Backend::MidiEngine {
 
-// Called on the clock thread under the engine lock for each message of the final send. Must not block or allocate:
+// What a tap is told of.
+enum class TapKind {
+    all,  // every message of the final send, also those that thru or another holder of the note keeps back
+    sent, // what was handed to the player
+};
+
+// Called on the clock thread under the engine lock for messages of the final send. Must not block or allocate:
 // what does not fit is dropped and counted by the tap. [clock]
 class EngineTap {
 public:

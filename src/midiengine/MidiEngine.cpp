@@ -177,6 +177,9 @@ bool MidiEngine::finalSend(const QelMidiMessage& message, bool keepHeldNotes, Be
     }
     if (sent) {
         player_.play(message, keepHeldNotes);
+        for (EngineTap* tap : sentTaps_) {
+            tap->passed(message, false);
+        }
     }
     for (EngineTap* tap : taps_) {
         tap->passed(message, swallowed);
@@ -400,14 +403,15 @@ void MidiEngine::setOscillatorWatcher(Oscillators::OscillatorWatcher* watcher) {
     oscillatorWatcher_ = watcher;
 }
 
-void MidiEngine::addTap(EngineTap& tap) {
+void MidiEngine::addTap(EngineTap& tap, TapKind kind) {
     const Guard guard(criticalSection_);
-    taps_.push_back(&tap);
+    (kind == TapKind::sent ? sentTaps_ : taps_).push_back(&tap);
 }
 
 void MidiEngine::removeTap(EngineTap& tap) {
     const Guard guard(criticalSection_);
     std::erase(taps_, &tap);
+    std::erase(sentTaps_, &tap);
 }
 
 void MidiEngine::setControlFollower(EngineTap* follower) {

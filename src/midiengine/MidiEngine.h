@@ -82,6 +82,8 @@ public:
     // True while an arpeggio, a sequence or an oscillator acts on each tick. While it is false a tick may be run
     // again: it plays what has arrived for it since, and nothing twice. [clock]
     [[nodiscard]] bool isTickDependent() const;
+    // Another number in each slice: what taps see under the same number happens at one moment. [clock]
+    [[nodiscard]] std::uint32_t sliceNumber() const { return sliceNumber_; }
     // True while something sounds, waits for its time or has not been taken in. [any]
     [[nodiscard]] bool isBusy();
     [[nodiscard]] bool isMidiPlayerThread() const { return resets_.isClockThread(); } // [any]
@@ -123,7 +125,7 @@ public:
     void addMachine(TickMachine& machine);
     void removeMachine(TickMachine& machine);
     // Taps outlive their being listed. [any] takes the lock itself
-    void addTap(EngineTap& tap);
+    void addTap(EngineTap& tap, TapKind kind = TapKind::all);
     void removeTap(EngineTap& tap);
     // Told of what is to be seen of playing oscillators; null: nobody. [any] takes the lock itself
     void setOscillatorWatcher(Oscillators::OscillatorWatcher* watcher);
@@ -184,8 +186,10 @@ private:
     Oscillators::OscillatorRack oscillators_{*this};
     Oscillators::OscillatorWatcher* oscillatorWatcher_ = nullptr;
     std::vector<EngineTap*> taps_;
+    std::vector<EngineTap*> sentTaps_;
     EngineTap* controlFollower_ = nullptr;
     Ticks now_ = noTicks; // of the slice or tick that is being played
+    std::uint32_t sliceNumber_ = 0;
     // Since time went back:
     Ticks lastTick_ = noTicks;          // the latest tick that was played
     Ticks lastGiven_ = noTicks;         // the latest tick that was given to what acts on ticks

@@ -17,6 +17,7 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
     const std::lock_guard<CriticalSection> guard(criticalSection_);
     resets_.clockIsHere();
     now_ = from;
+    ++sliceNumber_;
     if (to < from || from < lastTick_) { // time goes back
         lastTick_ = lastGiven_ = lastStamp_ = noTicks;
     }

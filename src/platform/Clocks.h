@@ -12,6 +12,9 @@ namespace Platform {
 // Milliseconds since some start, wrapping at 32 bits.
 [[nodiscard]] std::uint32_t millisecondTime() noexcept; // [any]
 
+// Milliseconds since 1970 (UTC). The user may set it forth and back.
+[[nodiscard]] std::int64_t calendarTime() noexcept; // [any]
+
 // Lets the calling thread's timed waits end as near to their time as the system can.
 void requestPreciseTimers() noexcept;
 

@@ -1,11 +1,13 @@
-// Paths as the UTF-8 text that faults and messages show.
+// Paths as the UTF-8 text that settings hold, and faults and messages show.
 #pragma once
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace Platform {
 
 [[nodiscard]] std::string textOf(const std::filesystem::path& path);
+[[nodiscard]] std::filesystem::path pathOf(std::string_view utf8);
 
 } // namespace Platform

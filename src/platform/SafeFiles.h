@@ -23,8 +23,10 @@ namespace Platform {
 // Holds a lock file against other processes (and other holders in this one) while it lives.
 class FileLock final {
 public:
-    // Creates the file where needed and waits for the lock; isHeld() is false when that failed.
-    explicit FileLock(const std::filesystem::path& file);
+    enum class Patience { untilFree, none };
+    // Creates the file where needed and, with patience, waits for the lock; isHeld() is false when that failed, or when
+    // another holds it.
+    explicit FileLock(const std::filesystem::path& file, Patience patience = Patience::untilFree);
     ~FileLock();
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;

@@ -62,6 +62,7 @@ Entry entry(const char* name, Value (RegistrySettings::*get)() const, void (Regi
         entry("MidiThru", &S::getMidiThru, &S::setMidiThru, true, false),
         entry("RetroRecordEnabled", &S::isRetroRecordEnabled, &S::setRetroRecordEnabled, true, false),
         entry("MaxMidiBufferFileSize", &S::getMaxMidiBufferFileSize, &S::setMaxMidiBufferFileSize, 100'000, -1),
+        entry("RetroRecordBufferSize", &S::getRetroRecordBufferSize, &S::setRetroRecordBufferSize, 10, 0),
         entry("MidiBufferDir", &S::getMidiBufferDir, &S::setMidiBufferDir, "", "buffers"),
         entry("LargeDisplayFont", &S::getLargeDisplayFont, &S::setLargeDisplayFont, false, true),
         entry("MouseSensitivity", &S::getMouseSensitivity, &S::setMouseSensitivity, 1, 0x12345678),

@@ -146,6 +146,7 @@ public:
     Backend::Joystick::JoystickMessageManager& getJoystickMessageManager() override { return missing<Backend::Joystick::JoystickMessageManager>(); }
     Backend::Oscillators::OscMessageManager& getOscMessageManager() override { return missing<Backend::Oscillators::OscMessageManager>(); }
     Backend::MidiInput::MidiInputMessageManager& getMidiInputMessageManager() override { return missing<Backend::MidiInput::MidiInputMessageManager>(); }
+    Backend::Recording::RetroRecord& getRetroRecord() override { return missing<Backend::Recording::RetroRecord>(); }
     Gui::QelGuiIF* getGui() override { return createdGui; }
     Window getGuiWindowHandle() const override { return window; }
     const Backend::RegistrySettings& getRegistrySettings() const override { return missing<Backend::RegistrySettings>(); }

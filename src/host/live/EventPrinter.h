@@ -1,7 +1,7 @@
 // Writes what is played as lines of text while it is played.
 #pragma once
 
-#include "host/live/SpscRing.h"
+#include "core/SpscRing.h"
 #include "platform/AutoResetEvent.h"
 #include "platform/Threads.h"
 #include "values/QelMidiMessage.h"
@@ -47,7 +47,7 @@ private:
     std::FILE* file_;
     std::string beforeLine_;
     std::atomic<std::int32_t> start_ = Backend::engineTimeOrigin.count;
-    SpscRing<Played> ring_;
+    Backend::SpscRing<Played> ring_;
     Platform::AutoResetEvent wake_;
     std::atomic<bool> stopping_ = false;
     std::atomic<bool> good_ = true;

@@ -1,5 +1,7 @@
 #include "host/live/StopSignals.h"
 
+#include "host/live/StopSignalNumbers.h"
+
 #include <atomic>
 #include <csignal>
 
@@ -24,13 +26,15 @@ void note(int number) {
 StopSignals::StopSignals(Platform::AutoResetEvent& wake) {
     asked.store(false);
     wakeOnSignal.store(&wake);
-    std::signal(SIGINT, note);
-    std::signal(SIGTERM, note);
+    for (const int number : stopSignalNumbers()) {
+        std::signal(number, note);
+    }
 }
 
 StopSignals::~StopSignals() {
-    std::signal(SIGINT, SIG_DFL);
-    std::signal(SIGTERM, SIG_DFL);
+    for (const int number : stopSignalNumbers()) {
+        std::signal(number, SIG_DFL);
+    }
     wakeOnSignal.store(nullptr);
 }
 

@@ -5,7 +5,8 @@
 
 namespace Host {
 
-// While it lives, Ctrl-C and a request to terminate do not end the program but are noted. One at a time.
+// While it lives, Ctrl-C, a request to terminate and the end of the terminal do not end the program but are noted. One
+// at a time.
 class StopSignals final {
 public:
     // `wake` is signalled as well; it outlives the object.

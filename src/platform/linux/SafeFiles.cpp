@@ -2,6 +2,7 @@
 
 #include "platform/PathText.h"
 #include "platform/TemporaryName.h"
+#include "platform/linux/Descriptor.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,23 +14,6 @@
 
 namespace Platform {
 namespace {
-
-// An open file; -1 is none.
-class Descriptor final {
-public:
-    explicit Descriptor(int number) noexcept : number_(number) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int number() const noexcept { return number_; }
-    bool close() noexcept {
-        const int number = std::exchange(number_, -1);
-        return number < 0 || ::close(number) == 0;
-    }
-
-private:
-    int number_;
-};
 
 bool writeAll(int file, std::string_view content) noexcept {
     while (!content.empty()) {
@@ -124,18 +108,20 @@ struct FileLock::State {
     Descriptor file;
     bool isHeld = false;
 
-    explicit State(const std::filesystem::path& path)
+    State(const std::filesystem::path& path, Patience patience)
         : file(::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0666)) {
         // This kind of lock belongs to the open file, so that it also keeps out other holders of this process.
+        const int how = patience == Patience::none ? LOCK_EX | LOCK_NB : LOCK_EX;
         int outcome = -1;
         do {
-            outcome = file.number() < 0 ? -1 : ::flock(file.number(), LOCK_EX);
+            outcome = file.number() < 0 ? -1 : ::flock(file.number(), how);
         } while (outcome != 0 && file.number() >= 0 && errno == EINTR);
         isHeld = outcome == 0;
     }
 };
 
-FileLock::FileLock(const std::filesystem::path& file) : state_(std::make_unique<State>(file)) {}
+FileLock::FileLock(const std::filesystem::path& file, Patience patience)
+    : state_(std::make_unique<State>(file, patience)) {}
 FileLock::~FileLock() = default;
 bool FileLock::isHeld() const noexcept {
     return state_->isHeld;

@@ -109,13 +109,14 @@ struct FileLock::State {
     Handle file;
     bool isHeld = false;
 
-    explicit State(const std::filesystem::path& path)
+    State(const std::filesystem::path& path, Patience patience)
         : file(CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE,
                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
                            FILE_ATTRIBUTE_NORMAL, nullptr)) {
         // This kind of lock belongs to the handle, so that it also keeps out other holders of this process.
         OVERLAPPED fromStart{};
-        isHeld = file.isValid() && LockFileEx(file.get(), LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &fromStart) != 0;
+        const DWORD how = LOCKFILE_EXCLUSIVE_LOCK | (patience == Patience::none ? LOCKFILE_FAIL_IMMEDIATELY : 0);
+        isHeld = file.isValid() && LockFileEx(file.get(), how, 0, 1, 0, &fromStart) != 0;
     }
     ~State() {
         if (isHeld) {
@@ -128,7 +129,8 @@ struct FileLock::State {
     State& operator=(const State&) = delete;
 };
 
-FileLock::FileLock(const std::filesystem::path& file) : state_(std::make_unique<State>(file)) {}
+FileLock::FileLock(const std::filesystem::path& file, Patience patience)
+    : state_(std::make_unique<State>(file, patience)) {}
 FileLock::~FileLock() = default;
 bool FileLock::isHeld() const noexcept {
     return state_->isHeld;

@@ -1,12 +1,12 @@
 // What happens in JACK's process callback: MIDI in, MIDI out, frames.
 #pragma once
 
+#include "core/SpscRing.h"
 #include "host/live/DueQueue.h"
 #include "host/live/ExchangeGuard.h"
 #include "host/live/MidiBytes.h"
 #include "host/live/PeriodClock.h"
 #include "host/live/PortRoster.h"
-#include "host/live/SpscRing.h"
 #include "platform/AutoResetEvent.h"
 
 #include <array>
@@ -98,8 +98,8 @@ private:
     std::atomic<std::uint32_t> connection_ = 0;
     ExchangeGuard processing_;
 
-    SpscRing<Arrived> arrivals_;
-    SpscRing<Departing> departures_;
+    Backend::SpscRing<Arrived> arrivals_;
+    Backend::SpscRing<Departing> departures_;
     std::atomic<std::int64_t> waiting_ = 0;
     std::atomic<std::uint32_t> periods_ = 0;
     Platform::AutoResetEvent arrivalEvent_;

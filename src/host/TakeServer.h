@@ -1,0 +1,27 @@
+// Lets "tembrel take" reach the record of this program.
+#pragma once
+
+#include "platform/LocalServer.h"
+
+#include <memory>
+
+namespace Backend::Recording {
+class RetroRecord;
+}
+
+namespace Host {
+
+// Answers on a thread of its own while it lives, which is not longer than the record's. Does nothing when nothing is
+// recorded, or when the system does not let it: then takes come from the buffers, once the program has ended.
+class TakeServer final {
+public:
+    explicit TakeServer(Backend::Recording::RetroRecord& record);
+    ~TakeServer();
+    TakeServer(const TakeServer&) = delete;
+    TakeServer& operator=(const TakeServer&) = delete;
+
+private:
+    std::unique_ptr<Platform::LocalServer> server_;
+};
+
+} // namespace Host

@@ -1,0 +1,12 @@
+#include "host/live/StopSignalNumbers.h"
+
+#include <csignal>
+
+namespace Host {
+
+std::span<const int> stopSignalNumbers() noexcept {
+    static constexpr int numbers[] = {SIGINT, SIGTERM, SIGHUP};
+    return numbers;
+}
+
+} // namespace Host
