@@ -45,7 +45,7 @@ void GuiUpdates::lookAtSettings() {
     tell(ChangedSetting::midiThru, settings.getMidiThru());
     tell(ChangedSetting::globalKeyboard, settings.getGlobalKeyboard());
     tell(ChangedSetting::retroRecordEnabled, settings.isRetroRecordEnabled());
-    tell(ChangedSetting::retroRecordBufferSize, settings.getMaxMidiBufferFileSize());
+    tell(ChangedSetting::retroRecordBufferSize, settings.getRetroRecordBufferSize());
     tell(ChangedSetting::alwaysOnTop, settings.getAlwaysOnTop());
     tell(ChangedSetting::useSkinBorder, settings.getUseSkinBorder());
     tell(ChangedSetting::dockToBottomEdge, settings.getDockToBottomEdge());

@@ -109,7 +109,7 @@ void QelBackend::endInitialize() {
     ports_.applySettings();
     programs_.apply(Program{});
     if (surroundings_.startsWithDefaultBank) {
-        bank_.load(pathOf(settings_.getDefaultBank()));
+        bank_.load(Platform::pathOf(settings_.getDefaultBank()));
     }
     controls_.sendAutomatically();
     if (surroundings_.openJoysticks) {
