@@ -1,10 +1,10 @@
 // Keeps a clock's ticks in step with its tempo source.
 #pragma once
 
+#include "core/SpscRing.h"
 #include "host/live/ClockFollower.h"
 #include "host/live/ClockedEngine.h"
 #include "host/live/MidiBytes.h"
-#include "host/live/SpscRing.h"
 #include "host/live/SyncMessage.h"
 #include "host/live/TickRunner.h"
 
@@ -59,7 +59,7 @@ private:
     std::atomic<std::uint8_t> source_ = noSource;
     std::atomic<std::int32_t> shown_ = 0; // tempo in thousandths, 0: the runner's own
     std::atomic<bool> isLocked_ = false;
-    SpscRing<SyncMessage> messages_;
+    Backend::SpscRing<SyncMessage> messages_;
     std::atomic_flag pushing_; // inputs are on threads of their own
 
     // [clock]
