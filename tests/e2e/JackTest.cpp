@@ -4,7 +4,9 @@
 #include "e2e/RunningProgram.h"
 #include "platform/TemporaryFolder.h"
 
+#include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
@@ -118,6 +120,47 @@ TEST_F(Jack, EverythingTakesTheSameNumberOfFrames) {
     if (peer->takeXruns() == 0) {
         EXPECT_GT(exact, 360) << "of 400";
     }
+}
+
+// A clock a period is 468.75 beats a minute.
+TEST_F(Jack, TheClockOfAnInputIsFollowedAndGivenOn) {
+    const auto program = start({"--tempo-source", "Tembrel", "--clock-out", "Tembrel"});
+    ASSERT_TRUE(connect()) << program->error();
+    ASSERT_TRUE(isHeard());
+    constexpr std::size_t sentClocks = 250;
+    static_cast<void>(peer->takeXruns());
+    peer->send({{0xFA}}, {0});
+    peer->send(std::vector<Message>(sentClocks, {0xF8}), {77});
+    const auto clocks = [&](const std::vector<JackPeer::Event>& events) {
+        std::vector<std::int64_t> frames;
+        for (const auto& event : events) {
+            if (event.bytes == "F8") {
+                frames.push_back(event.frame);
+            }
+        }
+        return frames;
+    };
+    ASSERT_TRUE(eventually([&] { return clocks(peer->sent()).size() == sentClocks; }));
+    const std::int64_t last = clocks(peer->sent()).back();
+    ASSERT_TRUE(eventually([&] {
+        const std::vector<std::int64_t> given = clocks(peer->received());
+        return !given.empty() && given.back() >= last;
+    })) << program->error();
+    const auto starts = bytesOf(peer->received());
+    EXPECT_EQ(std::count(starts.begin(), starts.end(), "FA"), 1) << "once, by the way of the clock";
+    if (peer->takeXruns() != 0) {
+        return; // a server that is not in time drops whole periods
+    }
+    int exact = 0;
+    int compared = 0;
+    for (const std::int64_t frame : clocks(peer->received())) {
+        if (frame > last - 50 * period && frame <= last) {
+            ++compared;
+            exact += std::abs((frame - last) % period) <= 1 || period - std::abs((frame - last) % period) <= 1 ? 1 : 0;
+        }
+    }
+    EXPECT_NEAR(compared, 50, 1);
+    EXPECT_GE(exact, compared - 2);
 }
 
 TEST_F(Jack, ManyMessagesAPeriodPassInOrderWithoutLoss) {
