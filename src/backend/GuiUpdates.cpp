@@ -98,6 +98,10 @@ void GuiUpdates::lookAtSections() {
         window_.postCopyOf(Joystick::joysticksMessage, from_.joysticks.map())) {
         told_.joysticks = from_.joysticks.revision();
     }
+    if (told_.sequences != from_.sequences.revision() &&
+        window_.postCopyOf(idOf(GuiMessage::sequencePresets), from_.sequences.list())) {
+        told_.sequences = from_.sequences.revision();
+    }
 }
 
 } // namespace Backend

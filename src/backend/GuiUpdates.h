@@ -7,6 +7,7 @@
 #include "backend/OscillatorSection.h"
 #include "backend/PortSection.h"
 #include "backend/ProgramSection.h"
+#include "backend/SequencePresetManager.h"
 #include "backend/ZoneSection.h"
 #include "core/RegistrySettings.h"
 #include "gui/GuiCopies.h"
@@ -37,6 +38,7 @@ public:
         const ProgramSection& programs;
         const BankSection& bank;
         const OscillatorSection& oscillators;
+        const SequenceManagement::SequencePresetManager& sequences;
     };
 
     // All outlive the object.
@@ -60,7 +62,8 @@ private:
         std::optional<std::uint32_t> controls;
         std::optional<std::set<Cell>> selectedControls;
         std::optional<std::uint32_t> joysticks;
-        bool oscillators = false; // their section posts its changes itself
+        std::uint32_t sequences = 0; // it was made with those of the start
+        bool oscillators = false;    // their section posts its changes itself
     };
 
     void lookAtSettings();

@@ -1,6 +1,7 @@
 #include "backend/LayerSection.h"
 
 #include "backend/Selection.h"
+#include "backend/SequenceNumbers.h"
 #include "midiengine/LayerXml.h"
 
 #include <algorithm>
@@ -33,9 +34,10 @@ std::string sectionText(const Layers::LayerList& layers, bool merge) {
 }
 } // namespace
 
-LayerSection::LayerSection(MidiEngine::MidiEngineMessageManager& engine, std::filesystem::path presetFolder,
+LayerSection::LayerSection(MidiEngine::MidiEngineMessageManager& engine,
+                           SequenceManagement::SequencePresetManager& sequences, std::filesystem::path presetFolder,
                            const std::function<void(const Platform::Fault&)>& reportFault)
-    : engine_(engine), reportFault_(reportFault),
+    : engine_(engine), sequences_(sequences), reportFault_(reportFault),
       presets_({std::move(presetFolder), "Layers"}, Layers::layersFormat(), readSet, builtInLayers()) {}
 
 // Whole sections. ------------------------------------------------------------------------------------------------
@@ -62,6 +64,7 @@ void LayerSection::set(LayerSet set) {
     set_ = std::move(set);
     isChanged_ = false;
     dataSelected_ = editSelected_ = 0;
+    sequences_.forget();
     publish();
 }
 
@@ -76,6 +79,7 @@ void LayerSection::replace(Layers::LayerList layers) {
 
 void LayerSection::publish() {
     ++revision_;
+    sequences_.resolve(set_.layers);
     engine_.postSetLayerList(set_.layers);
 }
 
@@ -149,6 +153,17 @@ void LayerSection::changeSolo(const SelectType& which, const OnOffToggle& how) {
 
 void LayerSection::changeNoteToggle(const SelectType& which, const NoteToggle& mode) {
     change(which, [&](Layers::Layer& layer) { layer.toggle = mode; });
+}
+
+void LayerSection::chooseSequence(const SelectType& which, int number, int mode) {
+    change(which, [&](Layers::Layer& layer) { SequenceManagement::chooseSequence(layer, number, mode); });
+}
+
+void LayerSection::sequenceChanged(const std::string& name) {
+    if (std::any_of(set_.layers.begin(), set_.layers.end(),
+                    [&](const Layers::Layer& layer) { return layer.sequence && layer.sequence->preset == name; })) {
+        publish();
+    }
 }
 
 void LayerSection::change(const SelectType& which, const std::function<void(Layers::Layer&)>& change) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "backend/LayerSet.h"
+#include "backend/SequencePresetManager.h"
 #include "input/SectionPresets.h"
 #include "midiengine/MidiEngineMessageManager.h"
 #include "values/NoteToggle.h"
@@ -23,8 +24,8 @@ namespace Backend {
 class LayerSection final {
 public:
     // The references outlive the section.
-    LayerSection(MidiEngine::MidiEngineMessageManager& engine, std::filesystem::path presetFolder,
-                 const std::function<void(const Platform::Fault&)>& reportFault);
+    LayerSection(MidiEngine::MidiEngineMessageManager& engine, SequenceManagement::SequencePresetManager& sequences,
+                 std::filesystem::path presetFolder, const std::function<void(const Platform::Fault&)>& reportFault);
 
     [[nodiscard]] const Layers::LayerList& layers() const { return set_.layers; }
 
@@ -67,6 +68,10 @@ public:
     void changeMono(const SelectType& which, const OnOffToggle& how);
     void changeSolo(const SelectType& which, const OnOffToggle& how);
     void changeNoteToggle(const SelectType& which, const NoteToggle& mode);
+    // By its number (SequenceNumbers).
+    void chooseSequence(const SelectType& which, int number, int mode);
+    // A sequence has another content now.
+    void sequenceChanged(const std::string& name);
 
 private:
     void publish();
@@ -74,6 +79,7 @@ private:
     void change(const SelectType& which, const std::function<void(Layers::Layer&)>& change);
 
     MidiEngine::MidiEngineMessageManager& engine_;
+    SequenceManagement::SequencePresetManager& sequences_;
     const std::function<void(const Platform::Fault&)>& reportFault_;
     Component::SectionPresets<LayerSet> presets_;
     LayerSet set_;

@@ -52,7 +52,9 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
       configurations_(*this, surroundings_.applicationData / "Midi Input Presets", surroundings_.reportFault),
       configurationManager_(configurations_, master_),
       midiInput_(ports_, configurations_, engine_.getMessageManager(), surroundings_.explainInput),
-      layers_(engine_.getMessageManager(), surroundings_.applicationData / "Layer Presets", surroundings_.reportFault),
+      sequences_(surroundings_.applicationData / "Sequences", surroundings_.reportFault),
+      layers_(engine_.getMessageManager(), sequences_, surroundings_.applicationData / "Layer Presets",
+              surroundings_.reportFault),
       zones_(engine_.getMessageManager()),
       oscillators_(*this, engine_, surroundings_.applicationData / "Oscillator Presets", surroundings_.reportFault,
                    [this] { return oscManager_.tryPostShowValues(); }),
@@ -76,8 +78,8 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
                 },
                 surroundings_.reportFault),
       bank_(programs_, surroundings_.reportFault), display_(engine_, surroundings_.milliseconds),
-      updates_(window_,
-               {settings_, ports_, layers_, zones_, keys_, controls_, joysticks_, programs_, bank_, oscillators_}) {
+      updates_(window_, {settings_, ports_, layers_, zones_, keys_, controls_, joysticks_, programs_, bank_,
+                         oscillators_, sequences_}) {
     master_.addMessageManager(messageManager_);
     master_.addMessageManager(keyManager_);
     master_.addMessageManager(configurationManager_);
@@ -133,7 +135,8 @@ void QelBackend::end() {
 
 Gui::QelGuiIF* QelBackend::createQelGui(bool isPlugin) {
     if (!gui_) {
-        gui_ = Gui::QelGuiFactory::createQelGui(*this, settings_, ports_.inputs(), ports_.outputs(), {}, isPlugin);
+        gui_ = Gui::QelGuiFactory::createQelGui(*this, settings_, ports_.inputs(), ports_.outputs(), sequences_.list(),
+                                                isPlugin);
         window_.setGui(gui_.get());
         if (gui_) {
             engine_.addTap(window_);
@@ -229,6 +232,11 @@ void QelBackend::saveToBank(const std::string& path, Platform::WindowHandle owne
 
 void QelBackend::saveToProgram(const std::string& path, Platform::WindowHandle) {
     programs_.saveToProgram(Platform::pathOf(path));
+}
+
+void QelBackend::addSequencePreset(const std::string& name, const std::string& sequence) {
+    sequences_.add(name, sequence);
+    layers_.sequenceChanged(name);
 }
 
 void QelBackend::executeFunction(const std::string& xml) {

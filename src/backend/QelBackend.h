@@ -10,6 +10,7 @@
 #include "backend/PortSection.h"
 #include "backend/ProgramSection.h"
 #include "backend/RecorderSection.h"
+#include "backend/SequencePresetManager.h"
 #include "backend/WorkerThread.h"
 #include "backend/ZoneSection.h"
 #include "core/MessageManagerMaster.h"
@@ -100,7 +101,7 @@ public:
     void changeBankSize(int size, Platform::WindowHandle) override { bank_.changeSize(size); }
     void changeProgramName(const std::string& name) override { programs_.rename(name); }
     void changeProgram(const SelectType& which) override { bank_.changeProgram(which); }
-    void addSequencePreset(const std::string&, const std::string&) override { notBuilt(); }
+    void addSequencePreset(const std::string& name, const std::string& sequence) override;
 
     void setClickZoneChannelTranspose(bool on) override { settings_.setClickZoneChannelTranspose(on); }
     void setAlwaysOnTop(bool on) override { settings_.setAlwaysOnTop(on); }
@@ -243,6 +244,7 @@ private:
     MidiInput::ConfigurationSection configurations_;
     MidiInput::MidiInputMessageManager configurationManager_;
     MidiInputSection midiInput_;
+    SequenceManagement::SequencePresetManager sequences_;
     LayerSection layers_;
     ZoneSection zones_;
     OscillatorSection oscillators_;

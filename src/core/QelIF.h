@@ -220,6 +220,7 @@ public:
 
     virtual void changeBankSize(int size, Platform::WindowHandle owner) = 0;
     virtual void changeProgramName(const std::string& name) = 0;
+    // Stores a sequence, replacing one of that name; its text is its XML element or its steps alone.
     virtual void addSequencePreset(const std::string& name, const std::string& sequence) = 0;
     virtual void changeProgram(const SelectType& which) = 0;
     virtual void changeDefaultMidiOutput(const SelectType& which) = 0;

@@ -18,11 +18,15 @@ struct SequenceSetting {
     std::shared_ptr<const Sequence> sequence;
 
     [[nodiscard]] bool hasSteps() const { return sequence && !sequence->steps.empty(); }
+    // Both play the same steps, however they are applied.
+    [[nodiscard]] bool hasSameSteps(const SequenceSetting& other) const {
+        return sequence == other.sequence || (hasSteps() && other.hasSteps() && *sequence == *other.sequence);
+    }
 
+    // What is stored: by name.
     friend bool operator==(const SequenceSetting& a, const SequenceSetting& b) {
         return a.preset == b.preset && a.useNote == b.useNote && a.useVelocity == b.useVelocity &&
-               a.useLength == b.useLength &&
-               (a.sequence == b.sequence || (a.sequence && b.sequence && *a.sequence == *b.sequence));
+               a.useLength == b.useLength;
     }
 };
 

@@ -30,7 +30,7 @@ std::filesystem::path PresetFolder::fileOf(const std::string& name) const {
     if (!isFileName(name)) {
         return {};
     }
-    const std::string file = name + ".pst";
+    const std::string file = name + extension_;
     return folder_ / std::u8string(file.begin(), file.end());
 }
 
@@ -38,6 +38,23 @@ bool PresetFolder::exists(const std::string& name) const {
     const std::filesystem::path file = fileOf(name);
     std::error_code failure;
     return !file.empty() && std::filesystem::is_regular_file(file, failure);
+}
+
+std::vector<std::string> PresetFolder::names() const {
+    std::vector<std::string> names;
+    std::error_code failure;
+    for (std::filesystem::directory_iterator file(folder_, failure), end; !failure && file != end;
+         file.increment(failure)) {
+        std::string name = Platform::textOf(file->path().filename());
+        if (name.size() > extension_.size() && name.ends_with(extension_)) {
+            name.resize(name.size() - extension_.size());
+            if (exists(name)) {
+                names.push_back(std::move(name));
+            }
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 Platform::Result<Platform::XmlElement> PresetFolder::read(const std::string& name) const {

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Backend::Component {
 
@@ -17,11 +18,14 @@ inline constexpr std::string_view defaultPresetName = "000 - Default";
 // system forbids in names. A name that does not do names no preset. [backend]
 class PresetFolder final {
 public:
-    // `element` is the root of the files. The folder is made when the first preset is written.
-    PresetFolder(std::filesystem::path folder, std::string element)
-        : folder_(std::move(folder)), element_(std::move(element)) {}
+    // `element` is the root of the files, `extension` the end of their names. The folder is made when the first preset
+    // is written.
+    PresetFolder(std::filesystem::path folder, std::string element, std::string extension = ".pst")
+        : folder_(std::move(folder)), element_(std::move(element)), extension_(std::move(extension)) {}
 
     [[nodiscard]] bool exists(const std::string& name) const;
+    // The names of all presets, in order; none where there is no folder.
+    [[nodiscard]] std::vector<std::string> names() const;
     // The section of the preset.
     [[nodiscard]] Platform::Result<Platform::XmlElement> read(const std::string& name) const;
     // `section` is the text of the section at depth 0; a preset of that name is replaced.
@@ -34,6 +38,7 @@ private:
 
     std::filesystem::path folder_;
     std::string element_;
+    std::string extension_;
 };
 
 } // namespace Backend::Component

@@ -82,7 +82,7 @@ void LayerMachine::pause() {
 
 void LayerMachine::continueFrom(const LayerMachine& other) {
     if (arpeggio_ && other.arpeggio_ && arpeggio_->setting() == other.arpeggio_->setting() &&
-        sequence_ == other.sequence_) {
+        sequence_.hasSameSteps(other.sequence_)) {
         arpeggio_->continueFrom(*other.arpeggio_);
         steps_.setStep(other.steps_.step());
     }
