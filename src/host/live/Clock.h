@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/live/TempoSync.h"
+#include "midiengine/MidiPlayer.h"
 #include "values/Ticks.h"
 
 namespace Host {
@@ -30,6 +31,9 @@ public:
     [[nodiscard]] virtual const TempoSync& sync() const noexcept = 0;
     // The tick that was run last; engineTimeOrigin - 1 before the first. [any]
     [[nodiscard]] virtual Backend::Ticks now() const noexcept = 0;
+    // The device's times of the tick that is being played, where messages have such times. [any thread under the engine
+    // lock]
+    [[nodiscard]] virtual Backend::MidiEngine::MidiPlayer::TickTime tickTime() const noexcept { return {}; }
 
 protected:
     Clock() = default;

@@ -68,6 +68,7 @@ public:
     void setTempo(int beatsPerMinute) override;
     void setTempoSource(unsigned char source) override;
     [[nodiscard]] unsigned char getTempoSource() override;
+    [[nodiscard]] TickTime tickTime() override { return clock_->tickTime(); }
 
 private:
     // ClockedEngine

@@ -130,6 +130,13 @@ void PeriodClock::round() {
     waker_.ignoreArrivals();
 }
 
+Backend::MidiEngine::MidiPlayer::TickTime PeriodClock::tickTime() const noexcept {
+    if (runner_.playing() == TickRunner::Playing::nothing) {
+        return {};
+    }
+    return {runner_.playingTime(), runner_.playingEnd()};
+}
+
 std::int64_t PeriodClock::dueFrame(const Backend::MidiEngine::QelMidiMessage& message) const noexcept {
     const std::int64_t latency = latency_.load(std::memory_order_relaxed);
     if (message.getHostTime() >= 0) {

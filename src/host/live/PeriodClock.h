@@ -47,6 +47,7 @@ public:
     [[nodiscard]] TempoSync& sync() noexcept override { return sync_; }
     [[nodiscard]] const TempoSync& sync() const noexcept override { return sync_; }
     [[nodiscard]] Backend::Ticks now() const noexcept override { return runner_.lastRun(); }
+    [[nodiscard]] Backend::MidiEngine::MidiPlayer::TickTime tickTime() const noexcept override;
 
     struct Period {
         std::int64_t frame = 0;

@@ -35,16 +35,17 @@ Tempo TickRunner::wantedTempo() const noexcept {
     return tempo;
 }
 
-void TickRunner::announce(Playing what, std::int64_t time) noexcept {
-    playingTime_.store(time, std::memory_order_relaxed);
+void TickRunner::announce(Playing what, std::int32_t tick) noexcept {
+    playingTime_.store(grid_.timeOf(tick), std::memory_order_relaxed);
+    playingEnd_.store(grid_.timeOf(tick + 1), std::memory_order_relaxed);
     playing_.store(what, std::memory_order_relaxed);
 }
 
 void TickRunner::run(std::int32_t tick, Playing how) {
-    announce(how, grid_.timeOf(tick));
+    announce(how, tick);
     engine_.playTimeSlice({tick}, {tick});
     engine_.playTimeSlice({tick}, {tick + 1});
-    announce(Playing::nothing, 0);
+    playing_.store(Playing::nothing, std::memory_order_relaxed);
 }
 
 void TickRunner::runNext() {
@@ -78,9 +79,9 @@ void TickRunner::runArrivals() {
         run(lastRun().count, Playing::again);
         return;
     }
-    announce(Playing::again, nextTime());
+    announce(Playing::again, next_);
     engine_.playTimeSlice({next_}, {next_});
-    announce(Playing::nothing, 0);
+    playing_.store(Playing::nothing, std::memory_order_relaxed);
 }
 
 // The engine sees one slice and, when it is long enough, leaves its ticks out. A shorter one is not shown to it: it

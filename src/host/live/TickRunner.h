@@ -57,16 +57,18 @@ public:
     [[nodiscard]] const TickGrid& grid() const noexcept { return grid_; } // [clock]
     // When the next tick is due. [clock]
     [[nodiscard]] std::int64_t nextTime() const noexcept { return grid_.timeOf(next_); }
-    // What a call of the engine is about right now, and the time of its tick. [any thread under the engine lock]
+    // What a call of the engine is about right now, the time of its tick and of the tick after it. [any thread under
+    // the engine lock]
     [[nodiscard]] Playing playing() const noexcept { return playing_.load(std::memory_order_relaxed); }
     [[nodiscard]] std::int64_t playingTime() const noexcept { return playingTime_.load(std::memory_order_relaxed); }
+    [[nodiscard]] std::int64_t playingEnd() const noexcept { return playingEnd_.load(std::memory_order_relaxed); }
 
     // The tick that was run last, engineTimeOrigin - 1 before the first. [any]
     [[nodiscard]] Backend::Ticks lastRun() const noexcept { return {lastRun_.load(std::memory_order_acquire)}; }
 
 private:
     [[nodiscard]] Tempo wantedTempo() const noexcept;
-    void announce(Playing what, std::int64_t time) noexcept;
+    void announce(Playing what, std::int32_t tick) noexcept;
     void run(std::int32_t tick, Playing how);
     void runNext();
     void skipTo(std::int32_t tick);
@@ -77,6 +79,7 @@ private:
     std::int32_t next_ = Backend::engineTimeOrigin.count;
     std::atomic<Playing> playing_ = Playing::nothing;
     std::atomic<std::int64_t> playingTime_ = 0;
+    std::atomic<std::int64_t> playingEnd_ = 0;
     std::atomic<int> tempo_;
     std::atomic<std::int32_t> steered_ = 0; // in thousandths; 0: not
     std::atomic<bool> holdsSteering_ = false;
