@@ -78,6 +78,25 @@ TEST_F(Run, PlaysLiveWhatRenderPlays) {
     }
 }
 
+TEST_F(Run, OscillatorsPlayLiveAndLeaveTheirStopValuesBehind) {
+    const auto program = start({"run", "--headless", "--midi", "none", "--program", file("gate.prg", R"(<ProgramFile>
+<Program name="Gate"><Oscillators merge="false">
+<Oscillator type="pulse" speed="96" midiMessage="Controller Change,11" stopValue="99"/>
+</Oscillators></Program></ProgramFile>)")});
+    program->write("0 function <ChangeOscPlaying type=\"0\" value=\"on\"/>\n");
+    ASSERT_TRUE(eventually([&] { return linesOf(program->output()).size() > 20; })) << program->error();
+    program->signal(SIGTERM);
+    EXPECT_EQ(program->waitForEnd(), 0) << program->error();
+    const auto lines = linesOf(program->output());
+    for (std::size_t i = 0; i + 1 < lines.size(); ++i) {
+        EXPECT_EQ(lines[i].message, i % 2 == 0 ? "0 B0 11 0" : "0 B0 11 127") << i;
+        if (i > 0) {
+            EXPECT_NEAR(lines[i].tick - lines[i - 1].tick, 48, 1) << i;
+        }
+    }
+    EXPECT_EQ(lines.back().message, "0 B0 11 99");
+}
+
 TEST_F(Run, PlaysLinesAsTheyArriveAndReleasesWhatSoundsAtTheEnd) {
     for (const int way : {SIGTERM, SIGINT, 0}) {
         SCOPED_TRACE(way);

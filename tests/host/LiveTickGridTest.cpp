@@ -45,6 +45,12 @@ TEST(TickGrid, NothingAddsUpOverTheDays) {
     }
 }
 
+TEST(TickGrid, NorDoFractionsOfABeat) {
+    const TickGrid grid(48'000, firstTick, 7, Tempo::of(133.7));
+    EXPECT_EQ(grid.timeOf(firstTick + 4'011'000 * 480), 7 + std::int64_t{4'011'000} * 60 * 480'000 / 1337);
+    EXPECT_NEAR(grid.ticksFrom(firstTick + 480, 7 + 48'000 * 60), 133.7 * 480 - 480, 1e-6);
+}
+
 TEST(TickGrid, TickAtIsTheInverseOfTimeOf) {
     std::mt19937 random(std::random_device{}());
     const auto seed = random();

@@ -1,5 +1,6 @@
 #include "host/live/LivePlayer.h"
 
+#include "backend/OscMessageManager.h"
 #include "core/Barrier.h"
 #include "core/QelIF.h"
 #include "core/QelMessageManager.h"
@@ -52,6 +53,7 @@ void LivePlayer::releaseAll() {
     if (engine_ == nullptr) {
         return;
     }
+    stopOscillators();
     {
         const std::lock_guard lock(engine_->getCriticalSection());
         ending_ = true;
@@ -61,6 +63,16 @@ void LivePlayer::releaseAll() {
     }
     engine_->sendReset();
     system_->stop();
+}
+
+// They leave behind what they stop with, like a program that is changed.
+void LivePlayer::stopOscillators() {
+    qel_->getOscMessageManager().postChangePlaying(SelectType(SelectType::Kind::all),
+                                                   OnOffToggle(OnOffToggle::State::off));
+    Backend::Barrier barrier;
+    if (qel_->getQelMessageManager().postBarrier(barrier)) {
+        barrier.wait();
+    }
 }
 
 void LivePlayer::stop() {

@@ -45,8 +45,8 @@ public:
 
     // Starts clock and ports. `qel` is initialised, and lives until stop(). [main]
     void start(Backend::QelIF& qel);
-    // Lets no further note begin, ends every one that sounds, sends what is due, closes the ports, and keeps the clock
-    // going for whoever still waits for it. [main]
+    // Stops the oscillators, lets no further note begin, ends every one that sounds, sends what is due, closes the
+    // ports, and keeps the clock going for whoever still waits for it. [main]
     void releaseAll();
     // Stops the clock. The backend has ended (Session::end), but is still there. Harmless when repeated. [main]
     void stop();
@@ -83,6 +83,7 @@ private:
 
     void count(const Backend::MidiEngine::QelMidiMessage& message) noexcept;
     void runErrands();
+    void stopOscillators();
     void sendBeat(Backend::Ticks tick);
 
     std::unique_ptr<MidiSystem> system_;
