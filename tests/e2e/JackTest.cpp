@@ -265,6 +265,30 @@ TEST_F(Jack, OutlivesTheServerAndFindsTheNext) {
     EXPECT_EQ(program->waitForEnd(), 0) << program->error();
 }
 
+TEST_F(Jack, ConnectsToTheFirstSynthesizer) {
+    const auto nobody = start({"--connect"});
+    EXPECT_EQ(nobody->waitForEnd(), 1);
+    EXPECT_EQ(nobody->error(), "there is no synthesizer to connect to\n");
+
+    auto synthesizer = std::make_unique<JackPeer>("Test Synth");
+    const auto program = start({"--connect"});
+    const auto isConnected = [&] {
+        const auto names = synthesizer->connections("Test Synth:in");
+        return names == std::vector<std::string>{"Tembrel:out"};
+    };
+    ASSERT_TRUE(eventually(isConnected)) << program->error();
+    EXPECT_TRUE(peer->connections("peer:in").empty());
+    program->write("0 midi 0 0x90 60 100\n");
+    ASSERT_TRUE(eventually([&] { return !synthesizer->received().empty(); }));
+    EXPECT_EQ(synthesizer->received().front().bytes, "90 60 100");
+
+    synthesizer = nullptr; // one that comes back is connected again
+    synthesizer = std::make_unique<JackPeer>("Test Synth");
+    EXPECT_TRUE(eventually(isConnected)) << program->error();
+    program->signal(SIGTERM);
+    EXPECT_EQ(program->waitForEnd(), 0);
+}
+
 TEST_F(Jack, ListsPortsAndPrintsWhatArrives) {
     RunningProgram ports(tembrel, {"ports"}, folder.path());
     EXPECT_EQ(ports.waitForEnd(), 0);

@@ -152,7 +152,7 @@ TEST_F(Take, SavesFromTheRunningProgramAndThenFromItsBuffers) {
     const auto list = start({"take", "--list"});
     EXPECT_EQ(list->waitForEnd(), 0);
     EXPECT_NE(list->output().find("\t1 note\n"), std::string::npos) << list->output();
-    program->closeInput();
+    program->signal(SIGTERM);
     EXPECT_EQ(program->waitForEnd(), 0);
     EXPECT_EQ(taken(), "90 3E 64; 80 3C 64; 80 3E 64");
     EXPECT_EQ(taken(), nothing);

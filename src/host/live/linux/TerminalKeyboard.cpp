@@ -38,17 +38,16 @@ void order(char letter) {
     errno = error;
 }
 
-// While it lives, the signals of job control become orders, and the loss of the terminal is what being asked to end is.
+// While it lives, the signals of job control become orders.
 class TerminalSignals final {
 public:
     explicit TerminalSignals(int pipe) {
         orders = pipe;
         handle(SIGTSTP, [](int) { order(suspendOrder); });
         handle(SIGCONT, [](int) { order(resumeOrder); });
-        handle(SIGHUP, [](int) { static_cast<void>(std::raise(SIGTERM)); });
     }
     ~TerminalSignals() {
-        for (const int number : {SIGTSTP, SIGCONT, SIGHUP}) {
+        for (const int number : {SIGTSTP, SIGCONT}) {
             std::signal(number, SIG_DFL);
         }
         orders = -1;
