@@ -71,9 +71,31 @@ const ElementFormat& programFormat() {
             Layers::layersFormat(),
             Zones::zonesFormat(),
         };
+        for (ElementFormat& section : program.children) {
+            section.once = true;
+        }
         return program;
     }();
     return format;
+}
+
+const std::vector<ElementFormat>& programFileFormats() {
+    static const std::vector<ElementFormat> formats = [] {
+        ElementFormat file;
+        file.children = {programFormat()};
+        file.oneChild = true;
+        file.name = "ProgramFile";
+        file.meaning = "A program file (.prg): one program.";
+        ElementFormat exchange = file;
+        exchange.name = "QelProgramFile";
+        exchange.meaning = "A program by itself, without presets: for whoever keeps it elsewhere.";
+        ElementFormat bank = file;
+        bank.name = "Bank";
+        bank.meaning = "A bank file (.bnk): a program for each slot.";
+        bank.oneChild = false;
+        return std::vector<ElementFormat>{file, exchange, bank};
+    }();
+    return formats;
 }
 
 Program readProgram(XmlElement element) {

@@ -18,6 +18,9 @@ namespace Backend {
 // The element "Program" and all below it.
 [[nodiscard]] const ElementFormat& programFormat();
 
+// The roots of the files that hold programs: "ProgramFile", "QelProgramFile", "Bank".
+[[nodiscard]] const std::vector<ElementFormat>& programFileFormats();
+
 // Reads a program; its sections may stand in any order. Unreadable values take their defaults.
 [[nodiscard]] Program readProgram(Platform::XmlElement element);
 // Begins the element with all its attributes; the sections and end() are the caller's. `out`: the writer's stream.

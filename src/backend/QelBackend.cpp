@@ -1,6 +1,7 @@
 #include "backend/QelBackend.h"
 
 #include "core/FactoryFiles.h"
+#include "core/FolderNames.h"
 #include "core/QelUtils.h"
 #include "generators/OscillatorXml.h"
 #include "gui/GuiMessages.h"
@@ -32,6 +33,13 @@ std::string settingsKey(const std::string& applicationName) {
     return QelUtils::getRegistryKey(applicationName);
 }
 
+// The window that asked for an import hears that it is done.
+void tellImported(Platform::WindowHandle owner, std::uint32_t message) {
+    if (owner != nullptr) {
+        Platform::postWindowMessage(owner, {Platform::applicationMessage + message, 0, 0});
+    }
+}
+
 // Nobody asked to be told: a message box.
 Surroundings withFaultReport(Surroundings surroundings) {
     if (!surroundings.reportFault) {
@@ -49,22 +57,22 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
     : name_(name), surroundings_(withFaultReport(surroundings)),
       trace_(traceToFile ? surroundings_.traceFolder : std::filesystem::path{}), master_("tembrel-backend"),
       messageManager_(*this, master_), engine_(player), ports_(engine_.getMessageManager(), settings_),
-      configurations_(*this, surroundings_.applicationData / "Midi Input Presets", surroundings_.reportFault),
+      configurations_(*this, surroundings_.applicationData / FolderNames::midiInputPresets, surroundings_.reportFault),
       configurationManager_(configurations_, master_),
       midiInput_(ports_, configurations_, engine_.getMessageManager(), surroundings_.explainInput),
-      sequences_(surroundings_.applicationData / "Sequences", surroundings_.reportFault),
-      layers_(engine_.getMessageManager(), sequences_, surroundings_.applicationData / "Layer Presets",
+      sequences_(surroundings_.applicationData / FolderNames::sequences, surroundings_.reportFault),
+      layers_(engine_.getMessageManager(), sequences_, surroundings_.applicationData / FolderNames::layerPresets,
               surroundings_.reportFault),
       zones_(engine_.getMessageManager()),
-      oscillators_(*this, engine_, surroundings_.applicationData / "Oscillator Presets", surroundings_.reportFault,
-                   [this] { return oscManager_.tryPostShowValues(); }),
+      oscillators_(*this, engine_, surroundings_.applicationData / FolderNames::oscillatorPresets,
+                   surroundings_.reportFault, [this] { return oscManager_.tryPostShowValues(); }),
       oscManager_(oscillators_, master_),
-      keys_(*this, surroundings_.applicationData / "Computer Input Presets", surroundings_.reportFault),
+      keys_(*this, surroundings_.applicationData / FolderNames::computerInputPresets, surroundings_.reportFault),
       keyManager_(keys_, *this, master_),
-      controls_(*this, engine_, surroundings_.applicationData / "Control Presets", surroundings_.reportFault,
+      controls_(*this, engine_, surroundings_.applicationData / FolderNames::controlPresets, surroundings_.reportFault,
                 [this] { return controlManager_.tryPostTakeIn(); }),
       controlManager_(controls_, *this, master_),
-      joysticks_(*this, surroundings_.applicationData / "Joystick Presets", surroundings_.reportFault),
+      joysticks_(*this, surroundings_.applicationData / FolderNames::joystickPresets, surroundings_.reportFault),
       joystickManager_(joysticks_, *this, master_),
       programs_(engine_.getMessageManager(),
                 {
@@ -98,11 +106,12 @@ void QelBackend::initialize() {
         "tembrel-aux", [] { Platform::writeDebugOutput("Tembrel 3.2\r\n"); }, [](const Platform::ThreadMessage&) {});
     recorder_.start();
     std::error_code failure; // a folder that cannot be made is met again by whoever writes into it
-    std::filesystem::create_directories(surroundings_.applicationData / "Retrospective Record", failure);
+    std::filesystem::create_directories(surroundings_.applicationData / FolderNames::retrospectiveRecord, failure);
     FactoryFiles::copyMissingFolders(surroundings_);
     engine_.initialize(settings_.getDefaultMidiOutput(), settings_.getMidiThru());
     if (settings_.getDefaultBank().empty()) {
-        settings_.setDefaultBank(Platform::textOf(surroundings_.applicationData / "Banks" / "Default Bank.bnk"));
+        settings_.setDefaultBank(
+            Platform::textOf(surroundings_.applicationData / FolderNames::banks / "Default Bank.bnk"));
     }
     bank_.setPath(Platform::pathOf(settings_.getDefaultBank()));
 }
@@ -237,6 +246,44 @@ void QelBackend::saveToProgram(const std::string& path, Platform::WindowHandle) 
 void QelBackend::addSequencePreset(const std::string& name, const std::string& sequence) {
     sequences_.add(name, sequence);
     layers_.sequenceChanged(name);
+}
+
+bool QelBackend::import(Version2Kind kind, const std::string& source, const std::string& destination) {
+    const Platform::Result<Version2Result> imported =
+        importVersion2(Platform::pathOf(source), Platform::pathOf(destination), kind);
+    if (!imported) {
+        surroundings_.reportFault(imported.fault());
+        return false;
+    }
+    if (const auto& notTaken = imported.value().notTaken; !notTaken.empty()) {
+        Platform::Fault fault = notTaken.front();
+        fault.reason += notTaken.size() > 1 ? "; so are " + std::to_string(notTaken.size() - 1) + " more lines" : "";
+        surroundings_.reportFault(fault);
+    }
+    return true;
+}
+
+void QelBackend::importVersion2Bank(const std::string& source, const std::string& destination,
+                                    Platform::WindowHandle owner) {
+    if (import(Version2Kind::bank, source, destination)) {
+        loadBank(destination);
+        tellImported(owner, 123);
+    }
+}
+
+void QelBackend::importVersion2Program(const std::string& source, const std::string& destination,
+                                       Platform::WindowHandle owner) {
+    if (import(Version2Kind::program, source, destination)) {
+        loadProgram(destination);
+        tellImported(owner, 124);
+    }
+}
+
+void QelBackend::importVersion2Preset(const std::string& source, const std::string& destination,
+                                      Platform::WindowHandle owner) {
+    if (import(Version2Kind::preset, source, destination)) {
+        tellImported(owner, 125);
+    }
 }
 
 void QelBackend::executeFunction(const std::string& xml) {

@@ -11,6 +11,7 @@
 #include "backend/ProgramSection.h"
 #include "backend/RecorderSection.h"
 #include "backend/SequencePresetManager.h"
+#include "backend/Version2Import.h"
 #include "backend/WorkerThread.h"
 #include "backend/ZoneSection.h"
 #include "core/MessageManagerMaster.h"
@@ -92,9 +93,12 @@ public:
     std::string getProgramText() override { return programs_.text(); }
     void setProgramText(const std::string& text) override { programs_.setText(text); }
     void loadBank(const std::string& path) override;
-    void importVersion2Bank(const std::string&, const std::string&, Platform::WindowHandle) override { notBuilt(); }
-    void importVersion2Program(const std::string&, const std::string&, Platform::WindowHandle) override { notBuilt(); }
-    void importVersion2Preset(const std::string&, const std::string&, Platform::WindowHandle) override { notBuilt(); }
+    void importVersion2Bank(const std::string& source, const std::string& destination,
+                            Platform::WindowHandle owner) override;
+    void importVersion2Program(const std::string& source, const std::string& destination,
+                               Platform::WindowHandle owner) override;
+    void importVersion2Preset(const std::string& source, const std::string& destination,
+                              Platform::WindowHandle owner) override;
     void saveToCurrentBank(int slot, Platform::WindowHandle owner) override { bank_.saveToCurrentBank(slot, owner); }
     void saveToBank(const std::string& path, Platform::WindowHandle owner) override;
     void saveToProgram(const std::string& path, Platform::WindowHandle owner) override;
@@ -228,6 +232,8 @@ private:
     void showReceived(const MidiEngine::QelMidiMessage& message) const;
     void ask(void (Gui::QelGuiIF::*request)());
 
+    // Says what could not be imported; true when the rest was.
+    bool import(Version2Kind kind, const std::string& source, const std::string& destination);
     // For operations whose section is not built yet: said in the trace under the operation's name.
     void notBuilt(const std::source_location& where = std::source_location::current());
 

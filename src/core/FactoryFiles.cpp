@@ -1,5 +1,6 @@
 #include "core/FactoryFiles.h"
 
+#include "core/FolderNames.h"
 #include "core/QelUtils.h"
 #include "platform/TemporaryName.h"
 
@@ -30,7 +31,7 @@ void copyAll(const fs::path& from, const fs::path& to, std::error_code& failure)
 
 void FactoryFiles::copyMissingFolders(const Surroundings& surroundings) {
     const fs::path data = QelUtils::getQelAppDataDir(surroundings);
-    for (const char* const folder : factoryFolders) {
+    for (const char* const folder : FolderNames::withFactoryContent) {
         std::error_code failure;
         const fs::path source = sourceOf(surroundings, folder);
         if (source.empty() || fs::exists(data / folder, failure) || !fs::is_directory(source, failure)) {

@@ -3,17 +3,12 @@
 
 #include "core/Surroundings.h"
 
-#include <array>
 #include <string>
 
 namespace Backend {
 
-// The folders of the user's files that the program brings content for; each lies below the application-data folder, and
-// its content below "Default" in the installation folder.
-inline constexpr std::array factoryFolders = {
-    "Computer Input Presets", "Control Presets",    "Joystick Presets", "Layer Presets",
-    "Midi Input Presets",     "Oscillator Presets", "Sequences",        "Banks"};
-
+// Each of FolderNames::withFactoryContent lies below the application-data folder, the factory's below "Default" in the
+// installation folder.
 class FactoryFiles final {
 public:
     FactoryFiles() = delete;

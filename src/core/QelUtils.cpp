@@ -1,6 +1,7 @@
 #include "core/QelUtils.h"
 
 #include "core/FactoryFiles.h"
+#include "core/FolderNames.h"
 #include "core/MidiPortDriver.h"
 #include "core/SettingsText.h"
 #include "platform/MidiDevices.h"
@@ -100,12 +101,12 @@ void QelUtils::install(const Surroundings& surroundings, bool withPort) {
 
 void QelUtils::uninstall(const Surroundings& surroundings) {
     const fs::path data = getQelAppDataDir(surroundings);
-    for (const char* const folder : factoryFolders) {
+    for (const char* const folder : FolderNames::withFactoryContent) {
         removeFiles(surroundings, data, folder);
         removeIfEmpty(data / folder);
     }
-    removeBufferFiles(data / "Retrospective Record");
-    removeIfEmpty(data / "Retrospective Record");
+    removeBufferFiles(data / FolderNames::retrospectiveRecord);
+    removeIfEmpty(data / FolderNames::retrospectiveRecord);
     std::error_code ignored;
     for (const char* const list : {"Midi Inputs.txt", "Midi Outputs.txt"}) {
         fs::remove(data / list, ignored);

@@ -1,5 +1,6 @@
 #include "generators/OscillatorXml.h"
 
+#include "core/FolderNames.h"
 #include "values/AttributeReading.h"
 #include "values/Words.h"
 #include "values/XmlWriter.h"
@@ -95,7 +96,8 @@ const ElementFormat& oscillatorsFormat() {
         section.name = "Oscillators";
         section.meaning = "The oscillators, in order.";
         section.attributes = {
-            AttributeFormat::of(AttributeKind::text, "preset", "", "The preset that the section stands for."),
+            AttributeFormat::presetOf("preset", FolderNames::oscillatorPresets,
+                                      "The preset that the section stands for."),
             AttributeFormat::booleanOf("merge", false, "The oscillators are added to those that are there."),
         };
         section.children = {oscillatorFormat()};

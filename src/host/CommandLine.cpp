@@ -1,6 +1,8 @@
 #include "host/CommandLine.h"
 
+#include "host/CheckCommand.h"
 #include "host/Command.h"
+#include "host/ImportCommand.h"
 #include "host/MonitorCommand.h"
 #include "host/PortsCommand.h"
 #include "host/RenderCommand.h"
@@ -36,6 +38,8 @@ Commands addCommands(CLI::App& commandLine) {
     commands.push_back(std::make_unique<PortsCommand>(commandLine));
     commands.push_back(std::make_unique<MonitorCommand>(commandLine));
     commands.push_back(std::make_unique<TakeCommand>(commandLine));
+    commands.push_back(std::make_unique<CheckCommand>(commandLine));
+    commands.push_back(std::make_unique<ImportCommand>(commandLine));
     return commands;
 }
 

@@ -1,6 +1,10 @@
 #include "input/ActionAttributes.h"
 
+#include "core/FolderNames.h"
 #include "values/AttributeReading.h"
+
+#include <algorithm>
+#include <array>
 
 namespace Backend::Actions {
 
@@ -45,6 +49,28 @@ template <> AttributeFormat attributeOf<SelectControlType>(std::string_view name
 
 template <> AttributeFormat attributeOf<std::string>(std::string_view name, std::string_view meaning) {
     return AttributeFormat::of(AttributeKind::text, name, "", meaning);
+}
+
+void namePresetFolder(const Action& action, std::vector<AttributeFormat>& formats) {
+    struct Row {
+        std::string_view function;
+        std::string_view folder;
+    };
+    static constexpr std::array rows = {
+        Row{"LoadComputerInputPreset", FolderNames::computerInputPresets},
+        Row{"LoadMidiInputPreset", FolderNames::midiInputPresets},
+        Row{"LoadControlPreset", FolderNames::controlPresets},
+        Row{"LoadJoystickInputPreset", FolderNames::joystickPresets},
+        Row{"LoadLayerPreset", FolderNames::layerPresets},
+        Row{"LoadOscillatorPreset", FolderNames::oscillatorPresets},
+    };
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [&](const Row& each) { return each.function == action.function; });
+    for (AttributeFormat& format : formats) {
+        if (row != rows.end() && format.name == "preset") {
+            format.presetFolder = row->folder;
+        }
+    }
 }
 
 } // namespace Backend::Actions

@@ -1,6 +1,7 @@
 // The XML attributes in which the values of an action stand.
 #pragma once
 
+#include "input/Action.h"
 #include "platform/XmlDocument.h"
 #include "values/AttributeFormat.h"
 #include "values/NoteToggle.h"
@@ -32,6 +33,9 @@ template <> [[nodiscard]] AttributeFormat attributeOf<std::string>(std::string_v
 [[nodiscard]] std::vector<AttributeFormat> wayAttributes();
 // One of them; a number that cannot be one is 255.
 [[nodiscard]] std::uint8_t readWay(const Platform::XmlElement& element, const AttributeFormat& format);
+
+// Where the action loads a preset, the attribute with its name says from which folder.
+void namePresetFolder(const Action& action, std::vector<AttributeFormat>& formats);
 
 // Reads the attribute `name`; absent, the value stays as it is. Any text reads as some value, by the rules of its type.
 template <typename Value> void readAttribute(const Platform::XmlElement& element, std::string_view name, Value& value) {

@@ -1,5 +1,6 @@
 #include "input/ComputerInputXml.h"
 
+#include "core/FolderNames.h"
 #include "input/FunctionEntryXml.h"
 #include "values/AttributeReading.h"
 #include "values/XmlWriter.h"
@@ -64,14 +65,15 @@ const ElementFormat& computerInputFormat() {
             {AttributeFormat::of(AttributeKind::key, "id", "", "The name of the key, its modifiers before it."),
              AttributeFormat::booleanOf("global", true, "The key also counts while another program has the keyboard.")},
             {functionEntryFormat()});
-        return element(
-            "ComputerInput", "What the keys of the computer keyboard do.",
-            {AttributeFormat::of(AttributeKind::text, "preset", "", "The preset that the section stands for."),
-             AttributeFormat::booleanOf("merge", false, "The keys are added to those that are there."),
-             AttributeFormat::booleanOf(
-                 "useKeyUpMod", false,
-                 "The up functions are those of the key with the modifiers held at its release.")},
-            {std::move(key)});
+        key.id = {"id"};
+        return element("ComputerInput", "What the keys of the computer keyboard do.",
+                       {AttributeFormat::presetOf("preset", FolderNames::computerInputPresets,
+                                                  "The preset that the section stands for."),
+                        AttributeFormat::booleanOf("merge", false, "The keys are added to those that are there."),
+                        AttributeFormat::booleanOf(
+                            "useKeyUpMod", false,
+                            "The up functions are those of the key with the modifiers held at its release.")},
+                       {std::move(key)});
     }();
     return format;
 }

@@ -1,5 +1,6 @@
 #include "input/ControlXml.h"
 
+#include "core/FolderNames.h"
 #include "input/ValueEventXml.h"
 #include "values/AttributeReading.h"
 
@@ -32,6 +33,7 @@ ElementFormat controlFormat() {
     };
     control.attributes.back().clamped = true;
     control.children = {valueEventFormat()};
+    control.id = {"cell"};
     return control;
 }
 
@@ -83,7 +85,7 @@ const ElementFormat& controlsFormat() {
         section.name = "Controls";
         section.meaning = "The controls on screen.";
         section.attributes = {
-            AttributeFormat::of(AttributeKind::text, "preset", "", "The preset that the section stands for."),
+            AttributeFormat::presetOf("preset", FolderNames::controlPresets, "The preset that the section stands for."),
             AttributeFormat::booleanOf("merge", false, "The controls are added to those that are there."),
         };
         section.children = {controlFormat()};

@@ -17,6 +17,8 @@ ElementFormat holderFormat(std::string_view name, std::string_view meaning) {
     format.name = name;
     format.meaning = meaning;
     format.children = FunctionManagement::functionFormats();
+    format.once = true;
+    format.oneChild = true;
     return format;
 }
 

@@ -28,6 +28,7 @@ requires(!Actions::actions[LINE].function.empty()) constexpr Kind kindOf() {
                 format.name = Class::ACTION.function;
                 format.meaning = Class::ACTION.displayName;
                 format.attributes = Class::Form::attributes(std::get<Class::ACTION.call.index()>(Class::ACTION.call));
+                Actions::namePresetFolder(Class::ACTION, format.attributes);
                 return format;
             }};
 }

@@ -1,5 +1,6 @@
 #include "input/JoystickXml.h"
 
+#include "core/FolderNames.h"
 #include "input/FunctionEntryXml.h"
 #include "input/ValueEventXml.h"
 #include "values/AttributeReading.h"
@@ -33,6 +34,7 @@ ElementFormat axisFormat() {
         AttributeFormat::wordOf("axis", {"", "X", "Y", "Z", "U", "V", "R"}, "", "Its letter; empty: no axis."),
     };
     axis.children = {std::move(event)};
+    axis.id = {"joystick", "axis"};
     return axis;
 }
 
@@ -45,6 +47,7 @@ ElementFormat buttonFormat() {
         AttributeFormat::integerOf("button", "0", 0, 31, "The button, counted from 0."),
     };
     button.children = {ComputerInput::functionEntryFormat()};
+    button.id = {"joystick", "button"};
     return button;
 }
 
@@ -116,7 +119,8 @@ const ElementFormat& joystickFormat() {
         section.name = "Joystick";
         section.meaning = "What the axes and buttons of the joysticks do.";
         section.attributes = {
-            AttributeFormat::of(AttributeKind::text, "preset", "", "The preset that the section stands for."),
+            AttributeFormat::presetOf("preset", FolderNames::joystickPresets,
+                                      "The preset that the section stands for."),
             AttributeFormat::booleanOf("merge", false, "The axes and buttons are added to those that are there."),
         };
         section.children = {axisFormat(), buttonFormat()};

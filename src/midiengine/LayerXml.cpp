@@ -1,5 +1,6 @@
 #include "midiengine/LayerXml.h"
 
+#include "core/FolderNames.h"
 #include "values/AttributeReading.h"
 
 #include <algorithm>
@@ -50,15 +51,18 @@ ElementFormat layerFormat() {
     arpeggio.name = "Arpeggio";
     arpeggio.meaning = "The arpeggio that plays the layer's notes: one element of its kind.";
     arpeggio.children = ArpeggioManagement::arpeggioFormats();
+    arpeggio.once = true;
+    arpeggio.oneChild = true;
     ElementFormat sequence;
     sequence.name = "SequenceSetting";
     sequence.meaning = "The sequence that plays the layer's notes, or those of its arpeggio.";
     sequence.attributes = {
-        AttributeFormat::of(Kind::text, "preset", "", "The name of the sequence; empty: none."),
+        AttributeFormat::presetOf("preset", FolderNames::sequences, "The name of the sequence; empty: none."),
         AttributeFormat::booleanOf("useNote", true, "The note offset of the step is added to the note."),
         AttributeFormat::booleanOf("useVelocity", true, "The velocity offset of the step is added to the velocity."),
         AttributeFormat::booleanOf("useLength", true, "A note ends after the length of its step at the latest."),
     };
+    sequence.once = true;
     layer.children = {arpeggio, sequence};
     // The kind may also stand straight in the layer.
     layer.children.insert(layer.children.end(), arpeggio.children.begin(), arpeggio.children.end());
@@ -140,7 +144,8 @@ const ElementFormat& layersFormat() {
         section.meaning = "The layers, in order.";
         section.attributes = {
             AttributeFormat::booleanOf("merge", false, "The layers are added to those that are there."),
-            AttributeFormat::of(Kind::text, "preset", "", "The layer preset that the section stands for."),
+            AttributeFormat::presetOf("preset", FolderNames::layerPresets,
+                                      "The layer preset that the section stands for."),
         };
         section.children = {layerFormat()};
         return section;

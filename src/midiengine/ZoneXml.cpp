@@ -16,6 +16,7 @@ const ElementFormat& zonesFormat() {
             AttributeFormat::integerOf("transpose", "0", -127, 127, "Semitones added to each note of the zone."),
         };
         zone.attributes.back().clamped = true;
+        zone.id = {"id"};
         ElementFormat section;
         section.name = "Zones";
         section.meaning = "The zones of the computer keyboard, the screen and the joysticks.";

@@ -1,5 +1,6 @@
 #include "midiinput/MidiInputXml.h"
 
+#include "core/FolderNames.h"
 #include "midiinput/TranslationFactory.h"
 #include "values/AttributeReading.h"
 #include "values/XmlWriter.h"
@@ -59,11 +60,14 @@ const ElementFormat& midiInputFormat() {
                                 "The message; notes and controllers with their number."),
         };
         event.children = {TranslationManagement::translationFormat()};
+        event.children.front().oneChild = true;
+        event.id = {"input", "channel", "midiEvent"};
         ElementFormat section;
         section.name = "MidiInput";
         section.meaning = "What becomes of incoming MIDI messages.";
         section.attributes = {
-            AttributeFormat::of(AttributeKind::text, "preset", "", "The preset that the section stands for."),
+            AttributeFormat::presetOf("preset", FolderNames::midiInputPresets,
+                                      "The preset that the section stands for."),
             AttributeFormat::booleanOf("merge", false, "The messages are added to those that are there."),
         };
         section.children = {std::move(event)};

@@ -33,6 +33,7 @@ requires(!Actions::actions[LINE].translation.empty()) constexpr Kind kindOf() {
                 format.name = Class::ACTION.translation;
                 format.meaning = Class::ACTION.displayName;
                 format.attributes = Class::Form::attributes(std::get<Class::ACTION.call.index()>(Class::ACTION.call));
+                Actions::namePresetFolder(Class::ACTION, format.attributes);
                 return format;
             }};
 }

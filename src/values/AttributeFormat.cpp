@@ -179,7 +179,7 @@ std::string AttributeFormat::describeValues() const {
     case AttributeKind::text:
         break;
     }
-    return "any text";
+    return presetFolder.empty() ? "any text" : "the name of a file in \"" + std::string(presetFolder) + "\" or empty";
 }
 
 AttributeFormat AttributeFormat::booleanOf(std::string_view name, bool defaultValue, std::string_view meaning) {
@@ -198,6 +198,12 @@ AttributeFormat AttributeFormat::wordOf(std::string_view name, std::vector<std::
                                         std::string_view defaultWord, std::string_view meaning) {
     auto format = of(AttributeKind::word, name, defaultWord, meaning);
     format.words = std::move(words);
+    return format;
+}
+
+AttributeFormat AttributeFormat::presetOf(std::string_view name, std::string_view folder, std::string_view meaning) {
+    auto format = of(AttributeKind::text, name, "", meaning);
+    format.presetFolder = folder;
     return format;
 }
 

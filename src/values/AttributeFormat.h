@@ -41,6 +41,7 @@ struct AttributeFormat {
     bool clamped = false;                // numbers out of range are read as the nearest in range, else as they are
     std::vector<std::string_view> words; // in the order of their numbers
     bool anyCase = false;                // of words
+    std::string_view presetFolder = {};  // of a text: it names a preset in that folder, or none when it is empty
 
     // What is wrong with a text, for a person; nothing when it is fine, as the default always is.
     [[nodiscard]] std::optional<std::string> faultOf(std::string_view value) const;
@@ -55,6 +56,9 @@ struct AttributeFormat {
                                                    std::string_view meaning);
     [[nodiscard]] static AttributeFormat wordOf(std::string_view name, std::vector<std::string_view> words,
                                                 std::string_view defaultWord, std::string_view meaning);
+    // The name of a preset.
+    [[nodiscard]] static AttributeFormat presetOf(std::string_view name, std::string_view folder,
+                                                  std::string_view meaning);
     // Any other kind.
     [[nodiscard]] static AttributeFormat of(AttributeKind kind, std::string_view name, std::string_view defaultText,
                                             std::string_view meaning);
