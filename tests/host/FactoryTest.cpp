@@ -69,7 +69,8 @@ TEST(Factory, TheDefaultPresetsAreWhatIsBuiltIn) {
         <Layers preset="000 - Default"/><Oscillators preset="000 - Default"/></Program></ProgramFile>)";
     for (const char* const script : {"default-keyboard.script", "controls.script", "defaults.script"}) {
         const fs::path file = source / "tests" / "golden" / script;
-        EXPECT_EQ(render(file, {"--program", program.string()}), render(file, {})) << script;
+        EXPECT_EQ(render(file, {"--inputs", "2", "--program", program.string()}), render(file, {"--inputs", "2"}))
+            << script;
     }
 }
 
