@@ -8,14 +8,17 @@
 #include "host/live/LiveScript.h"
 #include "host/live/MidiSystemFlag.h"
 #include "host/live/StatusLine.h"
+#include "host/live/StepsText.h"
 #include "host/live/StopSignals.h"
 #include "host/live/Terminal.h"
 #include "host/live/TerminalKeyboard.h"
+#include "host/live/TextPrinter.h"
 
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <vector>
@@ -43,8 +46,7 @@ public:
         if (target == "-") {
             if (!printsToOutput_) {
                 printsToOutput_ = true;
-                const bool besideStatus = standardOutputIsTerminal() && standardErrorIsTerminal();
-                printers_.push_back(std::make_unique<EventPrinter>(stdout, besideStatus ? lineEraser() : ""));
+                printers_.push_back(std::make_unique<EventPrinter>(stdout, eraserBesideStatus()));
             }
             return Platform::success();
         }
@@ -75,15 +77,25 @@ public:
     }
     // How many times something was written.
     [[nodiscard]] std::uint64_t written() const {
-        std::uint64_t written = 0;
+        std::uint64_t written = explanation_ ? explanation_->written() : 0;
         for (const auto& printer : printers_) {
             written += printer->written();
         }
         return written;
     }
+    // Prints what becomes of the messages that arrive, to standard output.
+    [[nodiscard]] std::function<void(const Backend::MidiInput::InputSteps&)> explanations(LivePlayer& player) {
+        explanation_ = std::make_unique<TextPrinter>(stdout, eraserBesideStatus());
+        return [this, &player](const Backend::MidiInput::InputSteps& steps) {
+            const std::vector<Backend::MidiInputPort> inputs = player.system().inputs();
+            const auto input = static_cast<std::size_t>(steps.incoming.getInput());
+            explanation_->print(textOf(steps, input < inputs.size() ? inputs[input].name : "?"));
+        };
+    }
     // What is still to be written is written; says what was lost.
     void finish() {
-        std::uint64_t dropped = 0;
+        std::uint64_t dropped = explanation_ ? explanation_->dropped() : 0;
+        explanation_.reset();
         for (const auto& printer : printers_) {
             dropped += printer->dropped();
         }
@@ -94,6 +106,12 @@ public:
     }
 
 private:
+    // What makes room for a line where the status line stands.
+    [[nodiscard]] static std::string eraserBesideStatus() {
+        return standardOutputIsTerminal() && standardErrorIsTerminal() ? lineEraser() : "";
+    }
+
+    std::unique_ptr<TextPrinter> explanation_; // null: nobody asks
     std::vector<OpenFile> files_;
     std::vector<std::unique_ptr<EventPrinter>> printers_;
     bool printsToOutput_ = false;
@@ -168,6 +186,7 @@ RunCommand::RunCommand(CLI::App& commandLine)
         ->type_name("SOURCE");
     verb_->add_option("--clock-out", clockOutputs_, "Send MIDI clock on the outputs whose names contain this")
         ->type_name("NAME");
+    verb_->add_flag("--explain", explain_, "Print what becomes of each incoming message, and why");
     verb_->add_flag("--connect", wishes_.connect, "Connect to the first synthesizer found");
 }
 
@@ -236,6 +255,9 @@ Outcome RunCommand::play() {
     }
     Outcome ended = Platform::success();
     {
+        if (explain_) {
+            session_.explainInput = printers.explanations(player);
+        }
         Session session(player, session_);
         if (const Outcome started = session.start(player.system().inputs(), player.system().outputs()); !started) {
             return started;

@@ -35,6 +35,7 @@ private:
     std::optional<std::string> tempoSource_;
     std::vector<std::string> clockOutputs_;
     bool headless_ = false;
+    bool explain_ = false;
 };
 
 } // namespace Host

@@ -41,6 +41,7 @@ Platform::Outcome Session::start(const std::vector<Backend::MidiInputPort>& inpu
         remarks_.push_back(remark);
     };
     surroundings.records = options_.records;
+    surroundings.explainInput = options_.explainInput;
     if (options_.joysticks) {
         surroundings.openJoysticks = Platform::openJoysticks;
     }

@@ -5,6 +5,7 @@
 #include "platform/Result.h"
 #include "values/MidiPort.h"
 
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -13,6 +14,9 @@
 
 namespace Backend::MidiEngine {
 class MidiPlayer;
+}
+namespace Backend::MidiInput {
+struct InputSteps;
 }
 
 namespace Host {
@@ -27,6 +31,8 @@ struct SessionOptions {
     bool joysticks = false;             // they are looked for and play
     bool defaultBank = false;           // without a bank: starts with the user's
     bool records = false;               // what is played is recorded, unless the settings forbid it
+    // Told how each incoming message was handled; empty: nobody asks. [backend]
+    std::function<void(const Backend::MidiInput::InputSteps&)> explainInput{};
 };
 
 // All on one thread, which is not the backend's.

@@ -97,6 +97,23 @@ TEST_F(Run, OscillatorsPlayLiveAndLeaveTheirStopValuesBehind) {
     EXPECT_EQ(lines.back().message, "0 B0 11 99");
 }
 
+TEST_F(Run, ExplainsWhatBecomesOfAMessage) {
+    const std::string program =
+        file("p.prg",
+             R"(<ProgramFile><Program><MidiInput><MidiEvent midiEvent="Note On,60"><Translation condition="D2 gt 63">)"
+             R"(<MidiNoteOn d1="D1 +12" d2="D2"/></Translation></MidiEvent></MidiInput></Program></ProgramFile>)");
+    const auto run = start({"run", "--headless", "--midi", "none", "--explain", "--program", program});
+    run->write("0 midi 0 0x90 60 100\n10 midi 0 0x80 60 9\n");
+    run->closeInput();
+    EXPECT_EQ(run->waitForEnd(), 0) << run->error();
+    for (const char* step : {": Note On, channel 1, 60 (C4), 100\n  configured for any input and channel: Note On,60\n"
+                             "  D2 gt 63 with 100: holds\n"
+                             "  MidiNoteOn d1=\"D1 +12\" d2=\"D2\": Note On, default channel, 72 (C5), 100\n",
+                             " 0 80 72 9\n"}) {
+        EXPECT_NE(run->output().find(step), std::string::npos) << step << "in\n" << run->output();
+    }
+}
+
 TEST_F(Run, PlaysLinesAsTheyArriveAndReleasesWhatSoundsAtTheEnd) {
     for (const int way : {SIGTERM, SIGINT, 0}) {
         SCOPED_TRACE(way);

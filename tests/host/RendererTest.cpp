@@ -17,6 +17,18 @@ constexpr const char* layeredProgram = R"(<?xml version="1.0" encoding="utf-8"?>
 </Layers></Program></ProgramFile>
 )";
 
+// Translations that play, and some that change the program, MIDI input itself among it.
+constexpr const char* translatedProgram = R"(<?xml version="1.0" encoding="utf-8"?>
+<ProgramFile><Program name="P" tempo="100" tempoSource="0"><MidiInput>
+<MidiEvent midiEvent="Note On,58"><Translation condition="D2 gt 40"><MidiNoteOn output="2" channel="9" d1="D1 +12" d2="D2"/></Translation></MidiEvent>
+<MidiEvent input="1" midiEvent="Note On,59"><Translation><Unchanged channel="unchanged" d1="D1" d2="D2"/></Translation><Translation><ChangeLayerTranspose type="0" value="D2 -64"/></Translation></MidiEvent>
+<MidiEvent channel="1" midiEvent="Note Off,60"><Translation condition="D2 lt 20"><ResetQel/></Translation></MidiEvent>
+<MidiEvent midiEvent="Controller Change,61"><Translation><ChangeDefaultMidiOutput type="D2"/></Translation><Translation condition="D2 gt 100"><LoadMidiInputPreset preset="000 - Default"/></Translation></MidiEvent>
+<MidiEvent midiEvent="Program Change"><Translation><ChangeTempo value="D1"/></Translation><Translation><MidiControllerChange d1="D1" d2="D1"/></Translation></MidiEvent>
+<MidiEvent midiEvent="Key Pressure"><Translation><DoNothing/></Translation></MidiEvent>
+</MidiInput><Layers merge="false"><Layer output="255" channel="1"/></Layers></Program></ProgramFile>
+)";
+
 TEST(Renderer, PlaysInTheTickOfTheLine) {
     EXPECT_EQ(renderScript("0 midi 0 0x90 60 100\n0 midi 0 0xB0 7 1\n480 midi 1 0x90 60 0\n20000 midi 0 0xC5 9\n"),
               "0 0 90 60 100\n0 0 B0 7 1\n480 0 80 60 100\n20000 0 C0 9\n");
@@ -71,9 +83,10 @@ std::string randomScript(RandomCases& random) {
 // Handed in one by one, in small batches with the next one on its way, or all at once: the same bytes.
 TEST(Renderer, GivesTheSameWhateverTheBatches) {
     RandomCases random;
-    for (int round = 0; round < 15; ++round) {
+    for (int round = 0; round < 20; ++round) {
         const std::string script = randomScript(random);
-        const std::string program = random.number(0, 1) == 0 ? "" : layeredProgram;
+        const char* const programs[] = {"", layeredProgram, translatedProgram, translatedProgram};
+        const std::string program = programs[random.number(0, 3)];
         const std::string exact = renderScript(script, program, 0);
         for (const std::size_t batch : {std::size_t{1}, random.number<std::size_t>(2, 50), Renderer::usualBatch}) {
             ASSERT_EQ(renderScript(script, program, batch), exact) << "in batches of " << batch << '\n' << script;
