@@ -96,7 +96,7 @@ void PeriodClock::take(const Period& period) {
     sync_.transportAt(period.frame, period.transport);
 }
 
-std::chrono::nanoseconds PeriodClock::work() {
+std::chrono::nanoseconds PeriodClock::work(bool arrived) {
     const auto now = time_.now();
     const auto dead =
         seen_ + std::max(shortestPatience, durationOf(std::int64_t{patientPeriods} * period_.frames, period_));
@@ -109,6 +109,9 @@ std::chrono::nanoseconds PeriodClock::work() {
     if (taken_.load() < period_.lastArrival && now < latest) {
         return latest;
     }
+    if (arrived) { // what belongs to the tick before the period's own is not to move into them
+        runner_.runArrivals();
+    }
     sync_.runUntil(period_.frame + period_.frames - 1);
     return dead;
 }
@@ -119,7 +122,7 @@ void PeriodClock::round() {
     if (const Period period = incoming_.load(); period.number != period_.number) {
         take(period);
     }
-    const std::chrono::nanoseconds idleUntil = work();
+    const std::chrono::nanoseconds idleUntil = work(arrived);
     if (arrived && runner_.lastRun() == before) {
         runner_.runArrivals();
     }

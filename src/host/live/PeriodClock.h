@@ -75,7 +75,7 @@ public:
 
 private:
     // Runs what is due and says how long there is nothing to do.
-    [[nodiscard]] std::chrono::nanoseconds work();
+    [[nodiscard]] std::chrono::nanoseconds work(bool arrived);
     void take(const Period& period);
     [[nodiscard]] std::chrono::nanoseconds timeOfFrame(std::int64_t frame) const noexcept;
     [[nodiscard]] std::int64_t frameAt(std::chrono::nanoseconds time) const noexcept;
