@@ -98,6 +98,35 @@ TEST_F(PeriodClockTest, TicksWaitForWhatCameInWithTheirPeriod) {
     EXPECT_EQ(dues[engine.ticks.back()], 1000 + 50 * (engine.ticks.back() - engineTimeOrigin.count) + 1024);
 }
 
+// What came in early in a period may belong to the last tick of the period before.
+TEST_F(PeriodClockTest, WhatBelongsToATickThatHasBeenRunIsPlayedInThatTick) {
+    period(1000, 64);
+    clock.round();
+    const std::int32_t last = engine.ticks.back();
+    period(1064, 64, 1064);
+    clock.round();
+    ASSERT_EQ(clock.tickAt(1064).count, last);
+    engine.post("note");
+    clock.eventsArrived();
+    clock.arrivalsTaken(1064);
+    clock.round();
+    ASSERT_EQ(engine.played.size(), 1U);
+    EXPECT_EQ(engine.played[0].tick, last);
+    EXPECT_EQ(engine.ticks.back(), clock.tickAt(1064 + 63).count) << "and the period's own ticks are run as well";
+}
+
+TEST_F(PeriodClockTest, TellsTheTimesOfTheTickThatIsPlayed) {
+    engine.dependent = true;
+    period(1000, 256);
+    const TickGrid ideal(48'000, engineTimeOrigin.count, 1000, 120);
+    engine.onTick = [&](std::int32_t tick) {
+        EXPECT_EQ(clock.tickTime().begin, ideal.timeOf(tick));
+        EXPECT_EQ(clock.tickTime().end, ideal.timeOf(tick + 1));
+    };
+    clock.round();
+    EXPECT_EQ(clock.tickTime().begin, -1);
+}
+
 TEST_F(PeriodClockTest, ButNotForEver) {
     period(1000, 1024);
     clock.round();

@@ -5,6 +5,8 @@
 
 namespace {
 
+using Backend::MidiEngine::QelMidiMessage;
+
 struct Case {
     std::string name;
     std::string layers;
@@ -124,5 +126,30 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"OtherMessagesPass", sequenceLayer("-"), "cc 7 1; on 60 1; off 60; bend 0 64", "0 0 B0 7 1; 3 0 E0 0 64"},
         Case{"AnEmptySequenceLetsNotesPass", sequenceLayer(" "), "on 60 1; off 60 2", "0 0 90 60 1; 1 0 80 60 2"}),
     [](const auto& each) { return each.param.name; });
+
+// A tick is ten units long; the key comes in three units behind the beginning of its tick.
+TEST(ArpeggioHostTimeTest, TheBeatsKeepThePlaceWithinItsTickOfTheFirstNote) {
+    EngineRig rig(layer(R"(UpArpeggio beat="4" length="2")") + sequenceLayer("0 L2", "useNote=\"true\""));
+    const auto run = [&rig](int ticks) {
+        for (; ticks > 0; --ticks) {
+            rig.player.tick = {1000 + 10 * rig.tick, 1010 + 10 * rig.tick};
+            rig.playTick();
+        }
+    };
+    run(5);
+    QelMidiMessage noteOn = eventOf("on 60 1");
+    noteOn.setHostTime(1053);
+    rig.engine.addPending(noteOn);
+    run(6);
+    // Sequence and arpeggio begin together, end two ticks later; the next beat is four ticks on.
+    EXPECT_EQ(rig.takePlayed(), "5 0 90 60 1; 5 0 90 60 1; 7 0 80 60 1; 7 0 80 60 1; 9 0 90 60 1");
+    EXPECT_EQ(rig.player.takeHostTimes(), (std::vector<std::int64_t>{1053, 1053, 1073, 1073, 1093}));
+    rig.player.tick = {1110, 1112}; // ticks have become shorter: never beyond the tick
+    rig.engine.sendReset();
+    EXPECT_EQ(rig.player.takeHostTimes(), std::vector<std::int64_t>{1111});
+    rig.player.tick = {};
+    rig.run("off 60; on 62 1");
+    EXPECT_EQ(rig.player.takeHostTimes(), (std::vector<std::int64_t>{-1, -1})); // no device
+}
 
 } // namespace

@@ -108,6 +108,37 @@ TEST(LayerXmlTest, AbsurdValuesHarmNobody) {
     EXPECT_EQ(unreadable, Layer{});
 }
 
+TEST(LayerXmlTest, ArpeggioAndSequence) {
+    const LayerList layers = readLayers(R"(<Layers>
+        <Layer><Arpeggio><UpArpeggio beat="240" length="120"/></Arpeggio><SequenceSetting preset="A &amp; B"/></Layer>
+        <Layer><DownArpeggio/><SequenceSetting preset="C" useNote="false" useVelocity="false" useLength="false"/></Layer>
+        <Layer><Arpeggio><SideArpeggio/><UpDownArpeggio beat="0" length="-7"/></Arpeggio></Layer>
+        <Layer><Arpeggio><SideArpeggio/></Arpeggio><SequenceSetting useNote="false"/></Layer></Layers>)");
+    using Backend::ArpeggioManagement::ArpeggioKind;
+    using Backend::ArpeggioManagement::ArpeggioSetting;
+    EXPECT_EQ(layers[0].arpeggio, (ArpeggioSetting{ArpeggioKind::up, 240, 120}));
+    EXPECT_EQ(layers[1].arpeggio, (ArpeggioSetting{ArpeggioKind::down, 480, 480}));
+    EXPECT_EQ(layers[2].arpeggio, (ArpeggioSetting{ArpeggioKind::upDown, 1, 1}));
+    EXPECT_FALSE(layers[3].arpeggio || layers[3].sequence);
+    EXPECT_EQ(layers[0].sequence->preset, "A & B");
+    EXPECT_TRUE(layers[0].sequence->useNote && layers[0].sequence->useVelocity && layers[0].sequence->useLength);
+    EXPECT_FALSE(layers[1].sequence->useNote || layers[1].sequence->useVelocity || layers[1].sequence->useLength);
+    const std::string text = written({layers[0]});
+    EXPECT_NE(text.find("compress=\"1_1\">\n\t\t<Arpeggio>\n\t\t\t<UpArpeggio beat=\"240\" length=\"120\"/>\n"
+                        "\t\t</Arpeggio>\n\t\t<SequenceSetting preset=\"A &amp; B\" useNote=\"true\" "
+                        "useVelocity=\"true\" useLength=\"true\"/>\n\t</Layer>\n"),
+              std::string::npos)
+        << text;
+    EXPECT_EQ(layers[0].summary({}), "L:1  Ch:1  Up Arp 1/8 Len:1/16");
+    EXPECT_EQ(layers[2].summary({}), "L:3  Ch:1  Up + Down Arp 1 Len:1");
+    std::vector<Platform::Fault> faults;
+    checkElement(parsed(text), Backend::Layers::layersFormat(), "test", faults);
+    EXPECT_TRUE(faults.empty()) << faults.front().text();
+    checkElement(parsed("<Layers><Layer><Arpeggio><SideArpeggio/></Arpeggio><UpArpeggio beat=\"x\"/></Layer></Layers>"),
+                 Backend::Layers::layersFormat(), "test", faults);
+    EXPECT_EQ(faults.size(), 2U);
+}
+
 TEST(ZoneXmlTest, TheLowestZoneIsSelectedAndALaterElementWins) {
     const ZoneMap zones = readZones(R"(<Zones><Zone id="3" transpose="5"/><Zone id="1" transpose="-7"/><Layer id="0"/>
                                        <Zone id="3" transpose="12"/></Zones>)");
@@ -168,6 +199,14 @@ TEST(SectionXmlTest, WhatIsWrittenIsReadBack) {
             layer.key = Note(random.number(-1, 11));
             layer.velocity = RelativeFixedValue::relative(random.number(-127, 127));
             layer.compress = Fraction(random.number(-9, 9), random.number(1, 9));
+            if (random.number(0, 1) != 0) {
+                layer.arpeggio = {static_cast<Backend::ArpeggioManagement::ArpeggioKind>(random.number(0, 3)),
+                                  random.number(1, 3840), random.number(1, 3840)};
+            }
+            if (random.number(0, 1) != 0) {
+                layer.sequence = {"Name <" + std::to_string(random.number(0, 99)) + ">", random.number(0, 1) != 0,
+                                  random.number(0, 1) != 0, random.number(0, 1) != 0, nullptr};
+            }
         }
         ASSERT_EQ(readLayers(written(layers)), layers) << written(layers);
         ZoneMap zones;

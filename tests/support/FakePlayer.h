@@ -39,6 +39,7 @@ public:
     void play(const Backend::MidiEngine::QelMidiMessage& message, bool) override {
         const std::lock_guard guard(mutex_);
         lines_.push_back(lineOf(message));
+        hostTimes_.push_back(message.getHostTime());
         const Sound sound{message.getOutput(), message.getChannel(), message.getD1()};
         if (message.isNoteOn()) {
             sounding_.insert(sound);
@@ -58,11 +59,17 @@ public:
         request("tempoSource", source);
     }
     [[nodiscard]] unsigned char getTempoSource() override { return tempoSource_; }
+    [[nodiscard]] TickTime tickTime() override { return tick; }
 
     // What was played since the last call.
     [[nodiscard]] std::vector<std::string> takeLines() {
         const std::lock_guard guard(mutex_);
         return std::exchange(lines_, {});
+    }
+    // The host times of what was played since the last call.
+    [[nodiscard]] std::vector<std::int64_t> takeHostTimes() {
+        const std::lock_guard guard(mutex_);
+        return std::exchange(hostTimes_, {});
     }
     // What else the engine asked for since the last call: "tempo 120", "output 1 off".
     [[nodiscard]] std::vector<std::string> takeRequests() {
@@ -78,6 +85,8 @@ public:
         const std::lock_guard guard(mutex_);
         std::erase_if(sounding_, [output](const Sound& sound) { return std::get<0>(sound) == output; });
     }
+
+    TickTime tick; // of the device; set while nothing is played
 
     // For a clock that sleeps until something arrives.
     [[nodiscard]] bool takeArrived() { return arrived_.exchange(false); }
@@ -96,6 +105,7 @@ private:
 
     std::mutex mutex_;
     std::vector<std::string> lines_;
+    std::vector<std::int64_t> hostTimes_;
     std::vector<std::string> requests_;
     std::set<Sound> sounding_;
     std::atomic<bool> arrived_ = false;
