@@ -1,0 +1,50 @@
+# What is installed, and the packages: cpack in a build folder makes a .deb on Linux and a zip for Windows.
+#   cmake --build build/release && (cd build/release && cpack)
+if(NOT TARGET tembrel_program)
+  return()
+endif()
+include(GNUInstallDirs)
+
+if(WIN32)
+  # All in one folder, the factory's files beside the program.
+  install(TARGETS tembrel_program tembrel_library RUNTIME DESTINATION .)
+  install(DIRECTORY data/factory/ DESTINATION Default)
+  install(DIRECTORY docs/manual/ DESTINATION Manual)
+  install(FILES README.md DESTINATION .)
+else()
+  # The library is the program's own: it lies where only the program looks.
+  install(TARGETS tembrel_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS tembrel_library LIBRARY DESTINATION lib/tembrel)
+  set_target_properties(tembrel_program PROPERTIES INSTALL_RPATH "$ORIGIN/../lib/tembrel")
+  install(DIRECTORY data/factory/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tembrel/Default)
+  install(DIRECTORY docs/manual/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tembrel/Manual)
+  install(FILES data/tembrel.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES data/completion/tembrel.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+          RENAME tembrel)
+  install(FILES data/desktop/tembrel.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES data/desktop/tembrel.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+  install(FILES README.md docs/file-formats.md docs/version-2-files.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+endif()
+
+set(CPACK_PACKAGE_NAME tembrel)
+set(CPACK_PACKAGE_VENDOR "Pellinor Software")
+set(CPACK_PACKAGE_CONTACT "Pellinor Software <tembrel@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "software MIDI controller")
+set(CPACK_PACKAGE_DESCRIPTION
+    "Turns the computer's keyboard, joysticks and MIDI that arrives into MIDI that leaves: through zones and layers,
+ with arpeggios, sequences and oscillators, to JACK, ALSA or a virtual port.")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
+if(WIN32)
+  set(CPACK_GENERATOR ZIP)
+else()
+  set(CPACK_GENERATOR DEB)
+  set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+  set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+  set(CPACK_DEBIAN_PACKAGE_SECTION sound)
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR}/bin)
+  # Loaded while the program runs, where they are: joysticks, and priority for the clock.
+  set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libsdl2-2.0-0, rtkit")
+endif()
+include(CPack)
