@@ -13,6 +13,7 @@
 #include "host/live/Terminal.h"
 #include "host/live/TerminalKeyboard.h"
 #include "host/live/TextPrinter.h"
+#include "host/window/ProgramWindow.h"
 
 #include <cerrno>
 #include <chrono>
@@ -254,6 +255,18 @@ Outcome RunCommand::play() {
         player.sendClockTo(clockOutputs_);
     }
     Outcome ended = Platform::success();
+    Session* running = nullptr; // while the window may ask
+    const std::unique_ptr<ProgramWindow> window = headless_ ? nullptr : makeProgramWindow([&] {
+        WindowNews news;
+        news.end = signals.wasAsked() || !printers.state();
+        for (const Fault& fault : running->takeFaults()) {
+            news.faults.push_back(fault.text());
+        }
+        news.status.system = player.system().name();
+        news.status.tempo = static_cast<int>(player.tempo().beatsPerMinute() + 0.5);
+        news.status.heldNotes = player.heldNotes();
+        return news;
+    });
     {
         if (explain_) {
             session_.explainInput = printers.explanations(player);
@@ -272,7 +285,11 @@ Outcome RunCommand::play() {
         }
         std::unique_ptr<LiveScript> script;
         std::unique_ptr<TerminalKeyboard> keyboard;
-        if (standardInputIsTerminal()) {
+        if (window) {
+            running = &session;
+            window->run(session.qel());
+            ended = printers.state();
+        } else if (standardInputIsTerminal()) {
             keyboard = std::make_unique<TerminalKeyboard>(session.qel(), player);
             if (!keyboard->state()) {
                 std::cerr << keyboard->state().fault().text() << '\n';
@@ -281,7 +298,9 @@ Outcome RunCommand::play() {
             script = std::make_unique<LiveScript>(stdin, player, session.qel(), wake);
             printers.setStart(script->start());
         }
-        ended = waitForEnd(signals, script.get(), printers, session, status.get(), wake);
+        if (!window) {
+            ended = waitForEnd(signals, script.get(), printers, session, status.get(), wake);
+        }
         script.reset();
         keyboard.reset();
         status.reset();

@@ -1,0 +1,224 @@
+#include "desktop/Palette.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QPalette>
+#include <QStyleFactory>
+#include <algorithm>
+#include <cstddef>
+
+namespace Desktop {
+
+namespace {
+
+struct NamedPalette {
+    const char* name;
+    Palette colours;
+};
+
+const NamedPalette& named(std::size_t place) {
+    // clang-format off
+    static const NamedPalette palettes[]{
+        {"Dark", {
+            "#15171b", "#1d2026", "#262a32", "#121418", "#31363f",
+            "#e6e8eb", "#9aa1ac", "#5f6773",
+            "#f2b04c",
+            "#4cc2b4", "#6aa5f8", "#ee7b93",
+            "#7fc97a",
+            "#12141a",
+            "#ebebee", "#1a1c21", "#3a3f49",
+            "#e0526b"}},
+        {"Light", {
+            "#e9ebee", "#f7f8fa", "#ffffff", "#dfe2e7", "#c3c8d0",
+            "#1b1e24", "#535a66", "#8d95a1",
+            "#b06a00",
+            "#0c8577", "#2563c9", "#c2365a",
+            "#2f8a2a",
+            "#ffffff",
+            "#ffffff", "#2b2f37", "#3a3f49",
+            "#c2263f"}},
+        {"High contrast", {
+            "#000000", "#000000", "#16161a", "#000000", "#b9bdc6",
+            "#ffffff", "#e3e6ea", "#b9bdc6",
+            "#ffd23f",
+            "#3df2dc", "#9cc6ff", "#ff9db4",
+            "#7dff72",
+            "#000000",
+            "#ffffff", "#000000", "#000000",
+            "#ff5c77"}}};
+    // clang-format on
+    return palettes[place];
+}
+
+constexpr std::size_t paletteCount = 3;
+std::size_t inUse = 0;
+
+QString rgb(const QColor& colour) {
+    return colour.name();
+}
+
+// For what the toolkit draws itself. Names in braces are colours, {g1} ... steps of the grid.
+QString styleSheet(const Palette& p) {
+    QString sheet = QStringLiteral(R"(
+QWidget { color: {text}; background: transparent; selection-background-color: {amber}; selection-color: {onAccent}; }
+QMainWindow, QDialog, QMenu, #MainWindow { background: {ground}; }
+QToolTip { color: {text}; background: {raised}; border: 1px solid {line}; padding: {g1}px; }
+#SystemBar, #HelpLine { background: {raised}; }
+#Panel { background: {panel}; border: 1px solid {line}; border-radius: 7px; }
+#PanelTitle { font-weight: 600; }
+#Caption { color: {dim}; font-size: {small}px; }
+#Dim { color: {dim}; }
+QPushButton, QToolButton { background: {raised}; border: 1px solid {line}; border-radius: 6px;
+    padding: {g1}px {g2}px; min-height: {g4}px; }
+QPushButton:hover, QToolButton:hover { border-color: {dim}; }
+QPushButton:pressed, QToolButton:pressed { background: {sunk}; }
+QPushButton:checked, QToolButton:checked { background: {teal}; color: {onAccent}; border-color: {teal}; }
+QPushButton:disabled, QToolButton:disabled { color: {faint}; }
+QPushButton:focus, QToolButton:focus { border: 1px solid {amber}; }
+QToolButton#Flat { background: transparent; border-color: transparent; }
+QToolButton#Flat:hover, QToolButton#Flat:focus { border-color: {line}; }
+QToolButton#Flat:focus { border-color: {amber}; }
+QToolButton::menu-indicator { image: none; width: 0; }
+QPushButton#PanelButton { color: {dim}; background: transparent; border-bottom: 2px solid transparent; }
+QPushButton#PanelButton:checked { color: {text}; background: {raised}; border-color: {line};
+    border-bottom: 2px solid {amber}; }
+QPushButton#PanelButton:focus { border-color: {amber}; }
+QPushButton#Panic { color: {danger}; background: transparent; border-color: {danger}; font-weight: 600; }
+QPushButton#Panic:pressed { color: {onAccent}; background: {danger}; }
+QPushButton#Small { padding: 0 {g2}px; min-height: {g3}px; }
+QPushButton#Small:checked { background: {amber}; border-color: {amber}; }
+QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QTextBrowser, QListView, QTreeView, QTableView {
+    background: {sunk}; border: 1px solid {line}; border-radius: 6px; padding: {g1}px; }
+QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QListView:focus, QTreeView:focus, QTableView:focus,
+QTextBrowser:focus { border-color: {amber}; }
+QLineEdit:disabled, QComboBox:disabled, QAbstractSpinBox:disabled { color: {faint}; }
+QComboBox::drop-down { border: none; width: {g4}px; }
+QComboBox QAbstractItemView { background: {raised}; border: 1px solid {line}; }
+QSpinBox::up-button, QSpinBox::down-button, QDoubleSpinBox::up-button, QDoubleSpinBox::down-button { width: 0; }
+QListView::item:selected, QTreeView::item:selected, QTableView::item:selected { background: {amber};
+    color: {onAccent}; }
+QHeaderView::section { background: {panel}; color: {dim}; border: none; padding: {g1}px; }
+QTableView { gridline-color: {line}; }
+QMenu { border: 1px solid {line}; padding: {g1}px; }
+QMenu::item { padding: {g1}px {g5}px; border-radius: 4px; }
+QMenu::item:selected { background: {amber}; color: {onAccent}; }
+QMenu::item:disabled { color: {faint}; }
+QMenu::separator { height: 1px; background: {line}; margin: {g1}px; }
+QCheckBox, QRadioButton { spacing: {g2}px; }
+QCheckBox::indicator { width: {g3}px; height: {g3}px; border: 1px solid {dim}; border-radius: 3px; background: {sunk}; }
+QCheckBox::indicator:checked { background: {amber}; border-color: {amber}; }
+QCheckBox:focus { color: {amber}; }
+QScrollArea { border: none; }
+QScrollBar { background: transparent; width: {g2}px; height: {g2}px; margin: 0; }
+QScrollBar::handle { background: {line}; border-radius: 3px; min-height: {g5}px; min-width: {g5}px; }
+QScrollBar::handle:hover { background: {dim}; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+QSplitter::handle { background: transparent; }
+QSplitter::handle:hover { background: {line}; }
+QTabBar::tab { padding: {g1}px {g3}px; background: {panel}; border-bottom: 2px solid transparent; }
+QTabBar::tab:selected { border-bottom: 2px solid {amber}; }
+QTabWidget::pane { border: none; }
+)");
+    const std::pair<const char*, QString> words[]{
+        {"{ground}", rgb(p.ground)},
+        {"{panel}", rgb(p.panel)},
+        {"{raised}", rgb(p.raised)},
+        {"{sunk}", rgb(p.sunk)},
+        {"{line}", rgb(p.line)},
+        {"{text}", rgb(p.text)},
+        {"{dim}", rgb(p.dim)},
+        {"{faint}", rgb(p.faint)},
+        {"{amber}", rgb(p.amber)},
+        {"{teal}", rgb(p.teal)},
+        {"{danger}", rgb(p.danger)},
+        {"{onAccent}", rgb(p.onAccent)},
+        {"{g1}", QString::number(grid())},
+        {"{g2}", QString::number(grid(2))},
+        {"{g3}", QString::number(grid(3))},
+        {"{g4}", QString::number(grid(4))},
+        {"{g5}", QString::number(grid(5))},
+        {"{small}", QString::number(std::max(9, QFontMetrics(QApplication::font()).height() * 5 / 8))}};
+    for (const auto& [word, value] : words) {
+        sheet.replace(QLatin1String(word), value);
+    }
+    return sheet;
+}
+
+} // namespace
+
+QColor Palette::inTurn(int number) const {
+    const QColor* const accents[]{&teal, &blue, &rose};
+    return number < 0 ? dim : *accents[number % 3];
+}
+
+const Palette& palette() {
+    return named(inUse).colours;
+}
+
+QString paletteName() {
+    return QString::fromLatin1(named(inUse).name);
+}
+
+QStringList paletteNames() {
+    QStringList names;
+    for (std::size_t i = 0; i < paletteCount; ++i) {
+        names << QString::fromLatin1(named(i).name);
+    }
+    return names;
+}
+
+void usePalette(const QString& name) {
+    const auto place = paletteNames().indexOf(name);
+    if (place < 0) {
+        return;
+    }
+    inUse = static_cast<std::size_t>(place);
+    const Palette& p = palette();
+    QPalette colours;
+    colours.setColor(QPalette::Window, p.ground);
+    colours.setColor(QPalette::Base, p.sunk);
+    colours.setColor(QPalette::AlternateBase, p.panel);
+    colours.setColor(QPalette::Button, p.raised);
+    colours.setColor(QPalette::Highlight, p.amber);
+    colours.setColor(QPalette::HighlightedText, p.onAccent);
+    colours.setColor(QPalette::Link, p.amber);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText}) {
+        colours.setColor(role, p.text);
+    }
+    colours.setColor(QPalette::PlaceholderText, p.dim);
+    QApplication::setPalette(colours);
+    qApp->setStyleSheet(styleSheet(p));
+}
+
+QFont figureFont(double scale) {
+    static const QString face = [] {
+        for (const char* const name : {"JetBrains Mono", "DejaVu Sans Mono", "Liberation Mono"}) {
+            if (QFontDatabase::families().contains(QLatin1String(name))) {
+                return QString::fromLatin1(name);
+            }
+        }
+        return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+    }();
+    QFont font = QApplication::font();
+    font.setFamily(face);
+    if (font.pixelSize() > 0) {
+        font.setPixelSize(std::max(1, static_cast<int>(font.pixelSize() * scale)));
+    } else {
+        font.setPointSizeF(font.pointSizeF() * scale);
+    }
+    return font;
+}
+
+int grid(int units) {
+    static int height = 0;
+    static QFont measured;
+    if (height == 0 || measured != QApplication::font()) {
+        measured = QApplication::font();
+        height = QFontMetrics(measured).height();
+    }
+    return std::max(1, units * height / 4);
+}
+
+} // namespace Desktop

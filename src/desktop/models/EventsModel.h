@@ -1,0 +1,73 @@
+// The list of what came in and what went out.
+#pragma once
+
+#include "desktop/models/Model.h"
+#include "midiengine/DisplayListener.h"
+#include "values/QelMidiMessage.h"
+
+#include <QElapsedTimer>
+#include <QString>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <mutex>
+#include <vector>
+
+namespace Desktop {
+
+class Models;
+
+struct ListedEvent {
+    Backend::MidiEngine::MidiMessage message;
+    std::int8_t port = -1;  // output, or input of an incoming one
+    std::int8_t input = -1; // where it came from; -1: from no MIDI input
+    std::int8_t zone = -1;
+    bool incoming = false;
+    std::uint32_t milliseconds = 0; // since the list began
+};
+
+// Takes events from the display thread and from the window's messages, and hands them on once a frame.
+class EventsModel final : public Model, private Backend::Display::DisplayListener {
+    Q_OBJECT
+
+public:
+    static constexpr std::size_t capacity = 10000;
+
+    explicit EventsModel(Models& models);
+    ~EventsModel() override;
+    EventsModel(const EventsModel&) = delete;
+    EventsModel& operator=(const EventsModel&) = delete;
+
+    // From here on it listens, to the end. Costs nothing while nothing plays.
+    void start();
+    void stop();
+
+    // The last `capacity` events, oldest first; taken in by drain().
+    [[nodiscard]] const std::deque<ListedEvent>& events() const { return events_; }
+    [[nodiscard]] QString nameOf(const ListedEvent& event) const;
+    [[nodiscard]] QString portOf(const ListedEvent& event) const;
+    [[nodiscard]] QString wayOf(const ListedEvent& event) const; // input → zone → layer → output
+    [[nodiscard]] QString valueOf(const ListedEvent& event) const;
+    [[nodiscard]] static QString timeOf(const ListedEvent& event);
+
+    void addReceived(const Backend::MidiEngine::QelMidiMessage& message);
+    // Takes in what has come since the last call; once a frame. True when there was anything.
+    bool drain();
+    void clear();
+
+signals:
+    void added(int count);
+
+private:
+    void messageSent(const Backend::Display::DisplayRecord& record) override;
+
+    Models& models_;
+    std::deque<ListedEvent> events_;
+    std::mutex mutex_;
+    std::vector<ListedEvent> waiting_; // under the mutex
+    std::vector<ListedEvent> taken_;
+    bool listening_ = false;
+    QElapsedTimer clock_;
+};
+
+} // namespace Desktop

@@ -1,0 +1,77 @@
+#include "desktop/models/OscillatorsModel.h"
+
+#include "core/QelIF.h"
+#include "desktop/models/Models.h"
+#include "generators/OscillatorMessages.h"
+#include "values/OnOffToggle.h"
+#include "values/SelectType.h"
+
+namespace Desktop {
+
+using namespace Backend::Oscillators;
+
+OscillatorsModel::OscillatorsModel(Models& models) : models_(models) {
+    onCopy<OscList>(oscListMessage, [this](OscList list) {
+        list_ = std::move(list);
+        emit changed();
+    });
+    on(oscMovedMessage, [this](std::uintptr_t id, std::intptr_t value) {
+        emit valueMoved(static_cast<int>(id), static_cast<int>(value));
+    });
+}
+
+void OscillatorsModel::play(int oscillator, bool on) {
+    models_.ask([oscillator, on](Backend::QelIF& qel) {
+        qel.changeOscPlaying(SelectType::fixed(oscillator),
+                             OnOffToggle(on ? OnOffToggle::State::on : OnOffToggle::State::off));
+    });
+}
+
+namespace {
+struct OscillatorsSnapshot {
+    OscList list;
+    friend bool operator==(const OscillatorsSnapshot& a, const OscillatorsSnapshot& b) {
+        return a.list.hasSameActions(b.list);
+    }
+};
+} // namespace
+
+void OscillatorsModel::edit(const QString& text, OscList after, int key) {
+    models_.edits.edit<OscillatorsSnapshot>(
+        text, {list_}, {std::move(after)},
+        [this](const OscillatorsSnapshot& snapshot) {
+            list_ = snapshot.list;
+            models_.ask([list = list_](Backend::QelIF& qel) { qel.setOscillators(list); });
+            emit changed();
+        },
+        key);
+}
+
+void OscillatorsModel::change(const QString& text, const Oscillator& changedOne) {
+    OscList after = list_;
+    if (Oscillator* const place = after.find(OscId{changedOne.id})) {
+        *place = changedOne;
+        edit(text, std::move(after), models_.edits.keyFor(3000 + changedOne.id));
+    }
+}
+
+void OscillatorsModel::add() {
+    OscList after = list_;
+    Oscillator oscillator;
+    oscillator.midiMessage = Backend::MidiEngine::MidiMessage(Backend::MidiEngine::MessageType::controllerChange, 1);
+    after.append(oscillator);
+    edit(tr("add an oscillator"), std::move(after));
+}
+
+void OscillatorsModel::remove(int oscillator) {
+    OscList after = list_;
+    after.clear();
+    for (const Oscillator& each : list_) {
+        if (each.id != oscillator) {
+            after.append(each);
+        }
+    }
+    edit(tr("remove an oscillator"), std::move(after));
+}
+
+} // namespace Desktop

@@ -1,0 +1,37 @@
+// The oscillators.
+#pragma once
+
+#include "desktop/models/Model.h"
+#include "generators/OscList.h"
+
+#include <QString>
+
+namespace Desktop {
+
+class Models;
+
+class OscillatorsModel final : public Model {
+    Q_OBJECT
+
+public:
+    explicit OscillatorsModel(Models& models);
+
+    [[nodiscard]] const Backend::Oscillators::OscList& list() const { return list_; }
+
+    void play(int oscillator, bool on);
+    // Edits, which can be undone.
+    void change(const QString& text, const Backend::Oscillators::Oscillator& after);
+    void add();
+    void remove(int oscillator);
+
+signals:
+    void valueMoved(int oscillator, int value);
+
+private:
+    void edit(const QString& text, Backend::Oscillators::OscList after, int key = 0);
+
+    Models& models_;
+    Backend::Oscillators::OscList list_;
+};
+
+} // namespace Desktop

@@ -1,0 +1,278 @@
+#include "desktop/panels/ControlsPanel.h"
+
+#include "core/QelIF.h"
+#include "desktop/Palette.h"
+#include "desktop/models/Models.h"
+#include "desktop/panels/ControlEditor.h"
+#include "desktop/widgets/Fader.h"
+#include "desktop/widgets/Knob.h"
+#include "desktop/widgets/NumberField.h"
+#include "input/ControlMessageManager.h"
+
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollArea>
+#include <algorithm>
+
+namespace Desktop {
+
+using Backend::Controls::Control;
+using Backend::Controls::ControlType;
+
+ControlsPanel::ControlsPanel(Models& models, QWidget* parent)
+    : PanelFrame(Gui::Panel::control, tr("Controls"),
+                 tr("Drag, turn the wheel, or double-click; with Shift it moves finely"), models, parent) {
+    edit_ = makeButton("✎", tr("Edit the controls"), tr("Add, move and set up controls"), this);
+    edit_->setCheckable(true);
+    addHeadWidget(edit_);
+    auto* const area = new QScrollArea(this);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    holder_ = new QWidget(area);
+    auto* const box = new QVBoxLayout(holder_);
+    box->setContentsMargins(0, 0, 0, 0);
+    area->setWidget(holder_);
+    body().addWidget(area, 1);
+    line_ = new QLabel(this);
+    line_->setObjectName("Dim");
+    line_->setMinimumWidth(grid(20));
+    body().addWidget(line_);
+    editor_ = new ControlEditor(models, this);
+    editor_->hide();
+    body().addWidget(editor_);
+    connect(edit_, &QToolButton::toggled, this, [this](bool on) {
+        editor_->setVisible(on);
+        shape_.clear();
+        refresh();
+    });
+    connect(editor_, &ControlEditor::learnAsked, this, [this] { learn(editor_->cell()); });
+    connect(&models.controls, &Model::changed, this, &ControlsPanel::refresh);
+    connect(&models.controls, &ControlsModel::valueMoved, this, &ControlsPanel::moved);
+    connect(&models.controls, &ControlsModel::focusAsked, this, &ControlsPanel::focusControl);
+    connect(&models.playing, &PlayingModel::received, this, [this](const Backend::MidiEngine::QelMidiMessage& message) {
+        const Control* const control = this->models().controls.map().find(learning_);
+        if (control == nullptr || message.isNoteOff() || static_cast<int>(message.getMessageType()) >= 0xF8) {
+            return;
+        }
+        Control after = *control;
+        Backend::ValueEvent event;
+        event.message = Backend::MidiEngine::MidiMessage(message.getMessageType(), message.getD1());
+        after.events = {event};
+        if (message.isPitchBend()) {
+            after.max = 16383;
+        }
+        learning_ = {};
+        editor_->setLearning(false);
+        this->models().controls.put(tr("learn a message"), after);
+    });
+    setPresets(
+        {"Control Presets", [this] { return this->models().controls.map().presetName; },
+         [this](const std::string& name) {
+             this->models().ask([name](Backend::QelIF& qel) { qel.loadControlPreset(name); });
+         },
+         [this](const std::string& name) { this->models().qel().getControlMessageManager().postSavePreset(name, {}); },
+         [this](const std::string& name) { this->models().qel().getControlMessageManager().postDeletePreset(name); }});
+    refresh();
+}
+
+void ControlsPanel::learn(const Cell& cell) {
+    learning_ = learning_ == cell ? Cell{} : cell;
+    editor_->setLearning(learning_ == cell);
+    line_->setText(learning_ == cell ? tr("Move something on your MIDI device ...") : QString());
+}
+
+ValueInstrument* ControlsPanel::instrumentAt(const Cell& cell) const {
+    const auto found = instruments_.find(cell);
+    return found == instruments_.end() ? nullptr : found->second;
+}
+
+void ControlsPanel::focusControl(const Cell& cell) {
+    const auto& selection = models().controls.selection();
+    const Cell& wanted = cell.x >= 0 || selection.empty() ? cell : *selection.begin();
+    if (ValueInstrument* const instrument = instrumentAt(wanted)) {
+        instrument->setFocus(Qt::OtherFocusReason);
+        instrument->beginTyping();
+    }
+}
+
+void ControlsPanel::moved(const Cell& cell, int value) {
+    if (ValueInstrument* const instrument = instrumentAt(cell)) {
+        instrument->setValue(value);
+    }
+    if (const auto label = values_.find(cell); label != values_.end() && label->second != nullptr) {
+        label->second->setText(QString::number(value));
+    }
+}
+
+// Built anew only when something other than a value has changed.
+void ControlsPanel::refresh() {
+    QString shape = edit_->isChecked() ? "edit" : "play";
+    int rows = 0;
+    int columns = 0;
+    for (const auto& [cell, control] : models().controls.map()) {
+        shape += QStringLiteral("|%1,%2 %3 %4 %5 %6 %7 %8")
+                     .arg(cell.x)
+                     .arg(cell.y)
+                     .arg(static_cast<int>(control.type.getKind()))
+                     .arg(control.size)
+                     .arg(control.min)
+                     .arg(control.max)
+                     .arg(control.release)
+                     .arg(QString::fromStdString(control.name) + models().controls.textOf(control));
+        rows = std::max(rows, cell.x + 1);
+        columns = std::max(columns, cell.y + 1);
+    }
+    showPresetName();
+    if (shape != shape_) {
+        shape_ = shape;
+        instruments_.clear();
+        values_.clear();
+        delete surface_;
+        surface_ = new QWidget(holder_);
+        auto* const table = new QGridLayout(surface_);
+        table->setContentsMargins(0, 0, 0, 0);
+        table->setSpacing(grid(2));
+        for (const auto& [cell, control] : models().controls.map()) {
+            if (cell.x >= 0 && cell.y >= 0) {
+                addControl(control, rows);
+            }
+        }
+        if (edit_->isChecked()) {
+            const int last = columns;
+            for (int row = 0; row <= rows; ++row) {
+                for (int column = 0; column <= last; ++column) {
+                    if (table->itemAtPosition(row, column) == nullptr) {
+                        auto* const add = makeButton("+", tr("Add a control at %1,%2").arg(row).arg(column),
+                                                     tr("Adds a control here"), surface_);
+                        connect(add, &QToolButton::clicked, this, [this, row, column] {
+                            Control control{Cell{row, column}};
+                            control.type = ControlType(ControlType::Kind::knob);
+                            models().controls.put(tr("add a control"), control);
+                            editor_->showControl(control.cell);
+                        });
+                        table->addWidget(add, row, column, Qt::AlignCenter);
+                    }
+                }
+            }
+        }
+        table->setColumnStretch(columns + 1, 1);
+        table->setRowStretch(rows + 1, 1);
+        static_cast<QVBoxLayout*>(holder_->layout())->addWidget(surface_);
+        surface_->show();
+        editor_->showControl(editor_->cell());
+    }
+    for (const auto& [cell, control] : models().controls.map()) {
+        moved(cell, control.value);
+    }
+    for (const auto& [cell, instrument] : instruments_) {
+        instrument->setProperty("selected", models().controls.selection().contains(cell));
+        instrument->update();
+    }
+    const auto& selection = models().controls.selection();
+    if (!selection.empty()) {
+        if (const Control* const control = models().controls.map().find(*selection.begin())) {
+            line_->setText(QString::fromStdString(control->name) + "  " + models().controls.textOf(*control));
+        }
+    }
+}
+
+void ControlsPanel::addControl(const Control& control, int) {
+    auto* const box = new QWidget(surface_);
+    auto* const column = new QVBoxLayout(box);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(grid(1) / 2);
+    const Cell cell = control.cell;
+    const QString name = QString::fromStdString(control.name);
+    const ControlType::Kind kind = control.type.getKind();
+    auto* const caption = new QLabel(name, box);
+    caption->setObjectName("Caption");
+    caption->setAlignment(Qt::AlignCenter);
+    if (!name.isEmpty() && kind != ControlType::Kind::edit) {
+        column->addWidget(caption);
+    }
+    ValueInstrument* instrument = nullptr;
+    switch (kind) {
+    case ControlType::Kind::vfader: {
+        auto* const fader = new Fader(Qt::Vertical, box);
+        if (control.release != Control::NO_RELEASE) {
+            fader->setColour(Desktop::palette().teal);
+        }
+        instrument = fader;
+        break;
+    }
+    case ControlType::Kind::hfader:
+        instrument = new Fader(Qt::Horizontal, box);
+        break;
+    case ControlType::Kind::knob:
+        instrument = new Knob(box);
+        break;
+    case ControlType::Kind::edit:
+        instrument = new NumberField(box);
+        break;
+    default:
+        break;
+    }
+    if (instrument != nullptr) {
+        instrument->setRange(control.min, control.max);
+        instrument->setValue(control.value);
+        if (control.release != Control::NO_RELEASE) {
+            instrument->setResting(control.release);
+        }
+        const QString text = models().controls.textOf(control);
+        instrument->describe(name.isEmpty() ? tr("Control %1,%2").arg(cell.x).arg(cell.y) : name, name + "   " + text);
+        connect(instrument, &ValueInstrument::moved, this,
+                [this, cell](int value) { models().controls.move(cell, value); });
+        connect(instrument, &ValueInstrument::letGo, this, [this, cell] { models().controls.release(cell); });
+        connect(instrument, &ValueInstrument::pressed, this, [this, cell] {
+            models().controls.select({cell});
+            editor_->showControl(cell);
+        });
+        connect(instrument, &ValueInstrument::menuAsked, this,
+                [this, cell](QPoint where) { controlMenu(cell, where); });
+        column->addWidget(instrument, kind == ControlType::Kind::vfader ? 1 : 0, Qt::AlignHCenter);
+        instruments_[cell] = instrument;
+        if (kind != ControlType::Kind::edit) {
+            auto* const value = new QLabel(box);
+            value->setAlignment(Qt::AlignCenter);
+            value->setFont(figureFont(0.9));
+            column->addWidget(value);
+            values_[cell] = value;
+        }
+    }
+    if (kind == ControlType::Kind::edit && !name.isEmpty()) {
+        column->addWidget(caption);
+    }
+    auto* const table = static_cast<QGridLayout*>(surface_->layout());
+    const bool upright = kind == ControlType::Kind::vfader;
+    table->addWidget(box, cell.x, cell.y, upright ? std::max(1, control.size) : 1,
+                     kind == ControlType::Kind::hfader ? std::max(1, control.size) : 1,
+                     upright ? Qt::Alignment() : Qt::AlignCenter);
+}
+
+void ControlsPanel::controlMenu(const Cell& cell, const QPoint& where) {
+    QMenu menu(this);
+    menu.addAction(tr("Type a value"), this, [this, cell] { focusControl(cell); });
+    menu.addAction(tr("Edit"), this, [this, cell] {
+        edit_->setChecked(true);
+        editor_->showControl(cell);
+    });
+    menu.addAction(tr("Learn"), this, [this, cell] {
+        edit_->setChecked(true);
+        editor_->showControl(cell);
+        learn(cell);
+    });
+    QMenu* const move = menu.addMenu(tr("Move"));
+    const auto to = [&](const QString& text, int rows, int columns) {
+        const Cell target{cell.x + rows, cell.y + columns};
+        move->addAction(text, this, [this, cell, target] { models().controls.moveTo(cell, target); })
+            ->setEnabled(target.x >= 0 && target.y >= 0);
+    };
+    to(tr("Left"), 0, -1);
+    to(tr("Right"), 0, 1);
+    to(tr("Up"), -1, 0);
+    to(tr("Down"), 1, 0);
+    menu.addAction(tr("Remove"), this, [this, cell] { models().controls.remove(cell); });
+    menu.exec(where);
+}
+
+} // namespace Desktop

@@ -1,0 +1,24 @@
+// The panel that lists events.
+#pragma once
+
+#include "desktop/panels/PanelFrame.h"
+
+namespace Desktop {
+
+class EventList;
+
+class DisplayPanel final : public PanelFrame {
+    Q_OBJECT
+
+public:
+    DisplayPanel(Models& models, QWidget* parent);
+
+private:
+    void refresh();
+
+    EventList* list_;
+    QToolButton* in_;
+    QToolButton* out_;
+};
+
+} // namespace Desktop

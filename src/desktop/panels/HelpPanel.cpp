@@ -1,0 +1,52 @@
+#include "desktop/panels/HelpPanel.h"
+
+#include "desktop/Palette.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+namespace Desktop {
+
+QString manualFolder() {
+    const QDir beside(QCoreApplication::applicationDirPath());
+    for (const char* const place : {"manual", "../manual", "../share/tembrel/manual"}) {
+        if (const QString path = beside.absoluteFilePath(QString::fromLatin1(place));
+            QFile::exists(path + "/index.html")) {
+            return QDir::cleanPath(path);
+        }
+    }
+    return {};
+}
+
+HelpPanel::HelpPanel(Models& models, QWidget* parent)
+    : PanelFrame(Gui::Panel::help, tr("Help"), tr("Point at something to read what it is"), models, parent) {
+    text_ = new QLabel(this);
+    text_->setWordWrap(true);
+    text_->setMinimumHeight(grid(10));
+    text_->setAlignment(Qt::AlignTop);
+    body().addWidget(text_);
+    manual_ = new QTextBrowser(this);
+    manual_->setAccessibleName(tr("The manual"));
+    manual_->setOpenExternalLinks(false);
+    manual_->setFocusPolicy(Qt::TabFocus);
+    manual_->setMinimumSize(grid(50), grid(20));
+    body().addWidget(manual_, 1);
+    openPage("index");
+}
+
+void HelpPanel::showText(const QString& text) {
+    text_->setText(text);
+}
+
+void HelpPanel::openPage(const QString& page) {
+    const QString folder = manualFolder();
+    if (folder.isEmpty()) {
+        manual_->setPlainText(tr("The manual was not built with this program."));
+        return;
+    }
+    const QString file = folder + "/" + page + ".html";
+    manual_->setSource(QUrl::fromLocalFile(QFile::exists(file) ? file : folder + "/index.html"));
+}
+
+} // namespace Desktop

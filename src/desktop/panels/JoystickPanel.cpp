@@ -1,0 +1,143 @@
+#include "desktop/panels/JoystickPanel.h"
+
+#include "core/QelIF.h"
+#include "desktop/Palette.h"
+#include "desktop/models/Models.h"
+#include "desktop/panels/FunctionForm.h"
+#include "desktop/widgets/JoystickView.h"
+#include "desktop/widgets/NumberField.h"
+#include "input/JoystickMessageManager.h"
+
+#include <QGridLayout>
+
+namespace Desktop {
+
+using namespace Backend::Joystick;
+using Backend::MidiEngine::MessageType;
+using Backend::MidiEngine::MidiMessage;
+
+namespace {
+constexpr MessageType axisEvents[]{MessageType::none, MessageType::controllerChange, MessageType::pitchBend,
+                                   MessageType::channelPressure, MessageType::programChange};
+}
+
+JoystickPanel::JoystickPanel(Models& models, QWidget* parent)
+    : PanelFrame(Gui::Panel::joystick, tr("Joystick"), tr("What sticks and buttons do"), models, parent) {
+    view_ = new JoystickView(models.joysticks, this);
+    view_->describe(tr("How the joystick stands"), tr("Its axes and its buttons, as they are now"));
+    auto* const table = new QGridLayout;
+    table->setSpacing(grid(1));
+    const auto place = [&](int row, int column, const QString& caption, QWidget* widget, const QString& help) {
+        auto* const label = new QLabel(caption, this);
+        label->setObjectName("Dim");
+        widget->setAccessibleName(caption);
+        widget->setStatusTip(help);
+        widget->setFocusPolicy(Qt::TabFocus);
+        table->addWidget(label, row, column * 2);
+        table->addWidget(widget, row, column * 2 + 1);
+    };
+    const auto box = [&](const QStringList& items) {
+        auto* const made = new QComboBox(this);
+        made->addItems(items);
+        return made;
+    };
+    const auto field = [&](int min, int max) {
+        auto* const made = new NumberField(this);
+        made->setRange(min, max);
+        return made;
+    };
+    joystick_ = box({"1", "2"});
+    place(0, 0, tr("Joystick"), joystick_, tr("Which of the two"));
+    axis_ = box({"X", "Y", "Z", "U", "V", "R"});
+    place(1, 0, tr("Axis"), axis_, tr("The axis whose message is set here"));
+    event_ = box(
+        {tr("sends nothing"), tr("Controller Change"), tr("Pitch Bend"), tr("Channel Pressure"), tr("Program Change")});
+    place(1, 1, tr("Axis sends"), event_, tr("The message that carries its position"));
+    number_ = field(0, 127);
+    place(1, 2, tr("Controller of the axis"), number_, tr("Which controller"));
+    min_ = field(0, 16383);
+    place(2, 0, tr("Axis from"), min_, tr("The value at one end"));
+    max_ = field(0, 16383);
+    place(2, 1, tr("Axis to"), max_, tr("The value at the other end; below it, it is mirrored"));
+    button_ = field(0, 31);
+    place(3, 0, tr("Button"), button_, tr("The button whose functions are set here"));
+    body().addWidget(view_);
+    body().addLayout(table);
+    auto* const forms = new QHBoxLayout;
+    down_ = new FunctionForm(models, tr("when the button goes down"), this);
+    up_ = new FunctionForm(models, tr("when the button comes up"), this);
+    forms->addWidget(down_);
+    forms->addWidget(up_);
+    body().addLayout(forms);
+    line_ = new QLabel(this);
+    line_->setObjectName("Dim");
+    body().addWidget(line_);
+    body().addStretch(1);
+    connect(joystick_, &QComboBox::activated, this, &JoystickPanel::refresh);
+    connect(axis_, &QComboBox::activated, this, &JoystickPanel::refresh);
+    connect(button_, &NumberField::moved, this, &JoystickPanel::refresh);
+    connect(event_, &QComboBox::activated, this, &JoystickPanel::storeAxis);
+    for (NumberField* const each : {number_, min_, max_}) {
+        connect(each, &NumberField::letGo, this, &JoystickPanel::storeAxis);
+    }
+    connect(down_, &FunctionForm::edited, this, &JoystickPanel::storeButton);
+    connect(up_, &FunctionForm::edited, this, &JoystickPanel::storeButton);
+    connect(&models.joysticks, &Model::changed, this, &JoystickPanel::refresh);
+    setPresets(
+        {"Joystick Presets", [this] { return this->models().joysticks.map().presetName; },
+         [this](const std::string& name) {
+             this->models().ask([name](Backend::QelIF& qel) { qel.loadJoystickInputPreset(name); });
+         },
+         [this](const std::string& name) { this->models().qel().getJoystickMessageManager().postSavePreset(name, {}); },
+         [this](const std::string& name) { this->models().qel().getJoystickMessageManager().postDeletePreset(name); }});
+    refresh();
+}
+
+void JoystickPanel::refresh() {
+    if (storing_) {
+        return;
+    }
+    const int joystick = joystick_->currentIndex();
+    view_->setJoystick(joystick);
+    const AxisConfiguration* const axis = models().joysticks.map().axes.find({joystick, axis_->currentIndex()});
+    const AxisEvent event = axis != nullptr && !axis->events.empty() ? axis->events.front() : AxisEvent{};
+    const auto type = std::find(std::begin(axisEvents), std::end(axisEvents), event.event.message.getMessageType());
+    event_->setCurrentIndex(type == std::end(axisEvents) ? 0 : static_cast<int>(type - std::begin(axisEvents)));
+    number_->setValue(event.event.message.getD1());
+    min_->setValue(event.min);
+    max_->setValue(event.max);
+    const JoystickButtonConfiguration* const button =
+        models().joysticks.map().buttons.find({joystick, button_->value()});
+    const Backend::ComputerInput::FunctionEntry entry = button != nullptr && !button->entries.empty()
+                                                            ? button->entries.front()
+                                                            : Backend::ComputerInput::FunctionEntry{};
+    down_->setFunction(entry.down);
+    up_->setFunction(entry.up);
+    line_->setText(tr("%1 axes and %2 buttons are set up")
+                       .arg(models().joysticks.map().axes.size())
+                       .arg(models().joysticks.map().buttons.size()));
+    showPresetName();
+}
+
+void JoystickPanel::storeAxis() {
+    AxisConfiguration axis{{joystick_->currentIndex(), axis_->currentIndex()}};
+    const MessageType type = axisEvents[event_->currentIndex()];
+    if (type != MessageType::none) {
+        AxisEvent event;
+        event.event.message =
+            MidiMessage(type, static_cast<std::int8_t>(type == MessageType::controllerChange ? number_->value() : 0));
+        event.min = min_->value();
+        event.max = type == MessageType::pitchBend && max_->value() == 127 ? 16383 : max_->value();
+        axis.events.push_back(event);
+    }
+    models().joysticks.putAxis(axis);
+}
+
+void JoystickPanel::storeButton() {
+    storing_ = true;
+    models().joysticks.putButton(
+        {{joystick_->currentIndex(), button_->value()}, {{false, down_->function(), up_->function()}}});
+    storing_ = false;
+}
+
+} // namespace Desktop

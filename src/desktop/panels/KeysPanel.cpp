@@ -1,0 +1,289 @@
+#include "desktop/panels/KeysPanel.h"
+
+#include "core/QelIF.h"
+#include "core/QelMessageManager.h"
+#include "desktop/Palette.h"
+#include "desktop/Reach.h"
+#include "desktop/models/Models.h"
+#include "desktop/panels/FunctionForm.h"
+#include "desktop/widgets/ComputerKeyboard.h"
+#include "input/ComputerInputMessageManager.h"
+#include "input/FunctionFactory.h"
+
+#include <QInputDialog>
+#include <QMenu>
+#include <QPushButton>
+#include <sstream>
+
+namespace Desktop {
+
+using namespace Backend::ComputerInput;
+
+namespace {
+
+struct Scale {
+    const char* name;
+    std::vector<int> steps; // semitones from the root, within an octave
+};
+
+const std::vector<Scale>& scales() {
+    static const std::vector<Scale> all{{"chromatic", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}},
+                                        {"major", {0, 2, 4, 5, 7, 9, 11}},
+                                        {"minor", {0, 2, 3, 5, 7, 8, 10}},
+                                        {"harmonic minor", {0, 2, 3, 5, 7, 8, 11}},
+                                        {"major pentatonic", {0, 2, 4, 7, 9}},
+                                        {"minor pentatonic", {0, 3, 5, 7, 10}},
+                                        {"blues", {0, 3, 5, 6, 7, 10}},
+                                        {"whole tone", {0, 2, 4, 6, 8, 10}}};
+    return all;
+}
+
+// The keys of the row that a key stands in, from that key to the right.
+std::vector<std::uint32_t> rowFrom(std::uint32_t code) {
+    static const std::vector<std::vector<std::uint32_t>> rows{
+        {192, '1', '2', '3', '4', '5', '6', '7', '8', '9', '0', 189, 187},
+        {'Q', 'W', 'E', 'R', 'T', 'Y', 'U', 'I', 'O', 'P', 219, 221, 220},
+        {'A', 'S', 'D', 'F', 'G', 'H', 'J', 'K', 'L', 186, 222},
+        {'Z', 'X', 'C', 'V', 'B', 'N', 'M', 188, 190, 191}};
+    for (const auto& row : rows) {
+        if (const auto found = std::find(row.begin(), row.end(), code); found != row.end()) {
+            return {found, row.end()};
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+KeysPanel::KeysPanel(Models& models, QWidget* parent)
+    : PanelFrame(Gui::Panel::computerInput, tr("Computer keys"),
+                 tr("Press a key to play it; double-click one to say what it does"), models, parent) {
+    keyboard_ = new ComputerKeyboard(this);
+    keyboard_->describe(tr("Computer keyboard"), tr("Double-click a key, or press Enter, to edit what it does"));
+    body().addWidget(keyboard_, 1);
+    line_ = new QLabel(this);
+    line_->setObjectName("Dim");
+    line_->setMinimumWidth(grid(20));
+    body().addWidget(line_);
+
+    editor_ = new QWidget(this);
+    auto* const columns = new QHBoxLayout(editor_);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setSpacing(grid(3));
+    const auto column = [&](const QString& title, FunctionForm*& form, const QString& role) {
+        auto* const box = new QVBoxLayout;
+        auto* const label = new QLabel(title, editor_);
+        label->setObjectName("PanelTitle");
+        box->addWidget(label);
+        form = new FunctionForm(models, role, editor_);
+        box->addWidget(form);
+        box->addStretch(1);
+        columns->addLayout(box, 1);
+        connect(form, &FunctionForm::edited, this, &KeysPanel::store);
+    };
+    column(tr("Down"), down_, tr("when the key goes down"));
+    column(tr("Up"), up_, tr("when the key comes up"));
+    auto* const options = new QVBoxLayout;
+    const auto check = [&](const QString& text, const QString& help) {
+        auto* const box = new QCheckBox(text, editor_);
+        box->setAccessibleName(text);
+        box->setStatusTip(help);
+        options->addWidget(box);
+        return box;
+    };
+    keepSending_ = check(tr("keep sending"), tr("Goes on doing what it does going down, while the key is held"));
+    global_ = check(tr("global"), tr("Plays also while another program has the keyboard, when global keys are on"));
+    connect(keepSending_, &QCheckBox::clicked, this, &KeysPanel::store);
+    connect(global_, &QCheckBox::clicked, this, &KeysPanel::store);
+    shift_ = check(tr("with Shift"), tr("Edits what the key does together with Shift"));
+    control_ = check(tr("with Control"), tr("Edits what the key does together with Control"));
+    alt_ = check(tr("with Alt"), tr("Edits what the key does together with Alt"));
+    for (QCheckBox* const each : {shift_, control_, alt_}) {
+        connect(each, &QCheckBox::clicked, this, &KeysPanel::showKey);
+    }
+    auto* const tryOut = new QPushButton(tr("try it"), editor_);
+    tryOut->setAccessibleName(tr("Try the key"));
+    tryOut->setStatusTip(tr("Does what the key does, for as long as it is held"));
+    tryOut->setFocusPolicy(Qt::TabFocus);
+    connect(tryOut, &QPushButton::pressed, this, [this] { this->models().backend().postKeyDown(key(), false); });
+    connect(tryOut, &QPushButton::released, this, [this] { this->models().backend().postKeyUp(key()); });
+    options->addWidget(tryOut);
+    options->addStretch(1);
+    columns->addLayout(options);
+    editor_->hide();
+    body().addWidget(editor_);
+
+    QToolButton* const edit =
+        makeButton("✎", tr("Edit the keys"), tr("Opens and closes the editor of the chosen key"), this);
+    edit->setCheckable(true);
+    connect(edit, &QToolButton::toggled, editor_, &QWidget::setVisible);
+    addHeadWidget(edit);
+    connect(keyboard_, &ComputerKeyboard::chosen, this, &KeysPanel::showKey);
+    connect(keyboard_, &ComputerKeyboard::activated, this, [this, edit](std::uint32_t) {
+        edit->setChecked(true);
+        showKey();
+        down_->setFocus(Qt::TabFocusReason);
+    });
+    connect(keyboard_, &ComputerKeyboard::menuAsked, this, &KeysPanel::keyMenu);
+    connect(&models.keys, &Model::changed, this, &KeysPanel::refresh);
+    connect(&models.zones, &Model::changed, this, &KeysPanel::refresh);
+    connect(&models.keys, &KeysModel::keyMoved, keyboard_, [this](std::uint32_t code, bool down) {
+        keyboard_->setDown(code, down);
+        if (down) {
+            keyboard_->select(code);
+            showKey();
+        }
+    });
+    for (const auto& [code, text] : keyLegends()) {
+        legends_[code] = QString::fromStdString(text);
+    }
+    setPresets({"Computer Input Presets", [this] { return this->models().keys.map().presetName; },
+                [this](const std::string& name) {
+                    this->models().ask([name](Backend::QelIF& qel) { qel.loadComputerInputPreset(name); });
+                },
+                [this](const std::string& name) {
+                    this->models().qel().getComputerInputMessageManager().postSavePreset(name, {});
+                },
+                [this](const std::string& name) {
+                    this->models().qel().getComputerInputMessageManager().postDeletePreset(name);
+                }});
+    refresh();
+}
+
+Key KeysPanel::key() const {
+    return Key(keyboard_->selected(), (shift_->isChecked() ? Key::SHIFT : 0U) |
+                                          (control_->isChecked() ? Key::CONTROL : 0U) |
+                                          (alt_->isChecked() ? Key::ALT : 0U));
+}
+
+void KeysPanel::setLegend(std::uint32_t code, const QString& text) {
+    if (legends_[code] != text) {
+        legends_[code] = text;
+        refresh();
+    }
+}
+
+void KeysPanel::refreshDown() {
+    keyboard_->clearDown();
+}
+
+void KeysPanel::edit(std::uint32_t code) {
+    keyboard_->select(code);
+    emit keyboard_->activated(code);
+}
+
+void KeysPanel::refresh() {
+    std::map<std::uint32_t, ComputerKeyboard::Face> faces;
+    for (const std::uint32_t code : ComputerKeyboard::codes()) {
+        const Key plain(code);
+        ComputerKeyboard::Face face;
+        face.legend = legends_[code];
+        face.action = models().keys.shortText(plain);
+        face.help = models().keys.longText(plain);
+        if (const auto note = models().keys.noteOf(plain)) {
+            face.colour = Desktop::palette().inTurn(std::max(0, note->zone));
+            const int sounds = note->note + models().zones.transposeOf(note->zone);
+            if (sounds != note->note) {
+                face.help += tr("   sounds %1").arg(QString::fromStdString(Note(std::clamp(sounds, 0, 127)).getName()));
+            }
+        } else if (!face.action.isEmpty()) {
+            face.colour = Desktop::palette().amber;
+        }
+        faces[code] = face;
+    }
+    keyboard_->setFaces(std::move(faces));
+    showPresetName();
+    if (!storing_) {
+        showKey();
+    }
+}
+
+void KeysPanel::showKey() {
+    const Key now = key();
+    const QString text = models().keys.longText(now);
+    line_->setText(QString::fromStdString(now.getName()) + "   " + (text.isEmpty() ? tr("does nothing") : text));
+    const KeyConfiguration* const found = models().keys.find(now);
+    const FunctionEntry entry = found != nullptr && !found->entries.empty() ? found->entries.front() : FunctionEntry{};
+    down_->setFunction(entry.down);
+    up_->setFunction(entry.up);
+    keepSending_->setChecked(entry.keepSending);
+    global_->setChecked(found == nullptr || found->global);
+}
+
+void KeysPanel::store() {
+    const Key now = key();
+    const KeyConfiguration* const found = models().keys.find(now);
+    KeyConfiguration after = found != nullptr ? *found : KeyConfiguration{now};
+    FunctionEntry entry{keepSending_->isChecked(), down_->function(), up_->function()};
+    if (after.entries.empty()) {
+        after.entries.push_back(entry);
+    } else {
+        after.entries.front() = entry;
+    }
+    after.global = global_->isChecked();
+    storing_ = true;
+    models().keys.put(tr("edit the key %1").arg(QString::fromStdString(now.getName())), {after});
+    storing_ = false;
+    line_->setText(QString::fromStdString(now.getName()) + "   " + models().keys.longText(now));
+}
+
+void KeysPanel::keyMenu(std::uint32_t code, const QPoint& where) {
+    QMenu menu(this);
+    menu.addAction(tr("Edit"), this, [this, code] { emit keyboard_->activated(code); });
+    menu.addAction(tr("Copy"), this, [this] {
+        if (const KeyConfiguration* const found = models().keys.find(key())) {
+            copied_ = *found;
+        }
+    });
+    QAction* const paste = menu.addAction(tr("Paste"), this, [this] {
+        KeyConfiguration pasted = *copied_;
+        pasted.key = key();
+        models().keys.put(tr("paste a key"), {pasted});
+    });
+    paste->setEnabled(copied_.has_value());
+    menu.addAction(tr("Clear"), this, [this] { models().keys.clear(key()); });
+    QAction* const scale = menu.addAction(tr("Scale on the row from here…"), this, [this, code] { assignScale(code); });
+    scale->setEnabled(!rowFrom(code).empty());
+    menu.exec(where);
+}
+
+void KeysPanel::assignScale(std::uint32_t code) {
+    QStringList names;
+    for (const Scale& scale : scales()) {
+        names << tr(scale.name);
+    }
+    bool accepted = false;
+    const QString chosen = QInputDialog::getItem(this, tr("A scale on the row"),
+                                                 tr("From this key to the right, starting with its note (or C4):"),
+                                                 names, 1, false, &accepted);
+    if (!accepted) {
+        return;
+    }
+    const auto note = models().keys.noteOf(Key(code));
+    const int root = note ? note->note : 60;
+    const Scale& scale = scales()[static_cast<std::size_t>(names.indexOf(chosen))];
+    std::vector<KeyConfiguration> row;
+    int place = 0;
+    for (const std::uint32_t each : rowFrom(code)) {
+        const int size = static_cast<int>(scale.steps.size());
+        const int number = root + place / size * 12 + scale.steps[static_cast<std::size_t>(place % size)];
+        ++place;
+        if (number > 127) {
+            break;
+        }
+        const auto make = [&](const char* keyword) {
+            std::ostringstream text;
+            text << '<' << keyword << " note=\"" << Note(number).getName() << "\" velocity=\"100\"";
+            if (note && note->zone >= 0) {
+                text << " zone=\"" << note->zone << '"';
+            }
+            text << "/>";
+            const auto element = Platform::parseXml(text.str(), "scale");
+            return element ? Backend::FunctionManagement::createFunction(element.value(), models().qel()) : nullptr;
+        };
+        row.push_back({Key(each), {{false, make("MidiNoteOn"), make("MidiNoteOff")}}, true});
+    }
+    models().keys.put(tr("a scale on a row"), row);
+}
+
+} // namespace Desktop

@@ -1,0 +1,299 @@
+#include "desktop/panels/OutputPanel.h"
+
+#include "core/QelMessageManager.h"
+#include "desktop/Palette.h"
+#include "desktop/models/Models.h"
+#include "desktop/widgets/MusicKeyboard.h"
+#include "desktop/widgets/NumberField.h"
+#include "values/ControllerNames.h"
+#include "values/QelMidiMessage.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QScrollArea>
+
+namespace Desktop {
+
+using Backend::MidiEngine::MessageType;
+using Backend::MidiEngine::QelMidiMessage;
+
+namespace {
+
+constexpr const char* families[]{"Piano",         "Chromatic percussion",
+                                 "Organ",         "Guitar",
+                                 "Bass",          "Strings",
+                                 "Ensemble",      "Brass",
+                                 "Reed",          "Pipe",
+                                 "Synth lead",    "Synth pad",
+                                 "Synth effects", "Ethnic",
+                                 "Percussive",    "Sound effects"};
+constexpr const char* sounds[]{"Acoustic grand piano",
+                               "Bright acoustic piano",
+                               "Electric grand piano",
+                               "Honky-tonk piano",
+                               "Electric piano 1",
+                               "Electric piano 2",
+                               "Harpsichord",
+                               "Clavinet",
+                               "Celesta",
+                               "Glockenspiel",
+                               "Music box",
+                               "Vibraphone",
+                               "Marimba",
+                               "Xylophone",
+                               "Tubular bells",
+                               "Dulcimer",
+                               "Drawbar organ",
+                               "Percussive organ",
+                               "Rock organ",
+                               "Church organ",
+                               "Reed organ",
+                               "Accordion",
+                               "Harmonica",
+                               "Tango accordion",
+                               "Nylon guitar",
+                               "Steel guitar",
+                               "Jazz guitar",
+                               "Clean guitar",
+                               "Muted guitar",
+                               "Overdriven guitar",
+                               "Distortion guitar",
+                               "Guitar harmonics",
+                               "Acoustic bass",
+                               "Fingered bass",
+                               "Picked bass",
+                               "Fretless bass",
+                               "Slap bass 1",
+                               "Slap bass 2",
+                               "Synth bass 1",
+                               "Synth bass 2",
+                               "Violin",
+                               "Viola",
+                               "Cello",
+                               "Contrabass",
+                               "Tremolo strings",
+                               "Pizzicato strings",
+                               "Orchestral harp",
+                               "Timpani",
+                               "String ensemble 1",
+                               "String ensemble 2",
+                               "Synth strings 1",
+                               "Synth strings 2",
+                               "Choir aahs",
+                               "Voice oohs",
+                               "Synth voice",
+                               "Orchestra hit",
+                               "Trumpet",
+                               "Trombone",
+                               "Tuba",
+                               "Muted trumpet",
+                               "French horn",
+                               "Brass section",
+                               "Synth brass 1",
+                               "Synth brass 2",
+                               "Soprano sax",
+                               "Alto sax",
+                               "Tenor sax",
+                               "Baritone sax",
+                               "Oboe",
+                               "English horn",
+                               "Bassoon",
+                               "Clarinet",
+                               "Piccolo",
+                               "Flute",
+                               "Recorder",
+                               "Pan flute",
+                               "Blown bottle",
+                               "Shakuhachi",
+                               "Whistle",
+                               "Ocarina",
+                               "Square lead",
+                               "Sawtooth lead",
+                               "Calliope lead",
+                               "Chiff lead",
+                               "Charang lead",
+                               "Voice lead",
+                               "Fifths lead",
+                               "Bass and lead",
+                               "New age pad",
+                               "Warm pad",
+                               "Polysynth pad",
+                               "Choir pad",
+                               "Bowed pad",
+                               "Metallic pad",
+                               "Halo pad",
+                               "Sweep pad",
+                               "Rain",
+                               "Soundtrack",
+                               "Crystal",
+                               "Atmosphere",
+                               "Brightness",
+                               "Goblins",
+                               "Echoes",
+                               "Sci-fi",
+                               "Sitar",
+                               "Banjo",
+                               "Shamisen",
+                               "Koto",
+                               "Kalimba",
+                               "Bagpipe",
+                               "Fiddle",
+                               "Shanai",
+                               "Tinkle bell",
+                               "Agogo",
+                               "Steel drums",
+                               "Woodblock",
+                               "Taiko drum",
+                               "Melodic tom",
+                               "Synth drum",
+                               "Reverse cymbal",
+                               "Guitar fret noise",
+                               "Breath noise",
+                               "Seashore",
+                               "Bird tweet",
+                               "Telephone ring",
+                               "Helicopter",
+                               "Applause",
+                               "Gunshot"};
+static_assert(std::size(sounds) == 128 && std::size(families) == 16);
+
+} // namespace
+
+OutputPanel::OutputPanel(Models& models, QWidget* parent)
+    : PanelFrame(Gui::Panel::output, tr("Output"),
+                 tr("Plays by mouse and by touch: the lower a key is struck, the louder"), models, parent) {
+    programs_ = new QMenu(this);
+    for (int family = 0; family < 16; ++family) {
+        QMenu* const sub = programs_->addMenu(tr(families[family]));
+        for (int i = 0; i < 8; ++i) {
+            const int program = family * 8 + i;
+            sub->addAction(QStringLiteral("%1  %2").arg(program).arg(tr(sounds[program])), this, [this, program] {
+                this->models().backend().postPlayMidi(
+                    QelMidiMessage(MessageType::programChange, static_cast<std::int8_t>(program), 0,
+                                   static_cast<std::int8_t>(channel_), QelMidiMessage::DEFAULT_OUTPUT,
+                                   static_cast<std::int8_t>(zone_), QelMidiMessage::DEFAULT_INPUT, Backend::noTicks));
+            });
+        }
+    }
+    QToolButton* const sound =
+        makeButton(tr("GM sound ▾"), tr("General MIDI sound"), tr("Chooses a sound by its name in General MIDI"), this);
+    sound->setMenu(programs_);
+    sound->setPopupMode(QToolButton::InstantPopup);
+    addHeadWidget(sound);
+    auto* const zone = new QComboBox(this);
+    zone->setAccessibleName(tr("Zone of the music keyboard"));
+    zone->setStatusTip(tr("The zone that this keyboard plays in"));
+    zone->setFocusPolicy(Qt::TabFocus);
+    zone->addItem(tr("no zone"));
+    for (int i = 1; i <= 4; ++i) {
+        zone->addItem(tr("zone %1").arg(i));
+    }
+    connect(zone, &QComboBox::activated, this, [this](int index) { setZone(index - 1); });
+    addHeadWidget(zone);
+    controllersButton_ = makeButton(tr("CC"), tr("Controllers"), tr("Shows all controllers with their values"), this);
+    controllersButton_->setCheckable(true);
+    connect(controllersButton_, &QToolButton::clicked, this, &OutputPanel::controllersAsked);
+    addHeadWidget(controllersButton_);
+
+    controllers_ = new QWidget(this);
+    controllers_->hide();
+    body().addWidget(controllers_);
+    keyboard_ = new MusicKeyboard(this);
+    keyboard_->describe(tr("Music keyboard"),
+                        tr("Strike a key low for loud; drag for a glissando. By keyboard: arrows and Space"));
+    connect(keyboard_, &MusicKeyboard::struck, this, [this](int note, int velocity) { play(true, note, velocity); });
+    connect(keyboard_, &MusicKeyboard::lifted, this, [this](int note) { play(false, note, 64); });
+    body().addWidget(keyboard_, 1);
+    connect(&models.playing, &PlayingModel::noteChanged, this, &OutputPanel::light);
+    connect(&models.playing, &PlayingModel::cleared, keyboard_, &MusicKeyboard::clearLit);
+    connect(&models.keys, &Model::changed, this, &OutputPanel::refresh);
+    connect(&models.zones, &Model::changed, this, &OutputPanel::refresh);
+    connect(&models.playing, &PlayingModel::controllerSent, this, [this](const QelMidiMessage& message) {
+        if (const auto found = fields_.find(message.getD1()); found != fields_.end()) {
+            found->second->setValue(message.getD2());
+        }
+    });
+    refresh();
+}
+
+void OutputPanel::play(bool on, int note, int velocity) {
+    models().backend().postPlayMidi(QelMidiMessage(
+        on ? MessageType::noteOn : MessageType::noteOff, static_cast<std::int8_t>(note),
+        static_cast<std::int8_t>(velocity), static_cast<std::int8_t>(channel_), QelMidiMessage::DEFAULT_OUTPUT,
+        static_cast<std::int8_t>(zone_), QelMidiMessage::DEFAULT_INPUT, Backend::noTicks));
+}
+
+void OutputPanel::light(int note) {
+    const int channel = models().playing.channelOf(note);
+    keyboard_->setLit(note, channel < 0 ? QColor() : Desktop::palette().inTurn(channel));
+}
+
+void OutputPanel::keyboardReleased() {
+    keyboard_->releaseAll();
+}
+
+void OutputPanel::clearHilight() {
+    keyboard_->clearLit();
+}
+
+void OutputPanel::refresh() {
+    std::map<int, QString> letters;
+    for (const auto& [key, configuration] : models().keys.map()) {
+        if (key.getModifiers() != 0) {
+            continue;
+        }
+        if (const auto note = models().keys.noteOf(key)) {
+            const int sounds = note->note + models().zones.transposeOf(note->zone);
+            const QString name = QString::fromStdString(key.getName());
+            if (name.size() == 1 && sounds >= 0 && sounds < 128) {
+                letters[sounds] = name;
+            }
+        }
+    }
+    keyboard_->setLetters(std::move(letters));
+}
+
+void OutputPanel::buildControllers() {
+    auto* const all = new QVBoxLayout(controllers_);
+    all->setContentsMargins(0, 0, 0, 0);
+    auto* const area = new QScrollArea(controllers_);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    auto* const content = new QWidget(area);
+    auto* const table = new QGridLayout(content);
+    table->setSpacing(grid(1));
+    constexpr int columns = 6;
+    for (int controller = 0; controller < 120; ++controller) {
+        auto* const field = new NumberField(content);
+        const QString name = QString::fromStdString(Backend::MidiEngine::controllerName(controller));
+        field->describe(tr("Controller %1, %2").arg(controller).arg(name),
+                        tr("%1: %2. Moving it sends it").arg(controller).arg(name));
+        connect(field, &NumberField::moved, this, [this, controller](int value) {
+            models().backend().postPlayMidi(QelMidiMessage(
+                MessageType::controllerChange, static_cast<std::int8_t>(controller), static_cast<std::int8_t>(value),
+                static_cast<std::int8_t>(channel_), QelMidiMessage::DEFAULT_OUTPUT, static_cast<std::int8_t>(zone_),
+                QelMidiMessage::DEFAULT_INPUT, Backend::noTicks));
+        });
+        fields_[controller] = field;
+        auto* const label = new QLabel(QStringLiteral("%1 %2").arg(controller).arg(name), content);
+        label->setObjectName("Dim");
+        label->setMaximumWidth(grid(26));
+        const int row = controller / columns;
+        const int column = controller % columns * 2;
+        table->addWidget(field, row, column);
+        table->addWidget(label, row, column + 1);
+    }
+    area->setWidget(content);
+    area->setMinimumHeight(grid(24));
+    all->addWidget(area);
+}
+
+void OutputPanel::showControllers(bool on) {
+    if (on && fields_.empty()) {
+        buildControllers();
+    }
+    controllers_->setVisible(on);
+    controllersButton_->setChecked(on);
+}
+
+} // namespace Desktop

@@ -1,0 +1,131 @@
+#include "desktop/panels/PanelFrame.h"
+
+#include "core/QelIF.h"
+#include "desktop/Palette.h"
+#include "desktop/models/Models.h"
+#include "platform/PathText.h"
+
+#include <QDir>
+#include <QInputDialog>
+#include <QPainter>
+#include <utility>
+
+namespace Desktop {
+
+PanelFrame::PanelFrame(Gui::Panel panel, const QString& title, const QString& help, Models& models, QWidget* parent)
+    : QWidget(parent), panel_(panel), models_(models) {
+    setAccessibleName(title);
+    setStatusTip(help);
+    auto* const all = new QVBoxLayout(this);
+    all->setContentsMargins(grid(3), grid(1), grid(2), grid(2));
+    all->setSpacing(grid(1));
+    head_ = new QHBoxLayout;
+    head_->setSpacing(grid(1));
+    title_ = new QLabel(title, this);
+    title_->setObjectName("PanelTitle");
+    head_->addWidget(title_);
+    head_->addStretch(1);
+    presetButton_ = makeButton({}, tr("Presets of %1").arg(title), tr("Load, save or delete a preset"), this);
+    presetMenu_ = new QMenu(this);
+    presetButton_->setMenu(presetMenu_);
+    presetButton_->setPopupMode(QToolButton::InstantPopup);
+    presetButton_->hide();
+    connect(presetMenu_, &QMenu::aboutToShow, this, &PanelFrame::fillPresetMenu);
+    head_->addWidget(presetButton_);
+    auto* const helpButton = makeButton("?", tr("Help on %1").arg(title), tr("Opens the manual at this panel"), this);
+    const QString page = QString::fromUtf8(Gui::panelNames[static_cast<std::size_t>(panel)].data());
+    connect(helpButton, &QToolButton::clicked, this, [this, page] { emit helpAsked(page); });
+    head_->addWidget(helpButton);
+    auto* const close = makeButton("×", tr("Close %1").arg(title), tr("Hides this panel"), this);
+    connect(close, &QToolButton::clicked, this, &PanelFrame::closeAsked);
+    head_->addWidget(close);
+    all->addLayout(head_);
+    body_ = new QVBoxLayout;
+    body_->setSpacing(grid(1));
+    all->addLayout(body_, 1);
+}
+
+QToolButton* PanelFrame::makeButton(const QString& text, const QString& name, const QString& help, QWidget* parent) {
+    auto* const button = new QToolButton(parent);
+    button->setObjectName("Flat");
+    button->setText(text);
+    button->setAccessibleName(name);
+    button->setStatusTip(help);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+void PanelFrame::addHeadWidget(QWidget* widget) {
+    head_->insertWidget(head_->count() - 3, widget);
+}
+
+void PanelFrame::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Desktop::palette().line, 1));
+    painter.setBrush(Desktop::palette().panel);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 7, 7);
+}
+
+void PanelFrame::setPresets(PresetAccess access) {
+    presets_ = std::move(access);
+    presetButton_->show();
+    showPresetName();
+}
+
+void PanelFrame::showPresetName() {
+    const QString name = QString::fromStdString(presetName());
+    presetButton_->setText((name.isEmpty() ? tr("preset") : name) + " ▾");
+}
+
+std::string PanelFrame::presetName() const {
+    return presets_.current ? presets_.current() : std::string();
+}
+
+void PanelFrame::loadPreset(const std::string& name) {
+    if (presets_.load) {
+        presets_.load(name);
+    }
+}
+
+void PanelFrame::savePreset(const std::string& name) {
+    if (presets_.save) {
+        presets_.save(name);
+    }
+}
+
+void PanelFrame::fillPresetMenu() {
+    presetMenu_->clear();
+    const QDir folder(QString::fromStdString(Platform::textOf(models_.qel().getApplicationData())) + "/" +
+                      presets_.folder);
+    QStringList names;
+    for (const QString& file : folder.entryList({"*.pst"}, QDir::Files, QDir::Name)) {
+        names << file.chopped(4);
+    }
+    const QString builtIn = "000 - Default";
+    if (!names.contains(builtIn)) {
+        names.prepend(builtIn);
+    }
+    for (const QString& name : std::as_const(names)) {
+        QAction* const action = presetMenu_->addAction(name, this, [this, name] { loadPreset(name.toStdString()); });
+        action->setCheckable(true);
+        action->setChecked(name.toStdString() == presetName());
+    }
+    presetMenu_->addSeparator();
+    presetMenu_->addAction(tr("Save as…"), this, [this] {
+        const QString name = QInputDialog::getText(this, tr("Save the preset"), tr("Name of the preset:"),
+                                                   QLineEdit::Normal, QString::fromStdString(presetName()));
+        if (!name.isEmpty()) {
+            savePreset(name.toStdString());
+        }
+    });
+    QMenu* const remove = presetMenu_->addMenu(tr("Delete"));
+    remove->setEnabled(presets_.remove != nullptr);
+    for (const QString& name : std::as_const(names)) {
+        if (folder.exists(name + ".pst")) {
+            remove->addAction(name, this, [this, name] { presets_.remove(name.toStdString()); });
+        }
+    }
+}
+
+} // namespace Desktop

@@ -1,0 +1,252 @@
+#include "desktop/panels/SystemBar.h"
+
+#include "core/QelIF.h"
+#include "core/QelMessageManager.h"
+#include "desktop/Palette.h"
+#include "desktop/models/Models.h"
+#include "desktop/widgets/NumberField.h"
+#include "values/SelectType.h"
+
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <numeric>
+
+namespace Desktop {
+
+using Gui::ChangedSetting;
+
+namespace {
+
+constexpr qint64 longestTap = 3000; // milliseconds: slower than 20 beats a minute begins anew
+constexpr std::size_t tapsCounted = 6;
+
+QToolButton* menuButton(const QString& name, const QString& help, QMenu* menu, QWidget* parent) {
+    auto* const button = new QToolButton(parent);
+    button->setAccessibleName(name);
+    button->setStatusTip(help);
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+QVBoxLayout* captioned(const QString& caption, QWidget* widget, QWidget* parent) {
+    auto* const box = new QVBoxLayout;
+    box->setSpacing(0);
+    auto* const label = new QLabel(caption, parent);
+    label->setObjectName("Caption");
+    label->setBuddy(widget);
+    box->addWidget(label);
+    box->addWidget(widget);
+    return box;
+}
+
+} // namespace
+
+SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_(models) {
+    setObjectName("SystemBar");
+    setAttribute(Qt::WA_StyledBackground);
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(grid(3), grid(1), grid(3), grid(1));
+    row->setSpacing(grid(2));
+    const auto button = [&](const QString& text, const QString& name, const QString& help) {
+        auto* const made = new QPushButton(text, this);
+        made->setAccessibleName(name);
+        made->setStatusTip(help);
+        made->setFocusPolicy(Qt::TabFocus);
+        return made;
+    };
+    auto* const earlier = button("◀", tr("Previous program"), tr("Changes to the program before this one"));
+    connect(earlier, &QPushButton::clicked, this, [this] { models_.program.step(false); });
+    row->addWidget(earlier);
+    programMenu_ = new QMenu(this);
+    program_ = menuButton(tr("Program"), tr("Chooses, renames, saves and loads programs"), programMenu_, this);
+    program_->setMinimumWidth(grid(44));
+    program_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    connect(programMenu_, &QMenu::aboutToShow, this, &SystemBar::fillProgramMenu);
+    row->addWidget(program_);
+    auto* const later = button("▶", tr("Next program"), tr("Changes to the program after this one"));
+    connect(later, &QPushButton::clicked, this, [this] { models_.program.step(true); });
+    row->addWidget(later);
+    bank_ = new QLabel(this);
+    bank_->setStatusTip(tr("The bank that the programs are in"));
+    row->addLayout(captioned(tr("BANK"), bank_, this));
+    row->addSpacing(grid(2));
+
+    tempo_ = new NumberField(this);
+    tempo_->setRange(10, 500);
+    tempo_->setScale(1.25);
+    tempo_->describe(tr("Tempo"), tr("Beats a minute: drag, turn the wheel, or double-click to type"));
+    connect(tempo_, &NumberField::moved, this, [this](int value) { models_.settings.setTempo(value); });
+    connect(tempo_, &NumberField::letGo, this, [this] { models_.edits.endOfGesture(); });
+    row->addLayout(captioned(tr("TEMPO"), tempo_, this));
+    auto* const tapButton = button(tr("tap"), tr("Tap the tempo"), tr("Press it on each beat"));
+    connect(tapButton, &QPushButton::pressed, this, &SystemBar::tap);
+    row->addWidget(tapButton);
+    sourceMenu_ = new QMenu(this);
+    source_ = menuButton(tr("Tempo source"), tr("What sets the tempo: this program or the clock of a MIDI input"),
+                         sourceMenu_, this);
+    connect(sourceMenu_, &QMenu::aboutToShow, this, &SystemBar::fillTempoMenu);
+    row->addWidget(source_);
+    row->addSpacing(grid(2));
+    outputMenu_ = new QMenu(this);
+    output_ = menuButton(tr("Default output"), tr("Where all goes that names no output of its own"), outputMenu_, this);
+    connect(outputMenu_, &QMenu::aboutToShow, this, &SystemBar::fillOutputMenu);
+    row->addLayout(captioned(tr("OUTPUT"), output_, this));
+    row->addSpacing(grid(2));
+
+    thru_ = button(tr("thru"), tr("MIDI thru"), tr("While it is on, what your MIDI devices play goes out again"));
+    thru_->setCheckable(true);
+    connect(thru_, &QPushButton::clicked, this,
+            [this](bool on) { models_.settings.set(ChangedSetting::midiThru, on); });
+    row->addWidget(thru_);
+    global_ = button(tr("global keys"), tr("Global keys"),
+                     tr("While it is on, the keys play even when another program has the keyboard"));
+    global_->setCheckable(true);
+    connect(global_, &QPushButton::clicked, this,
+            [this](bool on) { models_.settings.set(ChangedSetting::globalKeyboard, on); });
+    row->addWidget(global_);
+    take_ =
+        button(tr("● take"), tr("Take"), tr("What you have played is recorded all the time: save the last stretch"));
+    connect(take_, &QPushButton::clicked, this, &SystemBar::takeAsked);
+    row->addWidget(take_);
+    row->addStretch(1);
+    auto* const panic =
+        button(tr("Panic"), tr("Panic"), tr("Silence: everything that sounds ends. So does Escape, held"));
+    panic->setObjectName("Panic");
+    connect(panic, &QPushButton::clicked, this, &SystemBar::panicAsked);
+    row->addWidget(panic);
+    auto* const setup = button("⚙", tr("Set-up"), tr("Ports, display, recording, window"));
+    connect(setup, &QPushButton::clicked, this, &SystemBar::setupAsked);
+    row->addWidget(setup);
+
+    connect(&models_.program, &Model::changed, this, &SystemBar::refresh);
+    connect(&models_.settings, &Model::changed, this, &SystemBar::refresh);
+    connect(&models_.ports, &Model::changed, this, &SystemBar::refresh);
+    connect(&models_.edits, &QUndoStack::cleanChanged, this, &SystemBar::refresh);
+    refresh();
+}
+
+void SystemBar::refresh() {
+    const Gui::ProgramInfo& program = models_.program.program();
+    program_->setText(QStringLiteral("%1  %2%3  ▾")
+                          .arg(program.slot + 1, 3, 10, QLatin1Char('0'))
+                          .arg(models_.program.title(), models_.edits.isClean() ? "" : " *"));
+    const std::string& path = models_.program.bank().path;
+    const auto slash = path.find_last_of("/\\");
+    QString bank = QString::fromStdString(slash == std::string::npos ? path : path.substr(slash + 1));
+    bank_->setText(bank.isEmpty() ? tr("no bank") : bank.replace(".bnk", ""));
+    tempo_->setValue(models_.settings.tempo());
+    const int source = models_.settings.value(ChangedSetting::tempoSource);
+    source_->setText((source == 0 ? tr("internal") : models_.ports.inputName(source - 1)) + " ▾");
+    const auto& outputs = models_.ports.outputs();
+    const int output = models_.settings.value(ChangedSetting::defaultOutput);
+    output_->setText((outputs.empty() ? tr("none") : models_.ports.outputName(output)) + " ▾");
+    thru_->setChecked(models_.settings.isOn(ChangedSetting::midiThru));
+    global_->setChecked(models_.settings.isOn(ChangedSetting::globalKeyboard) && obstacle_.isEmpty());
+}
+
+void SystemBar::setGlobalKeysObstacle(const QString& reason) {
+    obstacle_ = reason;
+    global_->setEnabled(reason.isEmpty());
+    global_->setToolTip(reason);
+    if (!reason.isEmpty()) {
+        global_->setStatusTip(reason);
+        global_->setAccessibleDescription(reason);
+    }
+    refresh();
+}
+
+void SystemBar::tap() {
+    if (lastTap_.isValid() && lastTap_.elapsed() < longestTap) {
+        taps_.push_back(lastTap_.elapsed());
+        if (taps_.size() > tapsCounted) {
+            taps_.erase(taps_.begin());
+        }
+        const qint64 sum = std::accumulate(taps_.begin(), taps_.end(), qint64{0});
+        if (sum > 0) {
+            models_.settings.setTempo(static_cast<int>((60000 * static_cast<qint64>(taps_.size()) + sum / 2) / sum));
+        }
+    } else {
+        taps_.clear();
+        models_.edits.endOfGesture();
+    }
+    lastTap_.start();
+}
+
+void SystemBar::fillProgramMenu() {
+    programMenu_->clear();
+    const auto& names = models_.program.bank().programs;
+    for (std::size_t slot = 0; slot < names.size(); ++slot) {
+        const QString name = QString::fromStdString(names[slot]);
+        QAction* const action = programMenu_->addAction(
+            QStringLiteral("%1  %2").arg(slot + 1, 3, 10, QLatin1Char('0')).arg(name.isEmpty() ? tr("Untitled") : name),
+            this, [this, slot] { models_.program.choose(static_cast<int>(slot)); });
+        action->setCheckable(true);
+        action->setChecked(static_cast<int>(slot) == models_.program.program().slot);
+    }
+    programMenu_->addSeparator();
+    programMenu_->addAction(tr("Rename…"), this, [this] {
+        bool accepted = false;
+        const QString name = QInputDialog::getText(this, tr("Rename the program"), tr("Name of the program:"),
+                                                   QLineEdit::Normal, models_.program.title(), &accepted);
+        if (accepted) {
+            models_.program.rename(name);
+        }
+    });
+    programMenu_->addAction(tr("Save…"), this, &SystemBar::saveAsked);
+    programMenu_->addAction(tr("Load…"), this, &SystemBar::loadAsked);
+    programMenu_->addAction(tr("Import from version 2…"), this, &SystemBar::importAsked);
+    programMenu_->addAction(tr("Size of the bank…"), this, [this] {
+        bool accepted = false;
+        const int now = static_cast<int>(models_.program.bank().programs.size());
+        const int size = QInputDialog::getInt(this, tr("Size of the bank"),
+                                              tr("Programs in the bank. Those beyond the new size are lost:"),
+                                              std::max(1, now), 1, 128, 1, &accepted);
+        if (accepted) {
+            models_.backend().postChangeBankSize(size, nullptr);
+        }
+    });
+}
+
+void SystemBar::fillOutputMenu() {
+    outputMenu_->clear();
+    const auto& outputs = models_.ports.outputs();
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        QAction* const action = outputMenu_->addAction(QString::fromStdString(outputs[i].name), this, [this, i] {
+            models_.settings.set(ChangedSetting::defaultOutput, static_cast<int>(i));
+        });
+        action->setCheckable(true);
+        action->setEnabled(outputs[i].enabled);
+        action->setChecked(static_cast<int>(i) == models_.settings.value(ChangedSetting::defaultOutput));
+    }
+    if (outputs.empty()) {
+        outputMenu_->addAction(tr("There is no MIDI output"))->setEnabled(false);
+    }
+}
+
+void SystemBar::fillTempoMenu() {
+    sourceMenu_->clear();
+    const auto add = [this](const QString& name, int source) {
+        QAction* const action = sourceMenu_->addAction(
+            name, this, [this, source] { models_.settings.set(ChangedSetting::tempoSource, source); });
+        action->setCheckable(true);
+        action->setChecked(source == models_.settings.value(ChangedSetting::tempoSource));
+    };
+    add(tr("internal"), 0);
+    for (std::size_t i = 0; i < models_.ports.inputs().size(); ++i) {
+        add(tr("clock of %1").arg(models_.ports.inputName(static_cast<int>(i))), static_cast<int>(i) + 1);
+    }
+}
+
+void SystemBar::showProgramMenu() {
+    program_->showMenu();
+}
+
+void SystemBar::showOutputMenu() {
+    output_->showMenu();
+}
+
+} // namespace Desktop

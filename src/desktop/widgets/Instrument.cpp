@@ -1,0 +1,93 @@
+#include "desktop/widgets/Instrument.h"
+
+#include "desktop/Palette.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QFocusEvent>
+#include <algorithm>
+
+namespace Desktop {
+
+namespace {
+
+class InstrumentAccess final : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit InstrumentAccess(Instrument* instrument)
+        : QAccessibleWidget(instrument, instrument->range().exists ? QAccessible::Slider : QAccessible::Graphic),
+          instrument_(instrument) {}
+
+    QString text(QAccessible::Text kind) const override {
+        if (kind == QAccessible::Value) {
+            return instrument_->valueText();
+        }
+        return kind == QAccessible::Description || kind == QAccessible::Help ? instrument_->statusTip()
+                                                                             : QAccessibleWidget::text(kind);
+    }
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        if (type == QAccessible::ValueInterface && instrument_->range().exists) {
+            return static_cast<QAccessibleValueInterface*>(this);
+        }
+        return QAccessibleWidget::interface_cast(type);
+    }
+    QVariant currentValue() const override { return instrument_->range().value; }
+    void setCurrentValue(const QVariant& value) override { instrument_->setValueByUser(value.toInt()); }
+    QVariant maximumValue() const override { return std::max(instrument_->range().min, instrument_->range().max); }
+    QVariant minimumValue() const override { return std::min(instrument_->range().min, instrument_->range().max); }
+    QVariant minimumStepSize() const override { return instrument_->range().step; }
+
+private:
+    Instrument* instrument_;
+};
+
+QAccessibleInterface* makeAccess(const QString&, QObject* object) {
+    auto* const instrument = qobject_cast<Instrument*>(object);
+    return instrument != nullptr ? new InstrumentAccess(instrument) : nullptr;
+}
+
+} // namespace
+
+void installAccessibility() {
+    QAccessible::installFactory(makeAccess);
+}
+
+Instrument::Instrument(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::TabFocus);
+}
+
+void Instrument::describe(const QString& name, const QString& help) {
+    if (accessibleName() != name) {
+        setAccessibleName(name);
+    }
+    if (statusTip() != help) {
+        setStatusTip(help);
+    }
+}
+
+void Instrument::announce() {
+    if (QAccessible::isActive()) {
+        QAccessibleValueChangeEvent event(this, range().exists ? QVariant(range().value) : QVariant(valueText()));
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void Instrument::paintRing(QPainter& painter) const {
+    if (hasFocus()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(Desktop::palette().amber, 1.5));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
+    }
+}
+
+void Instrument::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    update();
+}
+
+void Instrument::focusOutEvent(QFocusEvent* event) {
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+} // namespace Desktop

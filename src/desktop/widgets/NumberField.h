@@ -1,0 +1,30 @@
+// A number in a box: drag it up and down, turn the wheel, type.
+#pragma once
+
+#include "desktop/widgets/ValueInstrument.h"
+
+#include <functional>
+
+namespace Desktop {
+
+class NumberField final : public ValueInstrument {
+    Q_OBJECT
+
+public:
+    using ValueInstrument::ValueInstrument;
+    // How a value is written; decimal without.
+    void setText(std::function<QString(int)> text);
+    void setScale(double scale); // of the figures
+    [[nodiscard]] QString valueText() const override;
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    std::function<QString(int)> text_;
+    double scale_ = 1.0;
+};
+
+} // namespace Desktop
