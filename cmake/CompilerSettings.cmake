@@ -28,7 +28,7 @@ target_compile_options(
             -Wold-style-cast
             -Wnon-virtual-dtor
             -Woverloaded-virtual
-            -Wno-restrict # g++ 12 sees overlaps in string concatenation that are not there
+            $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict> # g++ 12 sees overlaps in string concatenation that are not there
             -Werror
             -fno-semantic-interposition
             -fvisibility-inlines-hidden)
