@@ -1,5 +1,6 @@
 #include "backend/RecorderSection.h"
 
+#include "core/FolderNames.h"
 #include "midiengine/MidiEngine.h"
 #include "platform/AutoResetEvent.h"
 #include "platform/Notices.h"
@@ -39,7 +40,7 @@ RecorderSection::RecorderSection(MidiEngine::MidiEngine& engine, RegistrySetting
                                         : [](const std::string& text) { Platform::writeDebugOutput(text); }) {}
 
 std::filesystem::path RecorderSection::folderOf(const RegistrySettings& settings, const Surroundings& surroundings) {
-    return settings.getMidiBufferDir().empty() ? surroundings.applicationData / "Retrospective Record"
+    return settings.getMidiBufferDir().empty() ? surroundings.applicationData / FolderNames::retrospectiveRecord
                                                : Platform::pathOf(settings.getMidiBufferDir());
 }
 

@@ -39,9 +39,14 @@ void removeBufferFiles(const fs::path& folder) {
     std::error_code failure;
     for (fs::directory_iterator file(folder, failure), end; !failure && file != end; file.increment(failure)) {
         std::error_code ignored;
-        if (Platform::textOf(file->path().filename()).starts_with('_') && file->is_regular_file(ignored)) {
-            fs::remove(file->path(), ignored);
+        if (!Platform::textOf(file->path().filename()).starts_with('_')) {
+            continue;
         }
+        if (fs::is_directory(
+                file->symlink_status(ignored))) { // of the previous program, or of one that ran beside another
+            removeBufferFiles(file->path());
+        }
+        fs::remove(file->path(), ignored); // a folder only when it is empty
     }
 }
 

@@ -156,6 +156,7 @@ TEST_F(Factory, FilesAreNeverOverwritten) {
 TEST_F(Factory, UninstallingLeavesWhatTheUserMade) {
     FactoryFiles::copyMissingFolders(surroundings);
     write(data / "Retrospective Record" / "_buffer0.tmp", "");
+    write(data / "Retrospective Record" / "_previous" / "_buffer0.tmp", "");
     write(data / "Midi Inputs.txt", "");
     write(data / "Midi Outputs.txt", "");
     QelUtils::uninstall(surroundings);
@@ -168,6 +169,7 @@ TEST_F(Factory, UninstallingLeavesWhatTheUserMade) {
         write(data / file, "mine");
     }
     write(data / "Retrospective Record" / "_buffer0.tmp", "");
+    write(data / "Retrospective Record" / "_previous" / "_buffer0.tmp", "");
     QelUtils::uninstall(surroundings);
     EXPECT_EQ(namesIn(data), "Banks/Mine.bnk, Layer Presets/Deep/000 - Default.pst, Retrospective Record/Take.mid");
     EXPECT_FALSE(fs::exists(data / "Sequences"));
