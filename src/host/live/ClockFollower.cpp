@@ -14,14 +14,16 @@ constexpr double fastestTempo = 1200;
 // Fewer clocks than these do not tell a change of tempo from their own jitter; of a new tempo the latest ones are kept.
 constexpr std::size_t settledClocks = 8;
 constexpr std::size_t keptClocks = 4;
-constexpr double driftShare = 0.25;
+// So many strays one after the other are a matter of tempo or of loss, as soon as they are even, or at last.
+constexpr std::size_t suspectStrays = 6;
+constexpr std::size_t mostStrays = 12;
+constexpr double spreadShareAtFirst = 0.25;
 constexpr double spreadShare = 1.0 / 32;
-// Beyond this many times the spread, and this part of a period, clocks are late or early together.
-constexpr double suspectDrift = 4;
-constexpr double smallestDrift = 0.01;
-constexpr double suspectGap = 4;
-// As many gaps one directly after the other are no losses.
-constexpr int gapsOfATempo = 3;
+// Clocks are strays beyond this many times the spread and this part of a period.
+constexpr double straySpreads = 4;
+constexpr double strayPart = 0.01;
+// What is as near as this, in periods, is the same.
+constexpr double nearPart = 0.1;
 
 } // namespace
 
@@ -65,12 +67,11 @@ void ClockFollower::append(Clock clock) {
 void ClockFollower::beginPhase(std::int64_t time) {
     keepsTempo_ = isLocked_;
     count_ = 0;
-    append({0, time});
+    append({0, time, false});
     ++phase_;
     offset_ = 0;
-    drift_ = 0;
+    strays_ = 0;
     spread_ = keepsTempo_ ? spread_ : 0;
-    assumedLost_ = lostInARow_ = gapsInARow_ = 0;
 }
 
 void ClockFollower::clock(std::int64_t time) {
@@ -82,71 +83,95 @@ void ClockFollower::clock(std::int64_t time) {
         return;
     }
     const std::int64_t before = latest().number;
-    const std::int64_t number = isLocked_ ? numberOf(time) : before + 1;
-    const bool isOther = isLocked_ && isOffLine(time, number);
-    append({number, time});
-    if (isOther) {
-        count_ = std::min(count_, keptClocks);
-        keepsTempo_ = false;
-        drift_ = 0;
+    Clock clock{before + 1, time, false};
+    clock.isStray = isLocked_ && isStray(clock);
+    append(clock);
+    strays_ = clock.isStray ? strays_ + 1 : 0;
+    if (strays_ >= suspectStrays) {
+        judgeStrays();
     }
     fit();
-    moveSong(number - before);
+    moveSong(latest().number - before);
 }
 
-std::int64_t ClockFollower::numberOf(std::int64_t time) {
-    const double passed = clocksAt(time) - static_cast<double>(latest().number);
-    const bool isGap = passed > 1.5 && (passed - 1) * period_ > suspectGap * spread_;
-    if (isGap && ++gapsInARow_ < gapsOfATempo) {
-        assumedLost_ = std::lround(passed) - 1;
-        lostInARow_ += assumedLost_;
-        return latest().number + assumedLost_ + 1;
+double ClockFollower::offLine(const Clock& clock) const {
+    return (clocksAt(clock.time) - static_cast<double>(clock.number)) * period_;
+}
+
+double ClockFollower::limit() const {
+    return std::max(straySpreads * spread_, strayPart * period_);
+}
+
+bool ClockFollower::isStray(const Clock& clock) {
+    const double off = std::abs(offLine(clock));
+    const double farOff = limit();
+    if (clock.number < static_cast<std::int64_t>(settledClocks)) { // the first of the phase
+        spread_ += (off - spread_) * spreadShareAtFirst;
+    } else if (count_ >= settledClocks) { // what strays is no spread
+        spread_ += (std::min(off, farOff) - spread_) * spreadShare;
     }
-    if (isGap) { // nothing was lost: the tempo is slower
-        latest().number -= lostInARow_;
-        count_ = 1;
+    return count_ >= settledClocks && off > farOff;
+}
+
+void ClockFollower::judgeStrays() {
+    double period = 0;
+    const bool areEven = latestAreEven(period);
+    if (!areEven && strays_ < mostStrays) {
+        return;
+    }
+    const double late = offLine(latest()) / period_;
+    const std::int64_t lost = std::lround(late);
+    const bool someWereLost = areEven && lost > 0 && std::abs(period / period_ - 1) < nearPart &&
+                              std::abs(late - static_cast<double>(lost)) < nearPart;
+    for (std::size_t i = 0; i < keptClocks; ++i) {
+        latest(i).isStray = false;
+        latest(i).number += someWereLost ? lost : 0;
+    }
+    strays_ = 0;
+    if (!someWereLost) {
+        count_ = keptClocks;
         keepsTempo_ = false;
-    } else if (passed < 0.5) { // nor was it, if it was only held up
-        latest().number -= assumedLost_;
     }
-    assumedLost_ = lostInARow_ = gapsInARow_ = 0;
-    return latest().number + 1;
 }
 
-bool ClockFollower::isOffLine(std::int64_t time, std::int64_t number) {
-    const double off = (clocksAt(time) - static_cast<double>(number)) * period_;
-    drift_ += (off - drift_) * driftShare;
-    const double limit = std::max(suspectDrift * spread_, smallestDrift * period_);
-    const bool isSettled = count_ >= settledClocks;
-    if (number < static_cast<std::int64_t>(settledClocks)) { // the first of the phase
-        spread_ += (std::abs(off) - spread_) * driftShare;
-    } else if (isSettled) { // what another tempo brings is no spread
-        spread_ += (std::min(std::abs(off), suspectGap * spread_ + limit) - spread_) * spreadShare;
+bool ClockFollower::latestAreEven(double& period) const {
+    period = static_cast<double>(latest().time - latest(keptClocks - 1).time) / (keptClocks - 1);
+    const double unevenness = std::max(straySpreads * spread_, nearPart * period);
+    for (std::size_t i = 1; i + 1 < keptClocks; ++i) {
+        const double expected = static_cast<double>(latest().time) - static_cast<double>(i) * period;
+        if (std::abs(static_cast<double>(latest(i).time) - expected) > unevenness) {
+            return false;
+        }
     }
-    return isSettled && std::abs(drift_) > limit;
+    return period > nearPart * period_;
 }
 
 // Least squares over the clocks that count, by their distances from the latest.
 void ClockFollower::fit() {
-    double meanX = 0;
-    double meanY = 0;
+    double n = 0;
+    double sumX = 0;
+    double sumY = 0;
+    double sumXX = 0;
+    double sumXY = 0;
     for (std::size_t i = 0; i < count_; ++i) {
-        meanX += static_cast<double>(latest(i).number - latest().number);
-        meanY += static_cast<double>(latest(i).time - latest().time);
+        const Clock& each = latest(i);
+        const auto x = static_cast<double>(each.number - latest().number);
+        const auto y = static_cast<double>(each.time - latest().time);
+        const double weight = each.isStray ? 0 : 1;
+        n += weight;
+        sumX += weight * x;
+        sumY += weight * y;
+        sumXX += weight * x * x;
+        sumXY += weight * x * y;
     }
-    meanX /= static_cast<double>(count_);
-    meanY /= static_cast<double>(count_);
-    double xx = 0;
-    double xy = 0;
-    for (std::size_t i = 0; i < count_; ++i) {
-        const double x = static_cast<double>(latest(i).number - latest().number) - meanX;
-        xx += x * x;
-        xy += x * (static_cast<double>(latest(i).time - latest().time) - meanY);
-    }
+    const double meanX = sumX / n;
+    const double meanY = sumY / n;
+    const double xx = sumXX - n * meanX * meanX;
+    const double xy = sumXY - n * meanX * meanY;
     const bool isTrusted = count_ >= static_cast<std::size_t>(trustedClocks);
     const bool takesTempo = !keepsTempo_ || isTrusted;
     const double shortest = secondsPerMinute * unitsPerSecond_ / (clocksPerBeat * fastestTempo);
-    if (takesTempo && xx > 0) {
+    if (takesTempo && xx > 0.25) {
         period_ = std::max(xy / xx, shortest);
     }
     offset_ = meanY - period_ * meanX;

@@ -9,7 +9,7 @@ namespace Host {
 
 // Told when each clock, 24 a quarter note, has come, it says where between the clocks a time lies: the straight line
 // that fits the clocks of the last four beats best. So the jitter of a sender shows in it by a fraction. A clock that
-// is lost on the way is made up for; a change of tempo is seen by several clocks that are all late or all early. Pure
+// is held up on the way does not count; several that are all late or all early show another tempo, or a loss. Pure
 // arithmetic: knows no device, waits for nothing. One thread.
 class ClockFollower final {
 public:
@@ -55,16 +55,23 @@ private:
     struct Clock {
         std::int64_t number = 0; // since the phase began
         std::int64_t time = 0;
+        bool isStray = false; // far off the line: it does not count
     };
 
     [[nodiscard]] Clock& latest(std::size_t back = 0) { return clocks_[(end_ - 1 - back) % longestMemory]; }
     [[nodiscard]] const Clock& latest(std::size_t back = 0) const { return clocks_[(end_ - 1 - back) % longestMemory]; }
     void append(Clock clock);
     void beginPhase(std::int64_t time);
-    // The number of a clock that comes now, and what has to be put right in those before it.
-    [[nodiscard]] std::int64_t numberOf(std::int64_t time);
-    // True when clocks have been off the line so long that it is another tempo.
-    [[nodiscard]] bool isOffLine(std::int64_t time, std::int64_t number);
+    // How far a clock of that number is off the line, in units; late is positive.
+    [[nodiscard]] double offLine(const Clock& clock) const;
+    // Beyond this a clock is a stray.
+    [[nodiscard]] double limit() const;
+    // Learns from a new clock what senders are off the line by, and says whether it is far off.
+    [[nodiscard]] bool isStray(const Clock& clock);
+    // After several strays: they have another tempo, or some were lost, or it is not clear yet.
+    void judgeStrays();
+    // The line through the latest of them alone; true when they lie on one.
+    [[nodiscard]] bool latestAreEven(double& period) const;
     void fit();
     void moveSong(std::int64_t clocks);
 
@@ -82,12 +89,8 @@ private:
     bool keepsTempo_ = false; // the phase began in the midst of clocks: their tempo goes on
     std::uint32_t phase_ = 0;
 
-    // How far clocks are off the line: on average, without regard to the sign, and lately.
-    double spread_ = 0;
-    double drift_ = 0;
-    std::int64_t assumedLost_ = 0; // before the latest clock
-    std::int64_t lostInARow_ = 0;  // and before those that came directly before it, gap by gap
-    int gapsInARow_ = 0;
+    double spread_ = 0;      // how far clocks are off the line on average, without regard to the sign
+    std::size_t strays_ = 0; // the latest so many
 
     bool isRolling_ = false;
     bool rollsWithNext_ = false;
