@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
+#include <ctime>
 
 namespace {
 
@@ -92,5 +93,26 @@ BENCHMARK(tick)
     ->Args({64, 0, 120})
     ->Args({64, 64, 120})
     ->Args({64, 64, 1}); // all notes end and begin in each tick: the heaviest there is
+
+// An hour of play at 120 beats a minute: a tick of its last minute against one of its first.
+void hour(benchmark::State& state) {
+    constexpr int ticksAMinute = 120 * Backend::ticksPerQuarter;
+    Bench bench(64, 64, 120);
+    const auto minute = [&bench] {
+        const std::clock_t begin = std::clock();
+        for (int i = 0; i < ticksAMinute; ++i) {
+            bench.tick();
+        }
+        return static_cast<double>(std::clock() - begin) * 1e9 / CLOCKS_PER_SEC / ticksAMinute;
+    };
+    for (auto _ : state) {
+        state.counters["first"] = minute();
+        for (int i = 0; i < 58; ++i) {
+            minute();
+        }
+        state.counters["last"] = minute();
+    }
+}
+BENCHMARK(hour)->Iterations(1)->Unit(benchmark::kSecond);
 
 } // namespace
