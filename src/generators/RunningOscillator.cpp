@@ -10,6 +10,8 @@ namespace Backend::Oscillators {
 namespace {
 
 constexpr double pi = std::numbers::pi;
+// After weeks of the fastest waves; beyond, phases lose their fractions.
+constexpr double largestPhase = 1e15;
 constexpr std::int32_t largestData = 127;
 constexpr std::int32_t largestBend = 16383;
 
@@ -34,6 +36,9 @@ std::optional<RunningOscillator::Step> RunningOscillator::advance(Ticks now) {
     lastTime_ = now;
     const double before = phase_;
     phase_ += increment() / std::max(settings_.speed, 1) * delta;
+    if (phase_ > largestPhase) {
+        phase_ = std::fmod(phase_, 2 * increment()); // all waves begin again after two periods
+    }
     if (settings_.type == OscillatorType::random && parity(phase_) == parity(before)) {
         return std::nullopt; // it holds its value, mirrored or not
     }

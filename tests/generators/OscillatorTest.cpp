@@ -131,6 +131,20 @@ TEST(Oscillators, TimeThatHasPassedCountsWholeAndTimeThatGoesBackAsOneTick) {
     EXPECT_FALSE(running.advance(Ticks{99'109})); // 203
 }
 
+TEST(Oscillators, KeepTheirRangeForEver) {
+    for (const OscillatorType type : {OscillatorType::sine, OscillatorType::triangle, OscillatorType::pulse,
+                                      OscillatorType::random, OscillatorType::saw}) {
+        RunningOscillator running(oscillatorOf(type, 1, 2'147'483'647, 0, 1));
+        std::int32_t last = 0;
+        for (int jump = 0; jump < 2000; ++jump) {
+            last = jump % 2 == 0 ? 2'147'483'600 : 10; // ticks as far apart as there are
+            if (const auto step = running.advance(Ticks{last})) {
+                ASSERT_GE(step->value, -1) << jump; // a mirrored saw stands one lower
+            }
+        }
+    }
+}
+
 TEST(Oscillators, PutTheirValueWhereTheMessageHasIts) {
     struct Row {
         MessageType type;
