@@ -1,8 +1,6 @@
 #include "backend/OscMessageManager.h"
 
 #include "backend/OscillatorSection.h"
-#include "core/MessageManagerMaster.h"
-#include "core/MessageParameters.h"
 
 #include <cassert>
 #include <utility>
@@ -26,14 +24,6 @@ enum class OscMessageManager::Message : std::uint32_t {
 
 namespace {
 
-struct StoredPreset {
-    std::string name;
-    OscList list;
-};
-struct SavedPreset {
-    std::string name;
-    std::vector<OscId> ids;
-};
 struct PlayingChange {
     SelectType which;
     OnOffToggle how;
@@ -45,12 +35,14 @@ struct SpeedChange {
 
 } // namespace
 
-bool OscMessageManager::wantMessage(std::uint32_t id) const {
-    return id >= static_cast<std::uint32_t>(Message::set) && id <= static_cast<std::uint32_t>(Message::select);
-}
+OscMessageManager::OscMessageManager(OscillatorSection& section, MessageManagerMaster& master)
+    : PresetMessageManager(master, Message::set, Message::select, Message::storePreset), section_(section) {}
 
 void OscMessageManager::handleMessage(const Platform::ThreadMessage& message) {
     assert(currentThreadIsManagerThread());
+    if (handlePreset(section_, message)) {
+        return;
+    }
     const std::uintptr_t w = message.wParam;
     switch (static_cast<Message>(message.id)) {
     case Message::set:
@@ -59,16 +51,6 @@ void OscMessageManager::handleMessage(const Platform::ThreadMessage& message) {
         return section_.put(*takeCopy<std::vector<Oscillator>>(w));
     case Message::loadPreset:
         return section_.loadPreset(*takeCopy<std::string>(w));
-    case Message::storePreset: {
-        const auto preset = takeCopy<StoredPreset>(w);
-        return section_.storePreset(preset->name, preset->list);
-    }
-    case Message::deletePreset:
-        return section_.deletePreset(*takeCopy<std::string>(w));
-    case Message::savePreset: {
-        const auto preset = takeCopy<SavedPreset>(w);
-        return section_.savePreset(preset->name, preset->ids);
-    }
     case Message::showValues:
         return section_.showValues();
     case Message::changePlaying: {
@@ -83,12 +65,11 @@ void OscMessageManager::handleMessage(const Platform::ThreadMessage& message) {
         return section_.select(*takeCopy<SelectType>(w));
     case Message::select:
         return section_.select(*takeCopy<std::vector<OscId>>(w));
+    case Message::storePreset:
+    case Message::deletePreset:
+    case Message::savePreset:
+        return; // done above
     }
-}
-
-template <typename Value> void OscMessageManager::postValue(Message message, Value&& value) {
-    postCopy(std::forward<Value>(value),
-             [&](std::uintptr_t copy) { return post(static_cast<std::uint32_t>(message), copy); });
 }
 
 void OscMessageManager::postSet(OscList list) {
@@ -119,20 +100,8 @@ void OscMessageManager::postLoadPreset(std::string name) {
     postValue(Message::loadPreset, std::move(name));
 }
 
-void OscMessageManager::postStorePreset(std::string name, OscList list) {
-    postValue(Message::storePreset, StoredPreset{std::move(name), std::move(list)});
-}
-
-void OscMessageManager::postDeletePreset(std::string name) {
-    postValue(Message::deletePreset, std::move(name));
-}
-
-void OscMessageManager::postSavePreset(std::string name, std::vector<OscId> ids) {
-    postValue(Message::savePreset, SavedPreset{std::move(name), std::move(ids)});
-}
-
 bool OscMessageManager::tryPostShowValues() noexcept {
-    return getMaster().tryPostMessage(static_cast<std::uint32_t>(Message::showValues));
+    return tryPost(Message::showValues);
 }
 
 } // namespace Backend::Oscillators

@@ -1,7 +1,7 @@
 // The door of the oscillators' section: what is posted here is done on the backend's thread.
 #pragma once
 
-#include "core/MessageManager.h"
+#include "core/PresetMessageManager.h"
 #include "generators/OscList.h"
 #include "values/OnOffToggle.h"
 #include "values/RelativeFixedValue.h"
@@ -17,15 +17,11 @@ class OscillatorSection;
 
 namespace Backend::Oscillators {
 
-// Posts come back at once and try again every 10 ms until the queue takes them; their order is kept. For any thread but
-// the backend's own.
-class OscMessageManager final : public MessageManager {
+class OscMessageManager final : public PresetMessageManager<OscList, std::vector<OscId>> {
 public:
     // Both outlive the manager.
-    OscMessageManager(OscillatorSection& section, MessageManagerMaster& master)
-        : MessageManager(master), section_(section) {}
+    OscMessageManager(OscillatorSection& section, MessageManagerMaster& master);
 
-    [[nodiscard]] bool wantMessage(std::uint32_t id) const override;
     void handleMessage(const Platform::ThreadMessage& message) override;
 
     void postSet(OscList list);
@@ -37,18 +33,12 @@ public:
     void postSelect(std::vector<OscId> ids); // from the window itself, which knows: it is not told
 
     void postLoadPreset(std::string name);
-    void postStorePreset(std::string name, OscList list);
-    void postDeletePreset(std::string name);
-    // An empty list of ids saves all of them.
-    void postSavePreset(std::string name, std::vector<OscId> ids);
 
     // Asks for the values of playing oscillators to be shown: one try. [clock]
     [[nodiscard]] bool tryPostShowValues() noexcept;
 
 private:
     enum class Message : std::uint32_t;
-
-    template <typename Value> void postValue(Message message, Value&& value);
 
     OscillatorSection& section_;
 };

@@ -1,6 +1,5 @@
 #include "input/ComputerInputMessageManager.h"
 
-#include "core/MessageParameters.h"
 #include "core/QelIF.h"
 #include "input/ComputerInputSection.h"
 
@@ -23,16 +22,6 @@ enum class ComputerInputMessageManager::Message : std::uint32_t {
 
 namespace {
 
-struct StoredPreset {
-    std::string name;
-    KeyConfigurationMap map;
-};
-
-struct SavedPreset {
-    std::string name;
-    std::vector<Key> keys;
-};
-
 // Packed, an unknown key would be the one without a code.
 bool canBePosted(const Key& key) {
     return key.getCode() != Key::NO_CODE && key.getCode() != Key::UNKNOWN_CODE;
@@ -40,12 +29,15 @@ bool canBePosted(const Key& key) {
 
 } // namespace
 
-bool ComputerInputMessageManager::wantMessage(std::uint32_t id) const {
-    return id >= static_cast<std::uint32_t>(Message::put) && id <= static_cast<std::uint32_t>(Message::keyUp);
-}
+ComputerInputMessageManager::ComputerInputMessageManager(ComputerInputSection& section, QelIF& qel,
+                                                         MessageManagerMaster& master)
+    : PresetMessageManager(master, Message::put, Message::keyUp, Message::storePreset), section_(section), qel_(qel) {}
 
 void ComputerInputMessageManager::handleMessage(const Platform::ThreadMessage& message) {
     assert(currentThreadIsManagerThread());
+    if (handlePreset(section_, message)) {
+        return;
+    }
     const std::uintptr_t w = message.wParam;
     switch (static_cast<Message>(message.id)) {
     case Message::put:
@@ -54,20 +46,14 @@ void ComputerInputMessageManager::handleMessage(const Platform::ThreadMessage& m
         return section_.setUseKeyUpMod(w != 0);
     case Message::set:
         return section_.set(std::move(*takeCopy<KeyConfigurationMap>(w)));
-    case Message::storePreset: {
-        const auto preset = takeCopy<StoredPreset>(w);
-        return section_.storePreset(preset->name, preset->map);
-    }
-    case Message::deletePreset:
-        return section_.deletePreset(*takeCopy<std::string>(w));
-    case Message::savePreset: {
-        const auto preset = takeCopy<SavedPreset>(w);
-        return section_.savePreset(preset->name, preset->keys);
-    }
     case Message::keyDown:
         return section_.keyDown(Key::fromPacked(static_cast<std::uint32_t>(w)), message.lParam != 0);
     case Message::keyUp:
         return section_.keyUp(Key::fromPacked(static_cast<std::uint32_t>(w)));
+    case Message::storePreset:
+    case Message::deletePreset:
+    case Message::savePreset:
+        return; // done above
     }
 }
 
@@ -82,14 +68,6 @@ void ComputerInputMessageManager::put(const std::vector<KeyConfiguration>& confi
     };
     postCopy(configurations, [&](std::uintptr_t copy) { return postToWindow(Message::put, copy); });
     postToWindow(Message::set, 0);
-}
-
-bool ComputerInputMessageManager::post(Message message, std::uintptr_t wParam, std::intptr_t lParam) {
-    return MessageManager::post(static_cast<std::uint32_t>(message), wParam, lParam);
-}
-
-template <typename Value> void ComputerInputMessageManager::postValue(Message message, Value&& value) {
-    postCopy(std::forward<Value>(value), [&](std::uintptr_t copy) { return post(message, copy); });
 }
 
 void ComputerInputMessageManager::postKeyDown(const Key& key, bool repeat) {
@@ -114,18 +92,6 @@ void ComputerInputMessageManager::postSetUseKeyUpMod(bool on) {
 
 void ComputerInputMessageManager::postSet(KeyConfigurationMap map) {
     postValue(Message::set, std::move(map));
-}
-
-void ComputerInputMessageManager::postStorePreset(std::string name, KeyConfigurationMap map) {
-    postValue(Message::storePreset, StoredPreset{std::move(name), std::move(map)});
-}
-
-void ComputerInputMessageManager::postDeletePreset(std::string name) {
-    postValue(Message::deletePreset, std::move(name));
-}
-
-void ComputerInputMessageManager::postSavePreset(std::string name, std::vector<Key> keys) {
-    postValue(Message::savePreset, SavedPreset{std::move(name), std::move(keys)});
 }
 
 } // namespace Backend::ComputerInput

@@ -1,7 +1,7 @@
 // The door of the computer keyboard's section: what is posted here is done on the backend's thread.
 #pragma once
 
-#include "core/MessageManager.h"
+#include "core/PresetMessageManager.h"
 #include "input/KeyConfigurationMap.h"
 
 #include <cstdint>
@@ -12,15 +12,11 @@ namespace Backend::ComputerInput {
 
 class ComputerInputSection;
 
-// Posts come back at once and try again every 10 ms until the queue takes them; their order is kept. For any thread
-// but the backend's own.
-class ComputerInputMessageManager final : public MessageManager {
+class ComputerInputMessageManager final : public PresetMessageManager<KeyConfigurationMap, std::vector<Key>> {
 public:
     // All outlive the manager.
-    ComputerInputMessageManager(ComputerInputSection& section, QelIF& qel, MessageManagerMaster& master)
-        : MessageManager(master), section_(section), qel_(qel) {}
+    ComputerInputMessageManager(ComputerInputSection& section, QelIF& qel, MessageManagerMaster& master);
 
-    [[nodiscard]] bool wantMessage(std::uint32_t id) const override;
     void handleMessage(const Platform::ThreadMessage& message) override;
 
     // Only the low 8 bits of a key's code travel; a key without a code or with an unknown one is not posted.
@@ -32,16 +28,10 @@ public:
     void postPut(std::vector<KeyConfiguration> configurations);
     void postSetUseKeyUpMod(bool on);
     void postSet(KeyConfigurationMap map);
-    void postStorePreset(std::string name, KeyConfigurationMap map);
-    void postDeletePreset(std::string name);
-    // An empty list of keys saves all of them.
-    void postSavePreset(std::string name, std::vector<Key> keys);
 
 private:
     enum class Message : std::uint32_t;
 
-    bool post(Message message, std::uintptr_t wParam, std::intptr_t lParam = 0);
-    template <typename Value> void postValue(Message message, Value&& value);
     void put(const std::vector<KeyConfiguration>& configurations);
 
     ComputerInputSection& section_;

@@ -1,7 +1,5 @@
 #include "input/ControlMessageManager.h"
 
-#include "core/MessageManagerMaster.h"
-#include "core/MessageParameters.h"
 #include "core/QelIF.h"
 #include "input/ControlMessages.h"
 #include "input/ControlSection.h"
@@ -30,16 +28,6 @@ enum class ControlMessageManager::Message : std::uint32_t {
 
 namespace {
 
-struct StoredPreset {
-    std::string name;
-    ControlMap map;
-};
-
-struct SavedPreset {
-    std::string name;
-    std::vector<Cell> cells;
-};
-
 Cell cellIn(std::uintptr_t parameter) {
     return Cell::fromPacked(static_cast<std::uint32_t>(parameter));
 }
@@ -50,12 +38,14 @@ bool canBePosted(const Cell& cell) {
 
 } // namespace
 
-bool ControlMessageManager::wantMessage(std::uint32_t id) const {
-    return id >= static_cast<std::uint32_t>(Message::put) && id <= static_cast<std::uint32_t>(Message::move);
-}
+ControlMessageManager::ControlMessageManager(ControlSection& section, QelIF& qel, MessageManagerMaster& master)
+    : PresetMessageManager(master, Message::put, Message::move, Message::storePreset), section_(section), qel_(qel) {}
 
 void ControlMessageManager::handleMessage(const Platform::ThreadMessage& message) {
     assert(currentThreadIsManagerThread());
+    if (handlePreset(section_, message)) {
+        return;
+    }
     const std::uintptr_t w = message.wParam;
     const auto value = static_cast<std::int32_t>(message.lParam);
     switch (static_cast<Message>(message.id)) {
@@ -63,16 +53,6 @@ void ControlMessageManager::handleMessage(const Platform::ThreadMessage& message
         return put(*takeCopy<std::vector<Control>>(w));
     case Message::set:
         return section_.set(std::move(*takeCopy<ControlMap>(w)));
-    case Message::storePreset: {
-        const auto preset = takeCopy<StoredPreset>(w);
-        return section_.storePreset(preset->name, preset->map);
-    }
-    case Message::deletePreset:
-        return section_.deletePreset(*takeCopy<std::string>(w));
-    case Message::savePreset: {
-        const auto preset = takeCopy<SavedPreset>(w);
-        return section_.savePreset(preset->name, preset->cells);
-    }
     case Message::setValue:
         return section_.setValue(cellIn(w), value, Tell::nobody);
     case Message::sendAll:
@@ -85,6 +65,10 @@ void ControlMessageManager::handleMessage(const Platform::ThreadMessage& message
         return section_.takeIn();
     case Message::move:
         return section_.setValue(cellIn(w), value, Tell::window);
+    case Message::storePreset:
+    case Message::deletePreset:
+    case Message::savePreset:
+        return; // done above
     }
 }
 
@@ -97,18 +81,10 @@ void ControlMessageManager::put(const std::vector<Control>& controls) {
     }
 }
 
-bool ControlMessageManager::post(Message message, std::uintptr_t wParam, std::intptr_t lParam) {
-    return MessageManager::post(static_cast<std::uint32_t>(message), wParam, lParam);
-}
-
 void ControlMessageManager::postCell(Message message, const Cell& cell, std::int32_t value) {
     if (canBePosted(cell)) {
         post(message, cell.getPacked(), value);
     }
-}
-
-template <typename Value> void ControlMessageManager::postValue(Message message, Value&& value) {
-    postCopy(std::forward<Value>(value), [&](std::uintptr_t copy) { return post(message, copy); });
 }
 
 void ControlMessageManager::postPut(std::vector<Control> controls) {
@@ -117,18 +93,6 @@ void ControlMessageManager::postPut(std::vector<Control> controls) {
 
 void ControlMessageManager::postSet(ControlMap map) {
     postValue(Message::set, std::move(map));
-}
-
-void ControlMessageManager::postStorePreset(std::string name, ControlMap map) {
-    postValue(Message::storePreset, StoredPreset{std::move(name), std::move(map)});
-}
-
-void ControlMessageManager::postDeletePreset(std::string name) {
-    postValue(Message::deletePreset, std::move(name));
-}
-
-void ControlMessageManager::postSavePreset(std::string name, std::vector<Cell> cells) {
-    postValue(Message::savePreset, SavedPreset{std::move(name), std::move(cells)});
 }
 
 void ControlMessageManager::postSetValue(const Cell& cell, std::int32_t value) {
@@ -152,7 +116,7 @@ void ControlMessageManager::postSelect(std::vector<Cell> cells) {
 }
 
 bool ControlMessageManager::tryPostTakeIn() noexcept {
-    return getMaster().tryPostMessage(static_cast<std::uint32_t>(Message::takeIn));
+    return tryPost(Message::takeIn);
 }
 
 } // namespace Backend::Controls

@@ -1,7 +1,5 @@
 #include "input/JoystickMessageManager.h"
 
-#include "core/MessageManagerMaster.h"
-#include "core/MessageParameters.h"
 #include "core/QelIF.h"
 #include "input/JoystickSection.h"
 #include "platform/Threads.h"
@@ -24,27 +22,20 @@ enum class JoystickMessageManager::Message : std::uint32_t {
 
 namespace {
 
-struct StoredPreset {
-    std::string name;
-    JoystickMap map;
-};
-
-struct SavedPreset {
-    std::string name;
-    JoystickSelection selection;
-};
-
 constexpr unsigned retryMilliseconds = 10;
 constexpr int elementBits = 16;
 
 } // namespace
 
-bool JoystickMessageManager::wantMessage(std::uint32_t id) const {
-    return id >= static_cast<std::uint32_t>(Message::put) && id <= static_cast<std::uint32_t>(Message::buttonUp);
-}
+JoystickMessageManager::JoystickMessageManager(JoystickSection& section, QelIF& qel, MessageManagerMaster& master)
+    : PresetMessageManager(master, Message::put, Message::buttonUp, Message::storePreset), section_(section),
+      qel_(qel) {}
 
 void JoystickMessageManager::handleMessage(const Platform::ThreadMessage& message) {
     assert(currentThreadIsManagerThread());
+    if (handlePreset(section_, message)) {
+        return;
+    }
     const std::uintptr_t w = message.wParam;
     const auto joystick = static_cast<std::int32_t>(w >> elementBits);
     const auto element = static_cast<std::int32_t>(w & 0xFFFF);
@@ -53,29 +44,23 @@ void JoystickMessageManager::handleMessage(const Platform::ThreadMessage& messag
         return section_.put(*takeCopy<JoystickMap>(w));
     case Message::set:
         return section_.set(std::move(*takeCopy<JoystickMap>(w)));
-    case Message::storePreset: {
-        const auto preset = takeCopy<StoredPreset>(w);
-        return section_.storePreset(preset->name, preset->map);
-    }
-    case Message::deletePreset:
-        return section_.deletePreset(*takeCopy<std::string>(w));
-    case Message::savePreset: {
-        const auto preset = takeCopy<SavedPreset>(w);
-        return section_.savePreset(preset->name, preset->selection);
-    }
     case Message::axisChanged:
         return qel_.joystickAxisChanged({joystick, element}, static_cast<int>(message.lParam));
     case Message::buttonDown:
         return qel_.joystickButtonDown({joystick, element}, message.lParam != 0);
     case Message::buttonUp:
         return qel_.joystickButtonUp({joystick, element});
+    case Message::storePreset:
+    case Message::deletePreset:
+    case Message::savePreset:
+        return; // done above
     }
 }
 
 void JoystickMessageManager::postEvent(Message message, std::int32_t joystick, std::int32_t element,
                                        std::intptr_t lParam) {
     const std::uintptr_t wParam = static_cast<std::uintptr_t>(joystick) << elementBits | static_cast<unsigned>(element);
-    while (!getMaster().tryPostMessage(static_cast<std::uint32_t>(message), wParam, lParam) && !isClosed_) {
+    while (!tryPost(message, wParam, lParam) && !isClosed_) {
         Platform::sleepMilliseconds(retryMilliseconds);
     }
 }
@@ -92,29 +77,12 @@ void JoystickMessageManager::buttonUp(const JoyButtonElementId& button) {
     postEvent(Message::buttonUp, button.joystick, button.button, 0);
 }
 
-template <typename Value> void JoystickMessageManager::postValue(Message message, Value&& value) {
-    postCopy(std::forward<Value>(value),
-             [&](std::uintptr_t copy) { return post(static_cast<std::uint32_t>(message), copy); });
-}
-
 void JoystickMessageManager::postPut(JoystickMap elements) {
     postValue(Message::put, std::move(elements));
 }
 
 void JoystickMessageManager::postSet(JoystickMap map) {
     postValue(Message::set, std::move(map));
-}
-
-void JoystickMessageManager::postStorePreset(std::string name, JoystickMap map) {
-    postValue(Message::storePreset, StoredPreset{std::move(name), std::move(map)});
-}
-
-void JoystickMessageManager::postDeletePreset(std::string name) {
-    postValue(Message::deletePreset, std::move(name));
-}
-
-void JoystickMessageManager::postSavePreset(std::string name, JoystickSelection selection) {
-    postValue(Message::savePreset, SavedPreset{std::move(name), std::move(selection)});
 }
 
 } // namespace Backend::Joystick

@@ -1,7 +1,7 @@
 // The door of the joysticks' section: what the polling thread and the window post here is done on the backend's thread.
 #pragma once
 
-#include "core/MessageManager.h"
+#include "core/PresetMessageManager.h"
 #include "input/JoystickListener.h"
 #include "input/JoystickMap.h"
 #include "input/JoystickXml.h"
@@ -18,15 +18,12 @@ namespace Backend::Joystick {
 
 class JoystickSection;
 
-// Posts come back at once and try again every 10 ms until the queue takes them; their order is kept. For any thread
-// but the backend's own.
-class JoystickMessageManager final : public MessageManager, public JoystickListener {
+class JoystickMessageManager final : public PresetMessageManager<JoystickMap, JoystickSelection>,
+                                     public JoystickListener {
 public:
     // All outlive the manager.
-    JoystickMessageManager(JoystickSection& section, QelIF& qel, MessageManagerMaster& master)
-        : MessageManager(master), section_(section), qel_(qel) {}
+    JoystickMessageManager(JoystickSection& section, QelIF& qel, MessageManagerMaster& master);
 
-    [[nodiscard]] bool wantMessage(std::uint32_t id) const override;
     void handleMessage(const Platform::ThreadMessage& message) override;
 
     // What the joysticks do, on to the facade.
@@ -39,16 +36,11 @@ public:
 
     void postPut(JoystickMap elements);
     void postSet(JoystickMap map);
-    void postStorePreset(std::string name, JoystickMap map);
-    void postDeletePreset(std::string name);
-    // An empty selection saves all.
-    void postSavePreset(std::string name, JoystickSelection selection);
 
 private:
     enum class Message : std::uint32_t;
 
     void postEvent(Message message, std::int32_t joystick, std::int32_t element, std::intptr_t lParam);
-    template <typename Value> void postValue(Message message, Value&& value);
 
     JoystickSection& section_;
     QelIF& qel_;
