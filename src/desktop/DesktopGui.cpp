@@ -166,6 +166,7 @@ void DesktopGui::create(Platform::WindowHandle) {
     shown.models->events.start();
     shown.window->restoreState();
     shown.window->show();
+    shown.window->setFocus(Qt::OtherFocusReason); // else the first button would take it
     offerBackup(*shown.models, shown.window.get());
 }
 

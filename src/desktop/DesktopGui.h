@@ -27,6 +27,8 @@ public:
     void create(Platform::WindowHandle parent) override;
     void destroy() override;
 
+    // Handles what has been posted, now; else that happens once a frame.
+    void takeIn();
     [[nodiscard]] MainWindow& window() { return *shown_->window; }
     [[nodiscard]] Models& models() { return *shown_->models; }
 
@@ -59,7 +61,6 @@ private:
         std::unique_ptr<Gui::KeyboardHookProxy> hook;
         QTimer frame; // runs while messages wait
     };
-    void takeIn();
 
     struct Parts;
     std::unique_ptr<Shown> shown_;

@@ -176,7 +176,7 @@ bool KeyCapture::keyDown(const QKeyEvent& event) {
     }
     if (key.getCode() == escapeCode && hasKeyboard() && !event.isAutoRepeat()) {
         escape_.start();
-        if (QWidget* const focus = QApplication::focusWidget(); focus != nullptr && !isTextField(focus)) {
+        if (QWidget* const focus = QApplication::focusWidget(); focus != nullptr) {
             focus->clearFocus();
             focusByKeys_ = false;
         }

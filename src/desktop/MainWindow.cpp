@@ -168,6 +168,8 @@ void MainWindow::buildPanels() {
     rows_->setStretchFactor(2, 3);
     rowSplitters_[0]->setStretchFactor(0, 3);
     rowSplitters_[0]->setStretchFactor(1, 2);
+    rowSplitters_[0]->setSizes({300, 200, 140});
+    rowSplitters_[1]->setSizes({200, 200, 200, 240, 160});
 }
 
 void MainWindow::addPanel(PanelFrame* frame, int row) {

@@ -79,6 +79,7 @@ QPushButton:focus, QToolButton:focus { border: 1px solid {amber}; }
 QToolButton#Flat { background: transparent; border-color: transparent; }
 QToolButton#Flat:hover, QToolButton#Flat:focus { border-color: {line}; }
 QToolButton#Flat:focus { border-color: {amber}; }
+QToolButton#Flat:checked { background: {amber}; color: {onAccent}; border-color: {amber}; }
 QToolButton::menu-indicator { image: none; width: 0; }
 QPushButton#PanelButton { color: {dim}; background: transparent; border-bottom: 2px solid transparent; }
 QPushButton#PanelButton:checked { color: {text}; background: {raised}; border-color: {line};

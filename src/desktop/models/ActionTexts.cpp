@@ -75,14 +75,32 @@ public:
             add(QObject::tr("output"), settings.output + 1);
         }
     }
-    void visit(SelectSettingsType& settings) override { two(xml(settings.type), xml(settings.value)); }
+    void visit(SelectSettingsType& settings) override {
+        two(xml(settings.type), xml(settings.value));
+        shortText = settings.value.isNoChange() ? arrowed(xml(settings.type)) : xml(settings.value);
+    }
     void visit(ChangeBooleanSettingsType& settings) override { two(xml(settings.type), xml(settings.value)); }
     void visit(ChangeNoteToggleSettingsType& settings) override { two(xml(settings.type), xml(settings.value)); }
-    void visit(SelectControlSettingsType& settings) override { two(xml(settings.type), xml(settings.value)); }
+    void visit(SelectControlSettingsType& settings) override {
+        two(xml(settings.type), xml(settings.value));
+        shortText = settings.value.isNoChange() ? arrowed(xml(settings.type)) : xml(settings.value);
+    }
     void visit(LoadPresetSettingsType& settings) override { text = QString::fromStdString(settings.preset); }
-    void visit(MoveWindowSettingsType& settings) override { two(xml(settings.x), xml(settings.y)); }
+    void visit(MoveWindowSettingsType& settings) override {
+        two(xml(settings.x), xml(settings.y));
+        shortText = QStringLiteral("✥");
+    }
 
 private:
+    static QString arrowed(const QString& word) {
+        const char* const arrows[][2]{{"up", "↑"}, {"down", "↓"}, {"left", "←"}, {"right", "→"}};
+        for (const auto& [name, arrow] : arrows) {
+            if (word == QLatin1String(name)) {
+                return QString::fromUtf8(arrow);
+            }
+        }
+        return word;
+    }
     template <typename Value> static QString xml(const Value& value) {
         return QString::fromStdString(value.toXmlString());
     }
@@ -97,9 +115,9 @@ private:
 // The words that matter of a name in lists.
 QString abbreviated(QString name) {
     for (const char* const word : {"Midi ", "Change ", "Show ", "Select ", "Load "}) {
-        name.replace(word, "");
+        name.remove(QLatin1String(word));
     }
-    return name.toLower();
+    return name.remove(" QEL").toLower();
 }
 
 } // namespace

@@ -24,6 +24,7 @@ LayersPanel::LayersPanel(Models& models, QWidget* parent)
     strips_->setSpacing(grid(1));
     strips_->addStretch(1);
     area->setWidget(content_);
+    area->setMinimumWidth(grid(88));
     body().addWidget(area);
     connect(&models.layers, &Model::changed, this, &LayersPanel::refresh);
     connect(&models.ports, &Model::changed, this, &LayersPanel::refresh);

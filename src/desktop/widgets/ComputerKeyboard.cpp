@@ -283,6 +283,7 @@ void ComputerKeyboard::paintEvent(QPaintEvent* event) {
     large.setPixelSize(std::max(7, static_cast<int>(u * 0.28)));
     large.setWeight(QFont::DemiBold);
     const QFontMetricsF largeMetrics(large);
+    const QFontMetricsF smallMetrics(small);
     for (const DrawnKey& key : drawnKeys()) {
         const QRectF body = rectOf(key.code);
         if (!body.toAlignedRect().intersects(event->rect())) {
@@ -302,11 +303,14 @@ void ComputerKeyboard::paintEvent(QPaintEvent* event) {
         painter.drawText(inner, Qt::AlignLeft | Qt::AlignTop,
                          face.legend.isEmpty() ? keyCaption(key.code) : face.legend);
         if (!face.action.isEmpty()) {
-            painter.setFont(large);
+            // What is longer than a note's name gets smaller letters before it is cut.
+            const bool fits = largeMetrics.horizontalAdvance(face.action) <= body.width() - 4;
+            painter.setFont(fits ? large : small);
             painter.setPen(down ? p.onAccent : p.text);
             const QRectF place = body.adjusted(2, u * 0.3, -2, -u * 0.1);
-            painter.drawText(place, Qt::AlignCenter,
-                             largeMetrics.elidedText(face.action, Qt::ElideRight, place.width()));
+            painter.drawText(
+                place, Qt::AlignCenter,
+                (fits ? largeMetrics : smallMetrics).elidedText(face.action, Qt::ElideRight, place.width()));
             if (!down && face.colour.isValid()) {
                 painter.setPen(Qt::NoPen);
                 painter.setBrush(face.colour);

@@ -12,7 +12,7 @@ namespace Desktop {
 
 namespace {
 // Where each column ends, in parts of the width.
-constexpr std::array<double, 6> columnEnds{0.12, 0.28, 0.34, 0.68, 0.78, 1.0};
+constexpr std::array<double, 6> columnEnds{0.12, 0.28, 0.33, 0.64, 0.72, 1.0};
 } // namespace
 
 EventList::EventList(EventsModel& events, QWidget* parent) : Instrument(parent), events_(events), bar_(this) {
@@ -132,7 +132,8 @@ void EventList::paintEvent(QPaintEvent*) {
     const int row = rowHeight();
     const double wide = width() - bar_.width() - grid(2);
     const auto cell = [&](int column, double top) {
-        const double left = (column == 0 ? 0 : columnEnds[static_cast<std::size_t>(column) - 1]) * wide + grid(2);
+        const double left =
+            (column == 0 ? 0 : columnEnds[static_cast<std::size_t>(column) - 1]) * wide + grid(column == 5 ? 4 : 2);
         return QRectF(left, top, columnEnds[static_cast<std::size_t>(column)] * wide - left + grid(1), row);
     };
     const auto draw = [&](int column, double top, const QString& text, const QFont& face, const QColor& colour,

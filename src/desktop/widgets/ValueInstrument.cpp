@@ -154,7 +154,7 @@ void ValueInstrument::beginTyping() {
     connect(field, &QLineEdit::returnPressed, this, [this, field] {
         setValueByUser(field->text().toInt());
         emit letGo();
-        field->clearFocus();
+        setFocus(Qt::OtherFocusReason); // the keyboard plays again
     });
     connect(field, &QLineEdit::editingFinished, field, &QObject::deleteLater);
 }

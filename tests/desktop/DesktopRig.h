@@ -1,0 +1,39 @@
+// The real window in front of the whole backend, in one process: a player without devices, the test as the clock.
+#pragma once
+
+#include "backend/BackendRig.h"
+#include "desktop/DesktopGui.h"
+#include "gui/GuiCopies.h"
+
+#include <QWidget>
+#include <functional>
+#include <string>
+
+class DesktopRig final {
+public:
+    DesktopRig();
+    ~DesktopRig();
+    DesktopRig(const DesktopRig&) = delete;
+    DesktopRig& operator=(const DesktopRig&) = delete;
+
+    // Does something with the window, lets the backend do what that posted and the window take in what came of it.
+    // Gives what was played, as BackendRig::after.
+    std::string after(const std::function<void()>& work);
+    // The same for an operation of the backend.
+    std::string afterCall(const std::function<void(Backend::QelIF&)>& operation);
+
+    [[nodiscard]] Desktop::MainWindow& window() { return gui->window(); }
+    [[nodiscard]] Desktop::Models& models() { return gui->models(); }
+    // The only child of that type with that accessible name; fails the test without one.
+    template <typename Widget> [[nodiscard]] Widget& named(const QString& name) {
+        for (Widget* const each : window().findChildren<Widget*>()) {
+            if (each->accessibleName() == name) {
+                return *each;
+            }
+        }
+        throw std::runtime_error("no widget is named " + name.toStdString());
+    }
+
+    BackendRig backend;
+    Desktop::DesktopGui* gui = nullptr;
+};

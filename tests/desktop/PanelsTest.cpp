@@ -1,0 +1,241 @@
+// Every panel shows, plays and edits its section.
+#include "desktop/DesktopRig.h"
+#include "desktop/dialogs/FileDialogs.h"
+#include "desktop/dialogs/SetupDialog.h"
+#include "desktop/panels/ControlsPanel.h"
+#include "desktop/panels/OutputPanel.h"
+#include "desktop/panels/PanelFrame.h"
+#include "desktop/widgets/EventList.h"
+#include "desktop/widgets/MusicKeyboard.h"
+#include "desktop/widgets/NumberField.h"
+#include "desktop/widgets/RangeBar.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractScrollArea>
+#include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include <QToolButton>
+#include <QWheelEvent>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace {
+
+using Gui::Panel;
+
+class DesktopPanels : public testing::Test {
+protected:
+    void showAll() {
+        for (std::size_t i = 0; i < Gui::panelCount; ++i) {
+            rig.after([&] { rig.window().showPanel(static_cast<Panel>(i), true); });
+        }
+    }
+    DesktopRig rig;
+};
+
+TEST_F(DesktopPanels, AreShownByButtonsFunctionsAndTheirOwnClose) {
+    auto& button = rig.named<QPushButton>("Panel Zones");
+    EXPECT_FALSE(rig.gui->isZonePanelShowing());
+    rig.after([&] { button.click(); });
+    EXPECT_TRUE(rig.gui->isZonePanelShowing());
+    EXPECT_TRUE(rig.window().panel(Panel::zone)->isVisible());
+    rig.afterCall([](auto& qel) { qel.executeFunction("<ShowZone type=\"off\"/>"); });
+    EXPECT_FALSE(rig.gui->isZonePanelShowing());
+    rig.afterCall([](auto& qel) { qel.executeFunction("<ShowZone/>"); });
+    EXPECT_TRUE(button.isChecked());
+    rig.after([&] { rig.named<QToolButton>("Close Zones").click(); });
+    EXPECT_FALSE(rig.window().panel(Panel::zone)->isVisible());
+}
+
+TEST_F(DesktopPanels, LayersAreAddedEditedAndUndone) {
+    rig.after([&] { rig.named<QToolButton>("Add a layer").click(); });
+    EXPECT_EQ(rig.backend.afterMidi(0x90, 64, 100), "0 90 64 100; 0 91 64 100");
+    rig.backend.afterMidi(0x80, 64, 64);
+    rig.after([&] { rig.named<QPushButton>("Mute of layer 1").click(); });
+    EXPECT_EQ(rig.backend.afterMidi(0x90, 64, 100), "0 91 64 100");
+    rig.backend.afterMidi(0x80, 64, 64);
+    auto& range = rig.named<Desktop::RangeBar>("Notes of layer 2");
+    rig.after([&] {
+        QTest::mousePress(&range, Qt::LeftButton, {}, {1, range.height() / 2});
+        QTest::mouseMove(&range, {range.width() / 2 + 2, range.height() / 2});
+        QTest::mouseRelease(&range, Qt::LeftButton, {}, {range.width() / 2 + 2, range.height() / 2});
+    });
+    EXPECT_GT(rig.models().layers.layers().at(1).minNote.getNumber(), 40);
+    for (int i = 0; i < 3; ++i) {
+        rig.after([&] { rig.models().edits.undo(); });
+    }
+    EXPECT_EQ(rig.models().layers.layers().size(), 1U);
+    EXPECT_EQ(rig.backend.afterMidi(0x90, 64, 100), "0 90 64 100");
+}
+
+TEST_F(DesktopPanels, AFaderIsDraggedWheeledAndFollows) {
+    auto* const volume = rig.window().controls().instrumentAt({0, 2});
+    ASSERT_NE(volume, nullptr);
+    const QPointF middle = QRectF(volume->rect()).center();
+    const std::string played = rig.after([&] {
+        QWheelEvent wheel(middle, volume->mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(volume, &wheel);
+    });
+    EXPECT_EQ(played, "0 B0 7 101");
+    rig.backend.afterMidi(0xB0, 7, 33);
+    rig.after([] {});
+    EXPECT_EQ(volume->value(), 33) << "the same controller, passing the engine";
+    EXPECT_TRUE(volume->accessibleName() == "VOL" && volume->statusTip().contains("Channel Volume"));
+}
+
+TEST_F(DesktopPanels, PitchBendSpringsBackWhenItIsLetGo) {
+    auto* const bend = rig.window().controls().instrumentAt({0, 0});
+    ASSERT_NE(bend, nullptr);
+    rig.after([&] {
+        QTest::mousePress(bend, Qt::LeftButton, {}, bend->rect().center());
+        QTest::mouseMove(bend, bend->rect().center() - QPoint(0, 20));
+    });
+    EXPECT_GT(bend->value(), 8192);
+    const std::string played =
+        rig.after([&] { QTest::mouseRelease(bend, Qt::LeftButton, {}, bend->rect().center() - QPoint(0, 20)); });
+    EXPECT_EQ(played, "0 E0 0 64");
+    EXPECT_EQ(bend->value(), 8192);
+}
+
+TEST_F(DesktopPanels, TheMusicKeyboardPlaysByPlaceAndGlides) {
+    auto& keyboard = rig.named<Desktop::MusicKeyboard>("Music keyboard");
+    const auto at = [&](int note, double depth) {
+        const QRectF key = keyboard.rectOf(note);
+        return QPoint(static_cast<int>(key.center().x()), static_cast<int>(key.height() * depth));
+    };
+    std::string soft = rig.after([&] { QTest::mousePress(&keyboard, Qt::LeftButton, {}, at(60, 0.7)); });
+    EXPECT_TRUE(soft.starts_with("0 90 60 ")) << soft;
+    EXPECT_TRUE(rig.after([&] { QTest::mouseMove(&keyboard, at(62, 0.95)); }).starts_with("0 80 60 64; 0 90 62 "));
+    EXPECT_EQ(keyboard.valueText(), "D4") << "lit by what sounds";
+    EXPECT_EQ(rig.after([&] { rig.window().hide(); }), "0 80 62 64") << "hidden, it lets go";
+}
+
+TEST_F(DesktopPanels, ZonesAndOscillatorsAreEdited) {
+    rig.after([&] { rig.models().zones.add(); });
+    rig.after([&] { rig.named<Desktop::NumberField>("Transposition of zone 1").setValueByUser(12); });
+    EXPECT_EQ(rig.after([&] { QTest::keyPress(&rig.window(), Qt::Key_Q); }), "0 90 72 100");
+    rig.after([&] { QTest::keyRelease(&rig.window(), Qt::Key_Q); });
+    rig.after([&] { rig.named<QToolButton>("Add an oscillator").click(); });
+    rig.after([&] { rig.named<QPushButton>("Start and stop of oscillator 1").click(); });
+    rig.after([] {});
+    ASSERT_EQ(rig.models().oscillators.list().size(), 1U);
+    EXPECT_TRUE(rig.models().oscillators.list().begin()->playing);
+}
+
+TEST_F(DesktopPanels, EventsAreListedUpToTenThousand) {
+    Desktop::EventsModel& events = rig.models().events;
+    rig.after([&] { rig.models().settings.set(Gui::ChangedSetting::displayMidiInputEvents, 1); });
+    for (int i = 0; i < 12000; ++i) {
+        events.addReceived({Backend::MidiEngine::MessageType::controllerChange, static_cast<std::int8_t>(i % 100), 1, 0,
+                            0, -1, 0, Backend::noTicks});
+        if (i % 5000 == 0) {
+            events.drain();
+        }
+    }
+    events.drain();
+    EXPECT_EQ(events.events().size(), Desktop::EventsModel::capacity);
+    EXPECT_EQ(events.events().back().message.getD1(), 11999 % 100) << "the newest are kept";
+}
+
+// What somebody who cannot see works with.
+bool isInteractive(const QWidget& widget) {
+    return widget.focusPolicy() != Qt::NoFocus || qobject_cast<const QAbstractButton*>(&widget) != nullptr;
+}
+
+std::string namelessIn(QWidget& root) {
+    std::string nameless;
+    for (QWidget* const each : root.findChildren<QWidget*>()) {
+        const bool inside = qobject_cast<QComboBox*>(each->parentWidget()) != nullptr ||
+                            qobject_cast<QAbstractItemView*>(each) != nullptr ||
+                            qobject_cast<QScrollBar*>(each) != nullptr || each->objectName().startsWith("qt_") ||
+                            each->inherits("QComboBoxPrivateContainer") || each->inherits("QDialogButtonBox") ||
+                            each->inherits("QTabBar") || each->inherits("CloseButton") ||
+                            qobject_cast<QAbstractScrollArea*>(each->parentWidget()) != nullptr;
+        QAccessibleInterface* const access = QAccessible::queryAccessibleInterface(each);
+        if (!inside && isInteractive(*each) && (access == nullptr || access->text(QAccessible::Name).isEmpty())) {
+            nameless +=
+                std::string(each->metaObject()->className()) + " in " +
+                (each->parentWidget() != nullptr ? each->parentWidget()->metaObject()->className() : "nothing") + "\n";
+        }
+    }
+    return nameless;
+}
+
+TEST_F(DesktopPanels, NothingThatOneCanWorkIsNameless) {
+    showAll();
+    rig.after([&] {
+        rig.models().zones.add();
+        rig.models().oscillators.add();
+    });
+    EXPECT_EQ(namelessIn(rig.window()), "");
+    Desktop::SetupDialog setup(rig.models(), nullptr);
+    EXPECT_EQ(namelessIn(setup), "");
+    Desktop::SaveDialog save(rig.models(), nullptr);
+    EXPECT_EQ(namelessIn(save), "");
+}
+
+TEST_F(DesktopPanels, RandomHandsDoNoHarmAndEndInSilence) {
+    const char* const given = std::getenv("TEMBREL_RANDOM_SEED");
+    const unsigned seed = given != nullptr ? static_cast<unsigned>(std::atol(given)) : 20261121U;
+    const char* const longer = std::getenv("TEMBREL_RANDOM_CLICKS");
+    const int clicks = longer != nullptr ? std::atoi(longer) : 250;
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto below = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+    showAll();
+    for (int i = 0; i < clicks; ++i) {
+        rig.after([&] {
+            QList<QWidget*> all;
+            for (QWidget* const each : rig.window().findChildren<QWidget*>()) {
+                auto* const button = qobject_cast<QToolButton*>(each);
+                const bool opensMenu = button != nullptr && button->menu() != nullptr;
+                const QString name = each->accessibleName();
+                const bool opensDialog = name == "Set-up" || name == "Take" || name.startsWith("Close ");
+                if (each->isVisible() && each->isEnabled() && !opensMenu && !opensDialog &&
+                    qobject_cast<QComboBox*>(each) == nullptr) {
+                    all << each;
+                }
+            }
+            QWidget* const widget = all[below(static_cast<int>(all.size()))];
+            const QPoint from(below(std::max(1, widget->width())), below(std::max(1, widget->height())));
+            const QPoint to(below(std::max(1, widget->width())), below(std::max(1, widget->height())));
+            switch (below(6)) {
+            case 0:
+                QTest::keyClick(&rig.window(), static_cast<Qt::Key>(Qt::Key_A + below(26)));
+                break;
+            case 1: {
+                QWheelEvent wheel(from, widget->mapToGlobal(from), {}, {0, below(2) == 0 ? 120 : -120}, Qt::NoButton,
+                                  Qt::NoModifier, Qt::NoScrollPhase, false);
+                QApplication::sendEvent(widget, &wheel);
+                break;
+            }
+            case 2:
+                below(2) == 0 ? rig.models().edits.undo() : rig.models().edits.redo();
+                break;
+            default: {
+                const QPointer<QWidget> still = widget;
+                QTest::mousePress(widget, Qt::LeftButton, {}, from);
+                if (still) {
+                    QTest::mouseMove(widget, to);
+                }
+                if (still) {
+                    QTest::mouseRelease(widget, Qt::LeftButton, {}, to);
+                }
+            }
+            }
+        });
+    }
+    rig.after([&] { rig.gui->end(); });
+    rig.after([&] { rig.window().panic(); });
+    EXPECT_TRUE(rig.backend.player.sounding().empty());
+}
+
+} // namespace
