@@ -13,6 +13,7 @@
 #include "desktop/panels/JoystickPanel.h"
 #include "desktop/panels/KeysPanel.h"
 #include "desktop/panels/LayersPanel.h"
+#include "desktop/panels/MidiInputPanel.h"
 #include "desktop/panels/OscillatorsPanel.h"
 #include "desktop/panels/OutputPanel.h"
 #include "desktop/panels/SystemBar.h"
@@ -153,6 +154,7 @@ void MainWindow::buildPanels() {
     addPanel(keys_, 0);
     addPanel(new LayersPanel(models_, this), 0);
     addPanel(new ZonesPanel(models_, this), 0);
+    addPanel(new MidiInputPanel(models_, this), 0);
     controls_ = new ControlsPanel(models_, this);
     addPanel(controls_, 1);
     addPanel(new OscillatorsPanel(models_, this), 1);
@@ -290,7 +292,7 @@ void MainWindow::openImport() {
 }
 
 void MainWindow::openTake() {
-    takeMenu(models_, this);
+    TakeDialog(models_, this).exec();
 }
 
 void MainWindow::panic() {
@@ -321,6 +323,7 @@ void MainWindow::setPaletteName(const QString& name) {
     }
     emit models_.keys.changed(); // faces carry colours
     emit models_.layers.changed();
+    emit models_.controls.changed();
 }
 
 bool MainWindow::event(QEvent* event) {

@@ -106,7 +106,10 @@ TEST_F(DesktopKeys, TextFieldsKeepTheirKeys) {
     rig.after([&] { QTest::keyClick(field, Qt::Key_0); });
     rig.after([&] { QTest::keyClick(field, Qt::Key_Return); });
     EXPECT_EQ(rig.models().settings.tempo(), 200);
-    EXPECT_EQ(press(Qt::Key_Q), "0 90 60 100") << "and gives the keyboard back";
+    EXPECT_EQ(press(Qt::Key_Q), "0 90 60 100")
+        << "and gives the keyboard back, which has "
+        << (QApplication::focusWidget() == nullptr ? "nobody" : QApplication::focusWidget()->metaObject()->className())
+        << (QApplication::activeWindow() == &rig.window() ? "" : " in another window");
 }
 
 TEST_F(DesktopKeys, WhereTheFocusCameByTabArrowsWorkTheWidget) {

@@ -7,12 +7,16 @@
 #include "gui/QelGui.h"
 #include "platform/PathText.h"
 
+#include <QDateTime>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLocale>
+#include <QPushButton>
 #include <QVBoxLayout>
+#include <filesystem>
 
 namespace Desktop {
 
@@ -138,10 +142,50 @@ void importFile(Models& models, QWidget* parent) {
     }
 }
 
-void takeMenu(Models& models, QWidget* parent) {
-    models.gui().displayHelp(
-        std::string("The takes are not shown here yet: tembrel take OUTPUT.mid saves the last one."));
-    static_cast<void>(parent);
+TakeDialog::TakeDialog(Models& models, QWidget* parent) : QDialog(parent), models_(models) {
+    setWindowTitle(tr("Takes"));
+    auto* const all = new QVBoxLayout(this);
+    all->addWidget(
+        new QLabel(tr("Everything that is played is recorded. A take ends with five seconds of silence."), this));
+    list_ = new QListWidget(this);
+    list_->setAccessibleName(tr("Takes, the latest first"));
+    takes_ = models.qel().getRetroRecord().takes();
+    for (auto take = takes_.rbegin(); take != takes_.rend(); ++take) {
+        constexpr double ticksASecond = 200;
+        const int seconds = static_cast<int>(static_cast<double>(take->ticks) / ticksASecond);
+        const QString began =
+            take->start == 0 ? tr("earlier")
+                             : QLocale().toString(QDateTime::fromMSecsSinceEpoch(take->start), QLocale::ShortFormat);
+        list_->addItem(tr("%1   %2:%3   %4 notes")
+                           .arg(began)
+                           .arg(seconds / 60)
+                           .arg(seconds % 60, 2, 10, QLatin1Char('0'))
+                           .arg(take->notes));
+    }
+    list_->setCurrentRow(0);
+    all->addWidget(list_, 1);
+    result_ = new QLabel(takes_.empty() ? tr("Nothing has been recorded yet.") : QString(), this);
+    result_->setWordWrap(true);
+    all->addWidget(result_);
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Close, this);
+    buttons->button(QDialogButtonBox::Save)->setEnabled(!takes_.empty());
+    connect(buttons, &QDialogButtonBox::accepted, this, &TakeDialog::save);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    all->addWidget(buttons);
+    resize(grid(90), grid(60));
+}
+
+void TakeDialog::save() {
+    const int row = list_->currentRow();
+    const QString file = QFileDialog::getSaveFileName(this, tr("Save the take"), QDir::homePath() + "/take.mid",
+                                                      tr("MIDI files (*.mid)"));
+    if (row < 0 || file.isEmpty()) {
+        return;
+    }
+    const std::u8string path(reinterpret_cast<const char8_t*>(file.toUtf8().constData()));
+    const auto saved = models_.qel().getRetroRecord().save(std::filesystem::path(path), row + 1);
+    result_->setText(saved ? tr("%1 notes are saved.").arg(saved.value().notes)
+                           : QString::fromStdString(saved.fault().text()));
 }
 
 } // namespace Desktop

@@ -1,10 +1,15 @@
 // Saving, loading and importing.
 #pragma once
 
+#include "generators/recording/RetroRecord.h"
+
 #include <QComboBox>
 #include <QDialog>
+#include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QRadioButton>
+#include <vector>
 
 namespace Desktop {
 
@@ -30,7 +35,21 @@ private:
 // Asks for a program or bank and loads it; false: nothing was chosen.
 bool loadFile(Models& models, QWidget* parent);
 void importFile(Models& models, QWidget* parent);
-// What can be done with the retrospective record.
-void takeMenu(Models& models, QWidget* parent);
+
+// The takes of the retrospective record; one can be saved as a MIDI file.
+class TakeDialog final : public QDialog {
+    Q_OBJECT
+
+public:
+    TakeDialog(Models& models, QWidget* parent);
+
+private:
+    void save();
+
+    Models& models_;
+    std::vector<Backend::Recording::Take> takes_;
+    QListWidget* list_;
+    QLabel* result_;
+};
 
 } // namespace Desktop

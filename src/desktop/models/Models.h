@@ -7,6 +7,7 @@
 #include "desktop/models/JoystickModel.h"
 #include "desktop/models/KeysModel.h"
 #include "desktop/models/LayersModel.h"
+#include "desktop/models/MidiInputModel.h"
 #include "desktop/models/OscillatorsModel.h"
 #include "desktop/models/PlayingModel.h"
 #include "desktop/models/PortsModel.h"
@@ -52,6 +53,7 @@ public:
     ZonesModel zones;
     JoystickModel joysticks;
     OscillatorsModel oscillators;
+    MidiInputModel midiInput;
     PlayingModel playing;
     EventsModel events;
 };

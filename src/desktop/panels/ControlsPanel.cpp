@@ -106,7 +106,7 @@ void ControlsPanel::moved(const Cell& cell, int value) {
 
 // Built anew only when something other than a value has changed.
 void ControlsPanel::refresh() {
-    QString shape = edit_->isChecked() ? "edit" : "play";
+    QString shape = paletteName() + (edit_->isChecked() ? "edit" : "play"); // colours are kept by widgets
     int rows = 0;
     int columns = 0;
     for (const auto& [cell, control] : models().controls.map()) {

@@ -36,7 +36,7 @@ LayerStrip::LayerStrip(Models& models, int layer, QWidget* parent) : QWidget(par
     const QString name = tr("Layer %1").arg(layer + 1);
     setAccessibleName(name);
     auto* const all = new QVBoxLayout(this);
-    all->setContentsMargins(grid(3), grid(1), grid(2), grid(1));
+    all->setContentsMargins(grid(4), grid(1), grid(2), grid(1));
     all->setSpacing(grid(1));
     auto* const top = new QHBoxLayout;
     name_ = new QToolButton(this);
@@ -156,7 +156,15 @@ void LayerStrip::buildDetails(QWidget* details) {
     high_ = number(
         tr("Highest note"), tr("The highest note it takes"), 0, 127, [](Layer& l, int v) { l.maxNote = Note(v); },
         noteText);
-    place(0, 0, tr("notes"), {low_, high_});
+    stack_ = new QPushButton(tr("stack"), details);
+    stack_->setObjectName("Small");
+    stack_->setCheckable(true);
+    stack_->setFocusPolicy(Qt::TabFocus);
+    stack_->setAccessibleName(tr("Note stack of layer %1").arg(place_ + 1));
+    stack_->setStatusTip(tr("A Note Off does not end a note that something else still holds"));
+    connect(stack_, &QPushButton::clicked, this,
+            [this](bool on) { change(tr("note stack"), [on](Layer& l) { l.useNoteStack = on; }); });
+    place(0, 0, tr("notes"), {low_, high_, stack_});
     minVelocity_ = number(tr("Lowest velocity"), tr("The softest note it takes"), 0, 127,
                           [](Layer& l, int v) { l.minVelocity = static_cast<std::int8_t>(v); });
     maxVelocity_ = number(tr("Highest velocity"), tr("The hardest note it takes"), 0, 127,
@@ -199,15 +207,7 @@ void LayerStrip::buildDetails(QWidget* details) {
     toggle_ = choice(tr("Note toggle"), tr("The second press of a key ends its note, or strikes it again"),
                      {tr("no toggle"), tr("type 1: ends"), tr("type 2: again")},
                      [](Layer& l, int i) { l.toggle = NoteToggle(static_cast<NoteToggle::State>(i)); });
-    stack_ = new QPushButton(tr("stack"), details);
-    stack_->setObjectName("Small");
-    stack_->setCheckable(true);
-    stack_->setFocusPolicy(Qt::TabFocus);
-    stack_->setAccessibleName(tr("Note stack of layer %1").arg(place_ + 1));
-    stack_->setStatusTip(tr("A Note Off does not end a note that something else still holds"));
-    connect(stack_, &QPushButton::clicked, this,
-            [this](bool on) { change(tr("note stack"), [on](Layer& l) { l.useNoteStack = on; }); });
-    place(2, 1, tr("zone, toggle"), {zone_, toggle_, stack_});
+    place(2, 1, tr("zone, toggle"), {zone_, toggle_});
     table->setColumnStretch(1, 1);
     table->setColumnStretch(3, 1);
 }
@@ -293,7 +293,8 @@ void LayerStrip::paintEvent(QPaintEvent*) {
     painter.drawRoundedRect(QRectF(0, 0, 4, height()), 2, 2);
     painter.setBrush(lit_ ? p.green : p.line);
     const double lamp = grid(2);
-    painter.drawEllipse(QRectF(width() - lamp - grid(1), height() - lamp - grid(1) / 2.0, lamp, lamp));
+    const double middle = name_->geometry().center().y();
+    painter.drawEllipse(QRectF(grid(1) + 3, middle - lamp / 2, lamp, lamp));
 }
 
 } // namespace Desktop

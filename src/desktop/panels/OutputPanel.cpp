@@ -237,6 +237,9 @@ void OutputPanel::clearHilight() {
 }
 
 void OutputPanel::refresh() {
+    for (int note = 0; note < 128; ++note) {
+        light(note);
+    }
     std::map<int, QString> letters;
     for (const auto& [key, configuration] : models().keys.map()) {
         if (key.getModifiers() != 0) {

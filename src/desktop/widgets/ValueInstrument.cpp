@@ -142,6 +142,9 @@ void ValueInstrument::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void ValueInstrument::beginTyping() {
+    if (findChild<QLineEdit*>() != nullptr) { // its Return comes here, too
+        return;
+    }
     auto* const field = new QLineEdit(QString::number(value_), this);
     field->setAccessibleName(accessibleName());
     field->setValidator(new QIntValidator(std::min(min_, max_), std::max(min_, max_), field));
