@@ -78,6 +78,37 @@ void OscillatorSection::set(OscList list) {
     install();
 }
 
+void OscillatorSection::edit(const OscList& list) {
+    OscList edited;
+    edited.merge(list); // with the ids of their places
+    edited.presetName = list.presetName;
+    const bool isMotion = changeMotion(edited);
+    list_ = std::move(edited);
+    isChanged_ = true;
+    isMotion ? tellWindow() : install();
+}
+
+bool OscillatorSection::changeMotion(const OscList& list) {
+    OscList still = list;
+    for (Oscillator& each : still) {
+        const Oscillator* ours = list_.find({each.id});
+        each.speed = ours != nullptr ? ours->speed : each.speed;
+    }
+    if (!still.hasSameActions(list_)) {
+        return false;
+    }
+    for (const Oscillator& each : list) {
+        const Oscillator& ours = *list_.find({each.id});
+        if (each.speed != ours.speed) {
+            engine_.getMessageManager().postSetOscSpeed({each.id}, each.speed);
+        }
+        if (each.playing != ours.playing) {
+            engine_.getMessageManager().postSetOscPlaying({each.id}, each.playing);
+        }
+    }
+    return true;
+}
+
 void OscillatorSection::put(const std::vector<Oscillator>& oscillators) {
     for (const Oscillator& oscillator : oscillators) {
         if (Oscillator* ours = list_.find({oscillator.id})) {

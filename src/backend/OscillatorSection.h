@@ -44,6 +44,9 @@ public:
     void write(std::ostream& out, int depth, bool allowReference) const;
     void set(Oscillators::OscList list);
 
+    // The list as the window has made it: what it says plays and is selected. Where only speeds, playing and selection
+    // differ, waves go on; otherwise all begin anew.
+    void edit(const Oscillators::OscList& list);
     // Replaces those with these ids and appends the others. All waves begin anew.
     void put(const std::vector<Oscillators::Oscillator>& oscillators);
 
@@ -74,7 +77,9 @@ public:
 private:
     [[nodiscard]] std::vector<OscId> selected() const;
     [[nodiscard]] int firstSelected() const; // -1: none
-    void install();                          // what the list has become as a whole
+    // Tells the engine of what plays, and how fast, in the new list; false when it differs in more.
+    [[nodiscard]] bool changeMotion(const Oscillators::OscList& list);
+    void install(); // what the list has become as a whole
     void tellWindow() const;
 
     const QelIF& qel_;

@@ -178,7 +178,7 @@ public:
     void keyUp(const Key& key) override { keyManager_.postKeyUp(key); }
 
     void setLayers(const Layers::LayerList& layers) override { layers_.replace(layers); }
-    void setOscillators(const Oscillators::OscList& oscillators) override { oscillators_.set(oscillators); }
+    void setOscillators(const Oscillators::OscList& oscillators) override { oscillators_.edit(oscillators); }
     void setZones(const Zones::ZoneMap& zones) override { zones_.set(zones); }
     void selectZone(const SelectType& which) override { zones_.select(which); }
     void changeZoneTranspose(const SelectType& which, const RelativeFixedValue& semitones) override {

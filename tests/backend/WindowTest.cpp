@@ -151,6 +151,48 @@ TEST_F(WindowTest, SeesWhatComesInAndWhatGoesOut) {
     EXPECT_THAT(told, ElementsAre("received 60 from 1", "sent 60 to 0"));
 }
 
+TEST_F(WindowTest, SeesOscillatorsAndEditsThemWhileTheyPlay) {
+    using Backend::Oscillators::OscList;
+    OscList shown;
+    gui->on<OscList>(Backend::Oscillators::oscListMessage, [&](const OscList& list) { shown = list; });
+    gui->handlers[Backend::Oscillators::oscMovedMessage] = [this](std::uintptr_t id, std::intptr_t value) {
+        told.push_back("osc " + std::to_string(id) + " " + std::to_string(value));
+    };
+    const std::string file = rig.writeFile("osc.prg", "<ProgramFile><Program><Oscillators>"
+                                                      "<Oscillator type='pulse' speed='4' midiMessage='Pitch Bend'/>"
+                                                      "<Oscillator type='pulse' speed='6'/>"
+                                                      "</Oscillators></Program></ProgramFile>");
+    rig.after([&](auto& backend) { backend.postLoadProgram(file); });
+    settle();
+    ASSERT_EQ(shown.size(), 2U);
+    EXPECT_FALSE(shown.find({1})->playing);
+    rig.after([](auto& backend) { backend.postExecuteFunction("<ChangeOscPlaying type=\"1\" value=\"on\"/>"); });
+    told.clear();
+    settle();
+    EXPECT_TRUE(shown.find({1})->playing);
+    EXPECT_THAT(told, ElementsAre("osc 1 0"));
+    settle(); // the third tick
+    settle();
+    EXPECT_THAT(told, ElementsAre("osc 1 0", "osc 1 127"));
+
+    OscList edited = shown;
+    edited.find({0})->playing = true;
+    edited.find({1})->speed = 1000;
+    const auto put = [&](auto& qel) { qel.setOscillators(edited); };
+    rig.after([&](auto& backend) { backend.postCall(put); });
+    told.clear();
+    for (int i = 0; i < 5; ++i) {
+        settle();
+    }
+    EXPECT_THAT(told, testing::Contains("osc 0 127")) << "it plays";
+    EXPECT_THAT(told, testing::Not(testing::Contains("osc 1 0"))) << "it goes on, slower, where it was";
+    edited.find({1})->max = 50;
+    rig.after([&](auto& backend) { backend.postCall(put); });
+    settle();
+    EXPECT_TRUE(shown.find({1})->playing && shown.find({0})->playing);
+    EXPECT_EQ(shown.find({1})->max, 50);
+}
+
 TEST_F(WindowTest, KeysThatItPutsComeBackToIt) {
     auto function = Backend::FunctionManagement::createDefaultFunction("ResetQel", *rig.qel);
     Backend::ComputerInput::KeyConfiguration key{Key("Pause"), {{false, std::move(function), nullptr}}, true};
