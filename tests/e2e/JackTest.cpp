@@ -5,6 +5,7 @@
 #include "platform/TemporaryFolder.h"
 
 #include <algorithm>
+#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
@@ -119,6 +120,43 @@ TEST_F(Jack, EverythingTakesTheSameNumberOfFrames) {
     // A server that is not in time drops whole periods; then there is nothing to be said.
     if (peer->takeXruns() == 0) {
         EXPECT_GT(exact, 360) << "of 400";
+    }
+}
+
+// At 133 beats a minute a beat is no whole number of frames.
+TEST_F(Jack, AnArpeggioStandsOnItsGridFromTheFirstNoteOn) {
+    const auto program = start({"--tempo", "133", "--program",
+                                file("arpeggio.prg", "<ProgramFile><Program><Layers><Layer><UpArpeggio beat=\"30\" "
+                                                     "length=\"15\"/></Layer></Layers></Program></ProgramFile>")});
+    ASSERT_TRUE(connect()) << program->error();
+    ASSERT_TRUE(isHeard());
+    ASSERT_TRUE(eventually([&] { // all that meant nothing has ended
+        const auto events = bytesOf(peer->received());
+        return std::count(events.begin(), events.end(), "90 1 1") == std::count(events.begin(), events.end(), "80 1 1");
+    }));
+    constexpr std::size_t notes = 60;
+    static_cast<void>(peer->takeXruns());
+    peer->sendAtOnce({{0x90, 60, 100}, {0x90, 64, 100}, {0x90, 67, 100}});
+    const auto starts = [](const std::vector<JackPeer::Event>& events) {
+        std::vector<std::int64_t> frames;
+        for (const auto& event : events) {
+            if (event.bytes.starts_with("90 6")) {
+                frames.push_back(event.frame);
+            }
+        }
+        return frames;
+    };
+    ASSERT_TRUE(eventually([&] { return starts(peer->received()).size() >= notes; })) << program->error();
+    const std::vector<std::int64_t> frames = starts(peer->received());
+    const std::int64_t first = starts(peer->sent()).front() + 2 * period;
+    const double grid = 48000 * 60.0 / 133 / 480 * 30;
+    std::size_t exact = 0;
+    for (std::size_t i = 0; i < notes; ++i) {
+        const double distance = static_cast<double>(frames[i] - first) - grid * static_cast<double>(i);
+        exact += std::abs(distance) <= 1 ? 1 : 0;
+    }
+    if (peer->takeXruns() == 0) {
+        EXPECT_EQ(exact, notes) << "the first at " << frames.front() << ", not at " << first;
     }
 }
 
