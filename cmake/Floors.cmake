@@ -16,11 +16,7 @@ function(tembrel_floor FOLDER)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${here}/*.cpp)
   tembrel_of_this_system(sources)
   list(REMOVE_ITEM sources ${here}/main.cpp)
-  if(TEMBREL_HAS_DESKTOP) # the host's two ways to a window
-    list(FILTER sources EXCLUDE REGEX "/WithoutDesktop\\.cpp$")
-  else()
-    list(FILTER sources EXCLUDE REGEX "/WithDesktop\\.cpp$")
-  endif()
+  list(FILTER sources EXCLUDE REGEX "/With(out)?Desktop\\.cpp$") # see tembrel_windowless
   if(NOT sources)
     return()
   endif()
