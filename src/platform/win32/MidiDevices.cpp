@@ -2,8 +2,10 @@
 
 #include "platform/win32/WideText.h"
 
+// clang-format off
+#include <windows.h> // before what needs it
 #include <mmsystem.h>
-#include <windows.h>
+// clang-format on
 
 namespace Platform {
 
