@@ -279,6 +279,9 @@ Outcome RunCommand::play() {
         openTempoSource(player.system());
         std::cerr << found.value().remark << std::endl;
         std::optional<TakeServer> takes(session.qel().getRetroRecord());
+        if (const Outcome served = takes->state(); !served) {
+            std::cerr << "takes can be saved when the program has ended only: " << served.fault().text() << '\n';
+        }
         std::unique_ptr<StatusLine> status;
         if (standardErrorIsTerminal()) {
             status = std::make_unique<StatusLine>(stderr, session.qel(), player);

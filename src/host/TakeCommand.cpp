@@ -10,6 +10,7 @@
 #include "platform/LocalServer.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -132,7 +133,8 @@ Result<TakeAnswer> TakeCommand::ask(const TakeQuestion& question) const {
     if (previous_) {
         return answerFrom(Recording::RecordFolder::previous(buffers), question, false);
     }
-    for (const fs::path& folder : Recording::RecordFolder::all(buffers)) {
+    const std::vector<fs::path> folders = Recording::RecordFolder::all(buffers);
+    for (const fs::path& folder : folders) {
         const auto answer =
             Platform::askLocalServer(Recording::RecordFolder::serverName(folder), textOf(question), patience);
         if (!answer) {
@@ -141,6 +143,9 @@ Result<TakeAnswer> TakeCommand::ask(const TakeQuestion& question) const {
         if (answer.value()) {
             return readTakeAnswer(*answer.value());
         }
+    }
+    if (std::any_of(folders.begin(), folders.end(), Recording::RecordFolder::isHeld)) {
+        return Fault{"", 0, "the program that runs cannot be asked; end it to save what was played"};
     }
     if (const auto folder = Recording::RecordFolder::lastUsed(buffers)) {
         return answerFrom(folder->path(), question, true);

@@ -12,13 +12,16 @@ class RetroRecord;
 namespace Host {
 
 // Answers on a thread of its own while it lives, which is not longer than the record's. Does nothing when nothing is
-// recorded, or when the system does not let it: then takes come from the buffers, once the program has ended.
+// recorded.
 class TakeServer final {
 public:
     explicit TakeServer(Backend::Recording::RetroRecord& record);
     ~TakeServer();
     TakeServer(const TakeServer&) = delete;
     TakeServer& operator=(const TakeServer&) = delete;
+
+    // Why nobody will be answered; then takes come from the buffers, once the program has ended.
+    [[nodiscard]] Platform::Outcome state() const { return server_ ? server_->state() : Platform::success(); }
 
 private:
     std::unique_ptr<Platform::LocalServer> server_;

@@ -216,6 +216,18 @@ TEST_F(Take, APausedRecordIsSaidOnceAndGoesOn) {
     EXPECT_EQ(program->waitForEnd(), 0);
 }
 
+TEST_F(Take, AProgramThatCannotBeAskedKeepsItsRecord) {
+    std::ofstream(folder.path() / "tembrel") << "in the way of the folder for sockets";
+    const auto program = play();
+    program->write("0 midi 0 0x90 60 1\n");
+    ASSERT_TRUE(hasPlayed(*program, " 0 90 60 1"));
+    EXPECT_NE(program->error().find("takes can be saved when the program has ended only: "), std::string::npos);
+    EXPECT_EQ(taken(), "1: the program that runs cannot be asked; end it to save what was played\n");
+    program->signal(SIGTERM);
+    EXPECT_EQ(program->waitForEnd(), 0);
+    EXPECT_EQ(taken(), "90 3C 01; 80 3C 64");
+}
+
 // A message each tick; 960 ticks are a second. As often as TEMBREL_KILLS says.
 TEST_F(Take, AKilledProgramLosesAtMostItsLastSecond) {
     {

@@ -184,6 +184,10 @@ TEST_F(Run, SaysWhatIsMissingInOneLine) {
         {"place for events", {"run", "--midi", "none", "--events", "/nowhere/events"}, 1, "/nowhere/events"},
         {"kind of system", {"run", "--midi", "oss"}, 2, "oss"},
         {"tempo", {"run", "--midi", "none", "--tempo", "9"}, 2, "tempo"},
+        {"slot beyond the bank",
+         {"run", "--midi", "none", "--bank", TEMBREL_SOURCE_DIR "/data/factory/Banks/Default Bank.bnk", "--slot", "99"},
+         1,
+         "there is no slot 99"},
         {"bank of a slot", {"run", "--midi", "none", "--slot", "1"}, 2, "--bank"},
     };
     for (const MissingCase& one : cases) {

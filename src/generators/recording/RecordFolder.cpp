@@ -20,6 +20,10 @@ fs::path folderOf(const fs::path& buffers, int number) {
     return number == 1 ? buffers : buffers / ("_" + std::to_string(number));
 }
 
+fs::path lockFile(const fs::path& folder) {
+    return folder / "_lock";
+}
+
 void keepPrevious(const fs::path& folder) {
     const std::vector<fs::path> files = BufferFiles::list(folder);
     std::error_code error;
@@ -43,7 +47,7 @@ void keepPrevious(const fs::path& folder) {
 } // namespace
 
 RecordFolder::RecordFolder(fs::path path)
-    : path_(std::move(path)), lock_(path_ / "_lock", Platform::FileLock::Patience::none) {}
+    : path_(std::move(path)), lock_(lockFile(path_), Platform::FileLock::Patience::none) {}
 
 std::unique_ptr<RecordFolder> RecordFolder::claim(const fs::path& buffers) {
     for (int number = 1; number <= mostPrograms; ++number) {
@@ -77,6 +81,12 @@ std::unique_ptr<RecordFolder> RecordFolder::lastUsed(const fs::path& buffers) {
         found = std::move(folder);
     }
     return found;
+}
+
+bool RecordFolder::isHeld(const fs::path& folder) {
+    const fs::path file = lockFile(folder);
+    std::error_code error;
+    return fs::exists(file, error) && !Platform::FileLock(file, Platform::FileLock::Patience::none).isHeld();
 }
 
 std::vector<fs::path> RecordFolder::all(const fs::path& buffers) {

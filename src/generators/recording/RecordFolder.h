@@ -20,6 +20,8 @@ public:
     // The folder with the buffers that were written last, of those that no program holds; null when there are none.
     [[nodiscard]] static std::unique_ptr<RecordFolder> lastUsed(const std::filesystem::path& buffers);
 
+    // True while a program that runs holds the folder.
+    [[nodiscard]] static bool isHeld(const std::filesystem::path& folder);
     // Those that programs that run may hold, the first one's first.
     [[nodiscard]] static std::vector<std::filesystem::path> all(const std::filesystem::path& buffers);
     // Under which a running program that holds `folder` is asked for takes.

@@ -28,7 +28,9 @@ TEST(RecordFolder, BelongsToOneProgramAndKeepsThePreviousRecord) {
     ASSERT_TRUE(Platform::replaceFile(buffers / "_current.tmp", ""));
     ASSERT_TRUE(Platform::replaceFile(buffers / "_2" / "_current.tmp", "x"));
     EXPECT_EQ(RecordFolder::lastUsed(buffers), nullptr) << "both are held";
+    EXPECT_TRUE(RecordFolder::isHeld(buffers) && RecordFolder::isHeld(buffers / "_2"));
     first.reset();
+    EXPECT_FALSE(RecordFolder::isHeld(buffers) || RecordFolder::isHeld(folder.path()));
     ASSERT_NE(RecordFolder::lastUsed(buffers), nullptr);
     EXPECT_EQ(RecordFolder::lastUsed(buffers)->path(), buffers);
     first = RecordFolder::claim(buffers);
