@@ -92,6 +92,7 @@ protected:
         setenv("JACK_DEFAULT_SERVER", ("tembrel-none-" + std::to_string(getpid())).c_str(), 1);
         setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);
     }
+    ~Take() override { unsetenv("XDG_RUNTIME_DIR"); }
 
     std::unique_ptr<RunningProgram> start(std::vector<std::string> arguments) {
         arguments.insert(arguments.end(), {"--data", (folder.path() / "data").string()});

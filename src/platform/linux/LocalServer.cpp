@@ -36,7 +36,9 @@ std::string errorText(int error) {
 std::filesystem::path folderOfSockets(std::size_t nameLength) {
     if (const char* const given = std::getenv("XDG_RUNTIME_DIR"); given != nullptr && *given == '/') {
         std::filesystem::path folder = std::filesystem::path(given) / "tembrel";
-        if (folder.native().size() + nameLength + 1 < sizeof(sockaddr_un::sun_path)) {
+        std::error_code error;
+        if (std::filesystem::is_directory(given, error) &&
+            folder.native().size() + nameLength + 1 < sizeof(sockaddr_un::sun_path)) {
             return folder;
         }
     }
