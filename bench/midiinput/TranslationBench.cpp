@@ -1,4 +1,5 @@
 // What it costs to find and to apply the configuration of a message, and a flood of messages through the whole backend.
+#include "CountedMemory.h"
 #include "backend/QelFactory.h"
 #include "core/MessageManagerMaster.h"
 #include "core/QelMessageManager.h"
@@ -10,6 +11,7 @@
 #include "midiinput/IncomingMessage.h"
 #include "midiinput/MidiInputMessageManager.h"
 #include "midiinput/MidiInputXml.h"
+#include "midiinput/StartedNotes.h"
 
 #include <benchmark/benchmark.h>
 #include <filesystem>
@@ -61,7 +63,8 @@ QelMidiMessage message(std::uint32_t i) {
             Backend::noTicks};
 }
 
-// Half of the messages are configured, half of the conditions hold.
+// Look-up, condition, the message that is made, and the memory of what a key has started. Half of the messages are
+// configured, half of the conditions hold.
 void translate(benchmark::State& state) {
     const MidiEventConfigurationMap map = mapOf(static_cast<int>(state.range(0)));
     std::vector<QelMidiMessage> messages;
@@ -69,14 +72,18 @@ void translate(benchmark::State& state) {
         messages.push_back(message(i));
     }
     std::uint64_t sum = 0;
+    StartedNotes started;
     const auto handle = [&](const QelMidiMessage& incoming) {
         const LookUp found = map.lookUp(incoming);
+        started.beginPress(incoming);
         if (found.configuration == nullptr) {
             return;
         }
         for (const auto& translation : found.configuration->translations) {
             if (translation->getCondition().holdsFor(incoming.getMidiMessage())) {
-                sum = sum * 31 + translation->getMidiMessage(incoming)->getMidiOutShortMsg();
+                const auto message = translation->getMidiMessage(incoming);
+                started.add(*message);
+                sum = sum * 31 + message->getMidiOutShortMsg();
             }
         }
     };
@@ -85,10 +92,12 @@ void translate(benchmark::State& state) {
     }
     state.SetLabel(std::to_string(sum));
     std::size_t next = 0;
+    const std::uint64_t before = allocationsSoFar();
     for (auto _ : state) {
         handle(messages[next++ % messages.size()]);
     }
     benchmark::DoNotOptimize(sum);
+    state.counters["allocations"] = static_cast<double>(allocationsSoFar() - before);
     state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK(translate)->ArgName("others")->Arg(0)->Arg(64)->Arg(1024)->Arg(16384);

@@ -1,10 +1,12 @@
 #include "host/MonitorCommand.h"
 
+#include "host/live/CountsReport.h"
 #include "host/live/MessageText.h"
 #include "host/live/MidiSystemFlag.h"
 #include "host/live/StopSignals.h"
 #include "platform/Clocks.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <iostream>
@@ -78,10 +80,15 @@ int MonitorCommand::run() {
     const StopSignals signals(printer.ended);
     std::cerr << found.value().remark << std::endl;
     system.start(printer);
+    const std::vector<Backend::MidiInputPort> inputs = system.inputs();
+    if (std::none_of(inputs.begin(), inputs.end(), [](const auto& input) { return input.enabled; })) {
+        std::cerr << "no input to listen to is there yet" << std::endl;
+    }
     while (!signals.wasAsked() && !printer.isBroken()) {
         printer.ended.wait();
     }
     system.stop();
+    reportCounts(system.counts());
     return printer.isBroken() ? 1 : 0;
 }
 

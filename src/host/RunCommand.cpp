@@ -3,6 +3,7 @@
 #include "generators/recording/RetroRecord.h"
 #include "host/SessionFlags.h"
 #include "host/TakeServer.h"
+#include "host/live/CountsReport.h"
 #include "host/live/EventPrinter.h"
 #include "host/live/LivePlayer.h"
 #include "host/live/LiveScript.h"
@@ -150,20 +151,6 @@ Outcome waitForEnd(const StopSignals& signals, const LiveScript* script, const P
         }
         static_cast<void>(wake.waitFor(betweenLooks));
     }
-}
-
-void reportCounts(const MidiSystemCounts& counts) {
-    const auto say = [](std::uint64_t count, const char* what) {
-        if (count > 0) {
-            std::cerr << count << ' ' << what << '\n';
-        }
-    };
-    say(counts.sysExDropped, "system exclusive messages were passed over");
-    say(counts.malformedDropped, "malformed messages were passed over");
-    say(counts.arrivalsLost, "incoming messages were lost for want of room");
-    say(counts.unsendable, "messages could not be sent");
-    say(counts.overflows, "messages were held up or lost because a port was full");
-    say(counts.late, "messages left late");
 }
 
 } // namespace
