@@ -41,6 +41,8 @@ void writeConfiguration(XmlWriter& xml, std::ostream& out, int depth, const Midi
     for (const auto& translation : configuration.translations) {
         if (translation) {
             TranslationManagement::writeTranslation(out, depth + 1, *translation);
+        } else {
+            xml.begin("Translation").attribute("condition", "Off").content().end(); // reads as none again
         }
     }
     xml.end();

@@ -113,6 +113,7 @@ TEST(MidiInput, ReadsAndMerges) {
     EXPECT_EQ(only.event.channel, 0);
     EXPECT_FALSE(only.isDefault());
     EXPECT_EQ(MidiEventConfiguration(only).translations.size(), 3U);
+    EXPECT_EQ(mapOf(written(nulls)).begin()->second.translations.size(), 3U); // still swallows its messages
 }
 
 constexpr const char* unchanged = R"(<Translation><Unchanged d1="D1" d2="D2"/></Translation>)";
