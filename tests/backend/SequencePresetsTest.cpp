@@ -1,6 +1,9 @@
 // The sequences that come with the program: files, names, numbers; and those that the user adds.
+#include "BackendRig.h"
 #include "backend/SequenceNumbers.h"
 #include "backend/SequencePresetManager.h"
+#include "core/QelIF.h"
+#include "core/QelMessageManager.h"
 #include "generators/SequenceText.h"
 #include "generators/SequenceXml.h"
 #include "platform/TemporaryFolder.h"
@@ -152,6 +155,28 @@ TEST_F(SequencePresetsTest, WhatIsAddedIsFoundWhatIsBadIsReported) {
     EXPECT_EQ(textOf(*own.find("Mine")), "12");
     own.remove("Mine");
     EXPECT_EQ(own.find("Mine"), nullptr);
+}
+
+// Through the whole backend: what a layer's sequence stands for changes with the file, and the name is what is saved.
+TEST(SequenceLayersTest, PlayWhatTheirNameStandsForByThen) {
+    BackendRig rig;
+    const std::string program =
+        rig.writeFile("test.prg", "<ProgramFile><Program name='Test'><Layers><Layer><SequenceSetting preset='Mine' "
+                                  "useVelocity='false'/></Layer></Layers></Program></ProgramFile>");
+    rig.after([&](Backend::QelMessageManager& backend) { backend.postLoadProgram(program); });
+    EXPECT_EQ(rig.afterKey(), "0 90 60 100; 0 80 60 64");
+    rig.after([](Backend::QelMessageManager& backend) { backend.postAddSequencePreset("Mine", "0|7 V5"); });
+    EXPECT_EQ(rig.afterKey(), "0 90 60 100; 0 90 67 100; 0 80 60 64; 0 80 67 64");
+    rig.after([](Backend::QelMessageManager& backend) {
+        backend.postAddSequencePreset("Mine", "<Sequence>12</Sequence>");
+        backend.postAddSequencePreset("Mine", "<Sequence>");
+    });
+    EXPECT_EQ(rig.afterKey(), "0 90 72 100; 0 80 72 64");
+    EXPECT_EQ(rig.takeFaults().size(), 1U);
+    std::string text;
+    rig.afterDirect([&](Backend::QelIF& qel) { text = qel.getProgramText(); });
+    EXPECT_NE(text.find("<SequenceSetting preset=\"Mine\" useNote=\"true\" useVelocity=\"false\""), std::string::npos)
+        << text;
 }
 
 } // namespace
