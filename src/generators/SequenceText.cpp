@@ -2,6 +2,7 @@
 
 #include "values/TextNumbers.h"
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 
