@@ -3,6 +3,7 @@
 #include "values/TextNumbers.h"
 #include "values/Words.h"
 
+#include <algorithm>
 #include <array>
 
 namespace Backend::MidiInput::TranslationManagement {

@@ -6,9 +6,11 @@
 #include "support/RecordingQel.h"
 #include "values/RandomCases.h"
 
+#include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <utility>
 
 using namespace Backend::MidiInput;
 using Backend::MidiEngine::MessageType;

@@ -2,6 +2,7 @@
 
 #include "host/live/MessageText.h"
 
+#include <algorithm>
 #include <sstream>
 #include <string_view>
 
