@@ -56,11 +56,12 @@ SetupDialog::SetupDialog(Models& models, QWidget* parent) : QDialog(parent), mod
     addCheck(*recording, tr("Record everything that is played"), tr("The last stretch can be saved as a MIDI file"),
              ChangedSetting::retroRecordEnabled);
     auto* const size = new NumberField(this);
-    size->setRange(1000, 10000000);
+    size->setRange(0, 9999);
     size->setValue(models.settings.value(ChangedSetting::retroRecordBufferSize));
     connect(size, &NumberField::letGo, this,
             [this, size] { models_.settings.set(ChangedSetting::retroRecordBufferSize, size->value()); });
-    labelled(*recording, tr("Size of the recording in bytes"), size, tr("What is older is given up"));
+    labelled(*recording, tr("Full files that are kept"), size,
+             tr("Each holds 100,000 bytes, some 10,000 notes; what is older is given up"));
     recording->addStretch(1);
     auto* const window = page(tr("Window"));
     addCheck(*window, tr("Always on top"), tr("Other windows do not cover this one"), ChangedSetting::alwaysOnTop);

@@ -22,7 +22,7 @@ SettingsModel::SettingsModel(Models& models) : models_(models) {
                {ChangedSetting::midiThru, start.getMidiThru()},
                {ChangedSetting::globalKeyboard, start.getGlobalKeyboard()},
                {ChangedSetting::retroRecordEnabled, start.isRetroRecordEnabled()},
-               {ChangedSetting::retroRecordBufferSize, start.getMaxMidiBufferFileSize()},
+               {ChangedSetting::retroRecordBufferSize, start.getRetroRecordBufferSize()},
                {ChangedSetting::alwaysOnTop, start.getAlwaysOnTop()},
                {ChangedSetting::useSkinBorder, start.getUseSkinBorder()},
                {ChangedSetting::dockToBottomEdge, start.getDockToBottomEdge()},
