@@ -39,7 +39,7 @@ const NamedPalette& named(std::size_t place) {
             "#ffffff", "#2b2f37", "#3a3f49",
             "#c2263f"}},
         {"High contrast", {
-            "#000000", "#000000", "#16161a", "#000000", "#b9bdc6",
+            "#000000", "#000000", "#16161a", "#2a2a31", "#b9bdc6",
             "#ffffff", "#e3e6ea", "#b9bdc6",
             "#ffd23f",
             "#3df2dc", "#9cc6ff", "#ff9db4",
