@@ -4,6 +4,7 @@ if(NOT TARGET tembrel_program)
   return()
 endif()
 include(GNUInstallDirs)
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON) # tests and benchmarks are not packed
 
 if(WIN32)
   # All in one folder, the factory's files beside the program.

@@ -1,6 +1,5 @@
 #include "backend/BankSection.h"
 
-#include "backend/BankText.h"
 #include "backend/ProgramXml.h"
 #include "backend/Selection.h"
 #include "platform/PathText.h"
@@ -26,44 +25,38 @@ Result<BankText> readBankText(const std::filesystem::path& file) {
 
 } // namespace
 
-Outcome BankSection::takeIn(const std::string& text) {
-    Result<std::vector<Program>> bank = readBank(text, Platform::textOf(path_));
-    if (!bank) {
-        return bank.fault();
+void BankSection::takeIn(BankText bank) {
+    names_.clear();
+    for (std::size_t slot = 0; slot < bank.size(); ++slot) {
+        names_.push_back(bank.programName(slot));
     }
-    bank_ = std::move(bank.value());
+    bank_ = std::move(bank);
     ++revision_;
-    return Platform::success();
+}
+
+void BankSection::applySlot() {
+    const Result<Platform::XmlElement> program =
+        Platform::parseXml(bank_->program(static_cast<std::size_t>(slot_)), Platform::textOf(path_));
+    program ? programs_.apply(readProgram(program.value())) : reportFault_(program.fault());
 }
 
 void BankSection::load(const std::filesystem::path& file) {
-    const Result<std::string> text = Platform::readWholeFile(file, Platform::maxXmlBytes);
-    Result<std::vector<Program>> bank =
-        text ? readBank(text.value(), Platform::textOf(file)) : Result<std::vector<Program>>(text.fault());
+    Result<BankText> bank = readBankText(file);
     if (!bank) {
         reportFault_(bank.fault());
         return;
     }
     path_ = file;
-    bank_ = std::move(bank.value());
-    ++revision_;
+    takeIn(std::move(bank.value()));
     slot_ = 0;
-    programs_.apply(bank_.front());
-}
-
-std::vector<std::string> BankSection::names() const {
-    std::vector<std::string> names;
-    for (const Program& program : bank_) {
-        names.push_back(program.name);
-    }
-    return names;
+    applySlot();
 }
 
 void BankSection::changeProgram(const SelectType& which) {
     const int slot = selectedPlace(which, slot_, size());
     if (slot != slot_ && slot < size()) {
         slot_ = slot;
-        programs_.apply(bank_[static_cast<std::size_t>(slot)]);
+        applySlot();
     }
 }
 
@@ -96,7 +89,7 @@ Outcome BankSection::save(const std::filesystem::path& target, int slot) {
     }
     std::ostringstream program;
     programs_.write(program, 0, true);
-    const Result<BankText> changed = bank.value().withProgram(static_cast<std::size_t>(slot), program.str());
+    Result<BankText> changed = bank.value().withProgram(static_cast<std::size_t>(slot), program.str());
     if (!changed) {
         return changed.fault();
     }
@@ -104,8 +97,10 @@ Outcome BankSection::save(const std::filesystem::path& target, int slot) {
         return written;
     }
     std::error_code unknown;
-    return target == path_ || std::filesystem::equivalent(target, path_, unknown) ? takeIn(changed.value().text())
-                                                                                  : Platform::success();
+    if (target == path_ || std::filesystem::equivalent(target, path_, unknown)) {
+        takeIn(std::move(changed.value()));
+    }
+    return Platform::success();
 }
 
 void BankSection::changeSize(int newSize) {
@@ -125,12 +120,15 @@ Outcome BankSection::resize(int newSize) {
     if (!bank) {
         return bank.fault();
     }
-    const Result<BankText> changed = bank.value().withSize(static_cast<std::size_t>(newSize));
+    Result<BankText> changed = bank.value().withSize(static_cast<std::size_t>(newSize));
     if (!changed) {
         return changed.fault();
     }
-    const Outcome written = Platform::replaceFile(path_, changed.value().text());
-    return written ? takeIn(changed.value().text()) : written;
+    Outcome written = Platform::replaceFile(path_, changed.value().text());
+    if (written) {
+        takeIn(std::move(changed.value()));
+    }
+    return written;
 }
 
 } // namespace Backend

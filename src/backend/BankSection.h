@@ -1,7 +1,7 @@
 // The current bank: a file of programs, a slot each.
 #pragma once
 
-#include "backend/Program.h"
+#include "backend/BankText.h"
 #include "backend/ProgramSection.h"
 #include "platform/Result.h"
 #include "platform/WindowMessages.h"
@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,8 +35,8 @@ public:
     // Loads a bank and its first program.
     void load(const std::filesystem::path& file);
     [[nodiscard]] int slot() const { return slot_; }
-    [[nodiscard]] int size() const { return static_cast<int>(bank_.size()); }
-    [[nodiscard]] std::vector<std::string> names() const;
+    [[nodiscard]] int size() const { return static_cast<int>(names_.size()); }
+    [[nodiscard]] const std::vector<std::string>& names() const { return names_; }
     // Another number after each change of what the bank holds.
     [[nodiscard]] std::uint32_t revision() const { return revision_; }
     // Steps through the slots. An unsaved program is given up.
@@ -52,12 +53,15 @@ private:
     [[nodiscard]] Platform::Outcome save(const std::filesystem::path& target, int slot);
     [[nodiscard]] Platform::Outcome resize(int size);
     // What the current bank's file now holds.
-    [[nodiscard]] Platform::Outcome takeIn(const std::string& text);
+    void takeIn(BankText bank);
+    // Only of a bank that is there.
+    void applySlot();
 
     ProgramSection& programs_;
     const std::function<void(const Platform::Fault&)>& reportFault_;
     std::filesystem::path path_;
-    std::vector<Program> bank_;
+    std::optional<BankText> bank_;   // as its file was last seen
+    std::vector<std::string> names_; // of its programs
     std::uint32_t revision_ = 0;
     int slot_ = 0;
 };

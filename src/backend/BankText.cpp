@@ -1,7 +1,9 @@
 #include "backend/BankText.h"
 
 #include "platform/XmlCheck.h"
+#include "platform/XmlDocument.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Backend {
@@ -73,13 +75,18 @@ bool isBlank(char c) {
 } // namespace
 
 Result<BankText> BankText::of(std::string text, const std::string& name) {
-    if (const Result<Platform::CheckedXml> checked = Platform::checkXml(text, name); !checked) {
+    const Result<Platform::CheckedXml> checked = Platform::checkXml(text, name);
+    if (!checked) {
         return checked.fault();
     }
+    const int rootLine = checked.value().startLines.front();
     BankText bank(std::move(text), name);
     bank.findElements();
+    if (bank.rootName_ != "Bank") {
+        return Fault{name, rootLine, "the root element is <" + bank.rootName_ + ">, not <Bank>"};
+    }
     if (bank.programs_.empty()) {
-        return Fault{name, 0, "the root element is not a <Bank> with programs"};
+        return Fault{name, rootLine, "there is no <Program>"};
     }
     return bank;
 }
@@ -91,13 +98,12 @@ void BankText::findElements() {
         const bool isProgram = depth == 1 && piece.name == "Program";
         switch (piece.kind) {
         case Markup::Kind::startTag:
-            if (depth == 0 && piece.name != "Bank") {
-                return;
-            }
+            rootName_ = depth == 0 ? piece.name : std::string_view(rootName_);
             begin = isProgram ? piece.begin : begin;
             ++depth;
             break;
         case Markup::Kind::emptyElement:
+            rootName_ = depth == 0 ? piece.name : std::string_view(rootName_);
             if (isProgram) {
                 programs_.push_back({piece.begin, piece.end});
             }
@@ -152,16 +158,33 @@ std::string BankText::withLineEnds(std::string_view lines) const {
 }
 
 template <typename Kept>
-Result<BankText> BankText::checked(std::string text, std::size_t size, const Kept& kept) const {
-    Result<BankText> bank = of(std::move(text), name_);
-    if (!bank) {
-        return bank;
+Result<BankText> BankText::composed(std::string text, std::size_t size, const Kept& kept) const {
+    // The least text that could have more elements than are read is looked at anew.
+    constexpr std::size_t large = Platform::maxXmlElements * 4;
+    if (text.size() > large) {
+        if (const Result<Platform::CheckedXml> checked = Platform::checkXml(text, name_); !checked) {
+            return checked.fault();
+        }
     }
-    bool isRight = bank.value().size() == size;
+    BankText bank(std::move(text), name_);
+    bank.findElements();
+    bool isRight = bank.size() == size && bank.rootName_ == rootName_;
     for (std::size_t slot = 0; isRight && slot < std::min(size, programs_.size()); ++slot) {
-        isRight = !kept(slot) || bank.value().program(slot) == program(slot);
+        isRight = !kept(slot) || bank.program(slot) == program(slot);
     }
-    return isRight ? std::move(bank) : Fault{name_, 0, "the bank cannot be changed without harm to other programs"};
+    return isRight ? Result<BankText>(std::move(bank))
+                   : Fault{name_, 0, "the bank cannot be changed without harm to other programs"};
+}
+
+std::string BankText::programName(std::size_t slot) const {
+    const std::string_view element = program(slot);
+    std::string tag(element.substr(0, endOfTag(element, 0)));
+    if (tag[tag.size() - 2] != '/') {
+        tag.insert(tag.size() - 1, "/");
+    }
+    const Result<Platform::XmlElement> parsed = Platform::parseXml(tag, name_);
+    const std::string* const programName = parsed ? parsed.value().attribute("name") : nullptr;
+    return programName != nullptr ? *programName : std::string();
 }
 
 Result<BankText> BankText::withProgram(std::size_t slot, std::string_view program) const {
@@ -170,11 +193,15 @@ Result<BankText> BankText::withProgram(std::size_t slot, std::string_view progra
                      "there is no slot " + std::to_string(slot) + ", the bank has " + std::to_string(programs_.size()) +
                          " programs"};
     }
+    const Result<BankText> alone = of("<Bank>\n" + std::string(program) + "</Bank>", name_);
+    if (!alone) {
+        return alone.fault();
+    }
     const Span lines = linesOf(programs_[slot]);
     const bool beginsLine = lines.begin == 0 || text_[lines.begin - 1] == '\n';
-    return checked(text_.substr(0, lines.begin) + withLineEnds((beginsLine ? "" : "\n") + std::string(program)) +
-                       text_.substr(lines.end),
-                   size(), [slot](std::size_t each) { return each != slot; });
+    return composed(text_.substr(0, lines.begin) + withLineEnds((beginsLine ? "" : "\n") + std::string(program)) +
+                        text_.substr(lines.end),
+                    size(), [slot](std::size_t each) { return each != slot; });
 }
 
 Result<BankText> BankText::withSize(std::size_t size) const {
@@ -187,8 +214,8 @@ Result<BankText> BankText::withSize(std::size_t size) const {
         added += emptySlot;
     }
     added += "</Bank>\n";
-    return checked(text_.substr(0, cut) + withLineEnds(added) + text_.substr(linesOf(endTag_).end), size,
-                   [](std::size_t) { return true; });
+    return composed(text_.substr(0, cut) + withLineEnds(added) + text_.substr(linesOf(endTag_).end), size,
+                    [](std::size_t) { return true; });
 }
 
 } // namespace Backend

@@ -22,6 +22,7 @@ public:
     [[nodiscard]] std::size_t size() const { return programs_.size(); } // 1 or more
     // The element of a slot, from "<" to ">".
     [[nodiscard]] std::string_view program(std::size_t slot) const;
+    [[nodiscard]] std::string programName(std::size_t slot) const;
 
     // The bank with `program` in that slot: lines that end with "\n". A fault when there is no such slot, or when
     // anything but that slot would be another.
@@ -36,16 +37,19 @@ private:
     };
 
     BankText(std::string text, std::string name) : text_(std::move(text)), name_(std::move(name)) {}
+    // Of a text that is well-formed.
     void findElements();
     // With the white space around it that belongs to its lines, as far as nothing else stands in them.
     [[nodiscard]] Span linesOf(Span element) const;
     [[nodiscard]] std::string withLineEnds(std::string_view lines) const;
-    // The new text is checked: `kept` says which slots have to be as they are here.
+    // A text put together from pieces of this one and from well-formed elements. `kept` says which slots have to be as
+    // they are here.
     template <typename Kept>
-    [[nodiscard]] Platform::Result<BankText> checked(std::string text, std::size_t size, const Kept& kept) const;
+    [[nodiscard]] Platform::Result<BankText> composed(std::string text, std::size_t size, const Kept& kept) const;
 
     std::string text_;
     std::string name_;
+    std::string rootName_;
     std::vector<Span> programs_;
     Span endTag_; // of the bank
 };

@@ -135,24 +135,4 @@ Result<Program> readExchangedProgram(std::string_view text) {
     return root ? onlyProgram(std::move(root.value()), "QelProgramFile", name) : root.fault();
 }
 
-Result<std::vector<Program>> readBank(std::string_view text, const std::string& name) {
-    Result<XmlElement> root = Platform::parseXml(text, name);
-    if (!root) {
-        return root.fault();
-    }
-    if (const std::optional<Fault> wrong = wrongRoot(root.value(), "Bank", name)) {
-        return *wrong;
-    }
-    std::vector<Program> programs;
-    for (XmlElement& child : root.value().children) {
-        if (child.name == "Program") {
-            programs.push_back(readProgram(std::move(child)));
-        }
-    }
-    if (programs.empty()) {
-        return Fault{name, root.value().line, "there is no <Program>"};
-    }
-    return programs;
-}
-
 } // namespace Backend

@@ -1,4 +1,4 @@
-// Program and bank files.
+// The elements of program and bank files.
 #pragma once
 
 #include "backend/Program.h"
@@ -29,8 +29,5 @@ void beginProgram(XmlWriter& xml, std::ostream& out, const Program& program);
 // Texts with exactly one program: a program file (root "ProgramFile") and a program for exchange ("QelProgramFile").
 [[nodiscard]] Platform::Result<Program> readProgramFile(const std::filesystem::path& file);
 [[nodiscard]] Platform::Result<Program> readExchangedProgram(std::string_view text);
-
-// The text of a bank file (".bnk"): the root "Bank" with one "Program" a slot, at least one. `name` is of the file.
-[[nodiscard]] Platform::Result<std::vector<Program>> readBank(std::string_view text, const std::string& name);
 
 } // namespace Backend

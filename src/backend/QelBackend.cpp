@@ -63,7 +63,7 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
       sequences_(surroundings_.applicationData / FolderNames::sequences, surroundings_.reportFault),
       layers_(engine_.getMessageManager(), sequences_, surroundings_.applicationData / FolderNames::layerPresets,
               surroundings_.reportFault),
-      zones_(engine_.getMessageManager()),
+      layerManager_(layers_, master_), zones_(engine_.getMessageManager()),
       oscillators_(*this, engine_, surroundings_.applicationData / FolderNames::oscillatorPresets,
                    surroundings_.reportFault, [this] { return oscManager_.tryPostShowValues(); }),
       oscManager_(oscillators_, master_),
@@ -94,6 +94,7 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
     master_.addMessageManager(controlManager_);
     master_.addMessageManager(joystickManager_);
     master_.addMessageManager(oscManager_);
+    master_.addMessageManager(layerManager_);
     master_.setAfterMessage([this] { updates_.look(); });
     master_.start();
 }

@@ -3,6 +3,7 @@
 
 #include "backend/BankSection.h"
 #include "backend/GuiUpdates.h"
+#include "backend/LayerMessageManager.h"
 #include "backend/LayerSection.h"
 #include "backend/MidiInputSection.h"
 #include "backend/OscMessageManager.h"
@@ -63,6 +64,7 @@ public:
     Controls::ControlMessageManager& getControlMessageManager() override { return controlManager_; }
     Joystick::JoystickMessageManager& getJoystickMessageManager() override { return joystickManager_; }
     Oscillators::OscMessageManager& getOscMessageManager() override { return oscManager_; }
+    Layers::LayerMessageManager& getLayerMessageManager() override { return layerManager_; }
     Recording::RetroRecord& getRetroRecord() override { return recorder_; }
     MidiInput::MidiInputMessageManager& getMidiInputMessageManager() override { return configurationManager_; }
     Gui::QelGuiIF* getGui() override { return gui_.get(); }
@@ -252,6 +254,7 @@ private:
     MidiInputSection midiInput_;
     SequenceManagement::SequencePresetManager sequences_;
     LayerSection layers_;
+    Layers::LayerMessageManager layerManager_;
     ZoneSection zones_;
     OscillatorSection oscillators_;
     Oscillators::OscMessageManager oscManager_;

@@ -52,8 +52,9 @@ class OscList;
 class OscMessageManager;
 } // namespace Oscillators
 namespace Layers {
+class LayerMessageManager;
 struct Layer;
-}
+} // namespace Layers
 namespace Zones {
 class ZoneMap;
 }
@@ -91,6 +92,7 @@ public:
     [[nodiscard]] virtual Joystick::JoystickMessageManager& getJoystickMessageManager() = 0;                // [any]
     [[nodiscard]] virtual MidiInput::MidiInputMessageManager& getMidiInputMessageManager() = 0;             // [any]
     [[nodiscard]] virtual Oscillators::OscMessageManager& getOscMessageManager() = 0;                       // [any]
+    [[nodiscard]] virtual Layers::LayerMessageManager& getLayerMessageManager() = 0;                        // [any]
     [[nodiscard]] virtual Recording::RetroRecord& getRetroRecord() = 0;                                     // [any]
     [[nodiscard]] virtual Gui::QelGuiIF* getGui() = 0;                           // null without a user interface
     [[nodiscard]] virtual Platform::WindowHandle getGuiWindowHandle() const = 0; // [any] null without a window

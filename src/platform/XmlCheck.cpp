@@ -37,6 +37,7 @@ private:
         at_ += found ? expected.size() : 0;
         return found;
     }
+    void takePlain() noexcept;  // characters without any meaning, as far as they go: most of a document
     bool takeBlanks() noexcept; // true when there was any
     bool takeChar() noexcept;   // any one character that XML allows
     bool takeName(std::string_view& name) noexcept;
@@ -62,6 +63,18 @@ private:
     std::vector<std::string_view> openElements_;
     std::vector<std::string_view> attributes_; // of the tag at hand
 };
+
+void Checker::takePlain() noexcept {
+    for (; !isAtEnd(); ++at_) {
+        const char c = text_[at_];
+        const bool hasMeaning = c == '<' || c == '&' || c == ']' || c == '"' || c == '\'' || c == '-' || c == '?';
+        if (c == '\n') {
+            ++line_;
+        } else if (c < 0x20 || c == 0x7F || hasMeaning) {
+            return; // bytes of other characters are negative, or above all these
+        }
+    }
+}
 
 bool Checker::takeBlanks() noexcept {
     const std::size_t start = at_;
@@ -94,6 +107,10 @@ bool Checker::takeChar() noexcept {
 
 bool Checker::takeName(std::string_view& name) noexcept {
     const std::size_t start = at_;
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    while (!isAtEnd() && isLetter(text_[at_])) {
+        ++at_;
+    }
     while (!isAtEnd()) {
         const CodePoint point = firstCodePoint(text_.substr(at_));
         if (point.length == 0) {
@@ -145,7 +162,7 @@ bool Checker::takeReference() noexcept {
 }
 
 bool Checker::takeUpTo(std::string_view end, const char* missing) noexcept {
-    while (!isAtEnd()) {
+    for (takePlain(); !isAtEnd(); takePlain()) {
         if (take(end)) {
             return true;
         }
@@ -241,7 +258,14 @@ bool Checker::checkText() noexcept {
     if (startsWith("&")) {
         return takeReference();
     }
-    return !startsWith("]]>") ? takeChar() : fail("\"]]>\" in text");
+    if (startsWith("]]>")) {
+        return fail("\"]]>\" in text");
+    }
+    if (!takeChar()) {
+        return false;
+    }
+    takePlain();
+    return true;
 }
 
 bool Checker::checkAttribute() {
@@ -269,6 +293,7 @@ bool Checker::checkAttribute() {
         return fail("an attribute whose value is not quoted");
     }
     for (;;) {
+        takePlain();
         if (isAtEnd()) {
             return fail("an attribute without its closing quote");
         }

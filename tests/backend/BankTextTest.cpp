@@ -65,7 +65,7 @@ TEST(BankText, OneProgramIsExchanged) {
              Row{"names that begin like it", "<Bank>\n<Programs/>\n<ProgramX a=\"<\" />\n</Bank>", 0,
                  "b.bnk:3: \"<\" in an attribute"},
              Row{"other names only", "<Bank>\n<Programs/>\n</Bank>", 0,
-                 "b.bnk: the root element is not a <Bank> with programs"},
+                 "b.bnk:1: there is no <Program>"},
              Row{"other elements", "<Bank>\n<Programs/>\n<Program/>\n</Bank>", 0,
                  "<Bank>\n<Programs/>\n<Program name=\"N\">\n</Program>\n</Bank>"},
              Row{"quotes and an instruction",
@@ -74,7 +74,7 @@ TEST(BankText, OneProgramIsExchanged) {
              Row{"no such slot", "<Bank>\n<Program/>\n</Bank>", 1,
                  "b.bnk: there is no slot 1, the bank has 1 programs"},
              Row{"another root", "<ProgramFile>\n<Program/>\n</ProgramFile>", 0,
-                 "b.bnk: the root element is not a <Bank> with programs"},
+                 "b.bnk:1: the root element is <ProgramFile>, not <Bank>"},
              Row{"not well-formed", "<Bank>\n<Program>\n</Bank>", 0, "b.bnk:3: an end tag without its start tag"},
          }) {
         EXPECT_EQ(replaced(row.bank, row.slot), row.result) << row.name;

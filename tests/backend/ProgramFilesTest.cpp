@@ -1,5 +1,6 @@
 // Programs, banks and presets as files: what is saved is what was there.
 #include "BackendRig.h"
+#include "backend/LayerMessageManager.h"
 #include "core/QelMessageManager.h"
 #include "platform/SafeFiles.h"
 #include "platform/WindowMessages.h"
@@ -168,6 +169,34 @@ TEST_F(ProgramFiles, LayersMergeAndLoadByName) {
     EXPECT_THAT(rig.takeFaults(), ElementsAre("Layer Presets: there is no preset \"../Three\""));
     rig.afterDirect([](QelIF& qel) { qel.loadLayerPreset("000 - Default"); });
     EXPECT_EQ(rig.afterMidi(0xB0, 7, 1), "0 B0 7 1");
+}
+
+TEST_F(ProgramFiles, LayerPresetsAreSavedWholeOrInPart) {
+    loadProgram(R"(<Program><Layers><Layer channel="1"/><Layer channel="2"/><Layer channel="3"/></Layers></Program>)");
+    Backend::Layers::LayerMessageManager& layers = rig.qel->getLayerMessageManager();
+    const std::string part = rig.writeFile("Layer Presets/Part.pst", "");
+    post([&](QelMessageManager&) {
+        layers.postSavePreset("Part", {2, 0, 7});
+        layers.postSavePreset("Whole", {});
+        layers.postStorePreset("Other", Backend::Layers::LayerList(2));
+        layers.postSavePreset("a/b", {});
+    });
+    EXPECT_THAT(contentOf(part), testing::AllOf(HasSubstr("<Layers merge=\"true\">\n\t<Layer"),
+                                                HasSubstr("channel=\"3\""), Not(HasSubstr("channel=\"2\""))));
+    EXPECT_LT(contentOf(part).find("channel=\"3\""), contentOf(part).find("channel=\"1\""));
+    const std::string saved = rig.writeFile("saved.prg", "");
+    post([&](QelMessageManager& backend) { backend.postSaveToProgram(saved, nullptr); });
+    EXPECT_THAT(contentOf(saved), HasSubstr("preset=\"Whole\""));
+    post([&](QelMessageManager&) { layers.postLoadPreset("Part"); }); // on top of the three
+    EXPECT_EQ(rig.afterMidi(0xC0, 7, 0), "0 C1 7; 0 C2 7; 0 C3 7");
+    post([&](QelMessageManager&) { layers.postLoadPreset("Other"); });
+    EXPECT_EQ(rig.afterMidi(0xC0, 7, 0), "0 C0 7");
+    EXPECT_THAT(rig.takeFaults(), ElementsAre());
+    post([&](QelMessageManager&) {
+        layers.postDeletePreset("Other");
+        layers.postLoadPreset("Other");
+    });
+    EXPECT_THAT(rig.takeFaults(), ElementsAre("Layer Presets: there is no preset \"Other\""));
 }
 
 // Banks.

@@ -144,6 +144,7 @@ public:
     Backend::Display::DisplayMessageManager& getDisplayMessageManager() override { return missing<Backend::Display::DisplayMessageManager>(); }
     Backend::Controls::ControlMessageManager& getControlMessageManager() override { return missing<Backend::Controls::ControlMessageManager>(); }
     Backend::Joystick::JoystickMessageManager& getJoystickMessageManager() override { return missing<Backend::Joystick::JoystickMessageManager>(); }
+    Backend::Layers::LayerMessageManager& getLayerMessageManager() override { return missing<Backend::Layers::LayerMessageManager>(); }
     Backend::Oscillators::OscMessageManager& getOscMessageManager() override { return missing<Backend::Oscillators::OscMessageManager>(); }
     Backend::MidiInput::MidiInputMessageManager& getMidiInputMessageManager() override { return missing<Backend::MidiInput::MidiInputMessageManager>(); }
     Backend::Recording::RetroRecord& getRetroRecord() override { return missing<Backend::Recording::RetroRecord>(); }
