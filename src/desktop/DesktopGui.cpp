@@ -63,7 +63,7 @@ private:
 // What is asked of the window itself.
 class WindowRequests final : public Model {
 public:
-    WindowRequests(MainWindow& window, Models& models) {
+    explicit WindowRequests(MainWindow& window) {
         on(idOf(GuiMessage::panel), [&window](std::uintptr_t panel, std::intptr_t how) {
             how == 2 ? window.togglePanel(static_cast<Panel>(panel))
                      : window.showPanel(static_cast<Panel>(panel), how == 1);
@@ -95,17 +95,13 @@ public:
         });
         onCopy<std::string>(idOf(GuiMessage::fault),
                             [&window](const std::string& text) { window.showFault(QString::fromStdString(text)); });
-        onCopy<Gui::SequencePresetList>(idOf(GuiMessage::sequencePresets), [&models](Gui::SequencePresetList list) {
-            models.gui().getSequencePresetList() = std::move(list);
-        });
     }
 };
 
 } // namespace Detail
 
 struct DesktopGui::Parts {
-    explicit Parts(MainWindow& window, Models& models)
-        : requests(window, models), skins(window), programs(window.output().programMenu()) {}
+    explicit Parts(MainWindow& window) : requests(window), skins(window), programs(window.output().programMenu()) {}
     Detail::WindowRequests requests;
     Detail::Fonts fonts;
     Detail::Skins skins;
@@ -134,7 +130,7 @@ void DesktopGui::create(Platform::WindowHandle) {
     Shown& shown = *shown_;
     shown.window =
         std::make_unique<MainWindow>(*shown.models, [this](Panel panel, bool on) { noteShowing(panel, on); });
-    parts_ = std::make_unique<Parts>(*shown.window, *shown.models);
+    parts_ = std::make_unique<Parts>(*shown.window);
     getGuiMessageManagerMaster().addMessageManager(parts_->requests);
     KeysModel& keys = shown.models->keys;
     shown.keys = std::make_unique<KeyCapture>(

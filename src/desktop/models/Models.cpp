@@ -11,9 +11,10 @@ namespace Desktop {
 
 Models::Models(Gui::QelGui& gui)
     : gui_(gui), program(*this), settings(*this), ports(*this), keys(*this), controls(*this), layers(*this),
-      zones(*this), joysticks(*this), oscillators(*this), midiInput(*this), events(*this) {
-    for (Model* model : std::initializer_list<Model*>{&program, &settings, &ports, &keys, &controls, &layers, &zones,
-                                                      &joysticks, &oscillators, &midiInput, &playing, &events}) {
+      sequences(*this), zones(*this), joysticks(*this), oscillators(*this), midiInput(*this), events(*this) {
+    for (Model* model :
+         std::initializer_list<Model*>{&program, &settings, &ports, &keys, &controls, &layers, &sequences, &zones,
+                                       &joysticks, &oscillators, &midiInput, &playing, &events}) {
         gui.getGuiMessageManagerMaster().addMessageManager(*model);
     }
     // What goes out lights lamps and is listed.

@@ -12,6 +12,7 @@
 #include "desktop/models/PlayingModel.h"
 #include "desktop/models/PortsModel.h"
 #include "desktop/models/ProgramModel.h"
+#include "desktop/models/SequencesModel.h"
 #include "desktop/models/SettingsModel.h"
 #include "desktop/models/ZonesModel.h"
 
@@ -50,6 +51,7 @@ public:
     KeysModel keys;
     ControlsModel controls;
     LayersModel layers;
+    SequencesModel sequences;
     ZonesModel zones;
     JoystickModel joysticks;
     OscillatorsModel oscillators;

@@ -2,6 +2,7 @@
 
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/panels/LayerPattern.h"
 #include "desktop/widgets/NumberField.h"
 #include "desktop/widgets/RangeBar.h"
 
@@ -208,6 +209,14 @@ void LayerStrip::buildDetails(QWidget* details) {
                      {tr("no toggle"), tr("type 1: ends"), tr("type 2: again")},
                      [](Layer& l, int i) { l.toggle = NoteToggle(static_cast<NoteToggle::State>(i)); });
     place(2, 1, tr("zone, toggle"), {zone_, toggle_});
+    pattern_ = new LayerPattern(
+        models_, place_,
+        [this](const QString& text, const std::function<void(Layer&)>& work) {
+            change(text, work);
+            models_.edits.endOfGesture();
+        },
+        details);
+    table->addWidget(pattern_, 3, 0, 1, 4);
     table->setColumnStretch(1, 1);
     table->setColumnStretch(3, 1);
 }
@@ -261,6 +270,7 @@ void LayerStrip::refresh() {
     zone_->setCurrentIndex(now.zone + 1);
     toggle_->setCurrentIndex(static_cast<int>(now.toggle.getState()));
     stack_->setChecked(now.useNoteStack);
+    pattern_->refresh(now);
     showing_ = false;
     update();
 }

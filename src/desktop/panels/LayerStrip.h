@@ -12,6 +12,7 @@
 
 namespace Desktop {
 
+class LayerPattern;
 class Models;
 class NumberField;
 class RangeBar;
@@ -47,6 +48,7 @@ private:
         *channel_;
     QComboBox *key_, *output_, *zone_, *toggle_, *transposeKind_, *velocityKind_;
     QPushButton* stack_;
+    LayerPattern* pattern_;
 };
 
 } // namespace Desktop

@@ -28,6 +28,7 @@ LayersPanel::LayersPanel(Models& models, QWidget* parent)
     body().addWidget(area);
     connect(&models.layers, &Model::changed, this, &LayersPanel::refresh);
     connect(&models.ports, &Model::changed, this, &LayersPanel::refresh);
+    connect(&models.sequences, &Model::changed, this, &LayersPanel::refresh);
     const auto lamps = [this] {
         for (LayerStrip* const strip : list_) {
             strip->showLamp();
