@@ -32,7 +32,6 @@ void tidy(Step& step) {
 
 StepGrid::StepGrid(QWidget* parent) : Instrument(parent) {
     sequence_.steps.push_back({StepEntry{}});
-    setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
