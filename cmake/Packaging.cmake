@@ -10,7 +10,7 @@ if(WIN32)
   # All in one folder, the factory's files beside the program.
   install(TARGETS tembrel_program tembrel_library RUNTIME DESTINATION .)
   install(DIRECTORY data/factory/ DESTINATION Default)
-  install(DIRECTORY docs/manual/ DESTINATION Manual)
+  install(DIRECTORY ${CMAKE_BINARY_DIR}/share/tembrel/Manual/ DESTINATION Manual)
   install(FILES README.md DESTINATION .)
 else()
   # The library is the program's own: it lies where only the program looks.
@@ -18,7 +18,7 @@ else()
   install(TARGETS tembrel_library LIBRARY DESTINATION lib/tembrel)
   set_target_properties(tembrel_program PROPERTIES INSTALL_RPATH "$ORIGIN/../lib/tembrel")
   install(DIRECTORY data/factory/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tembrel/Default)
-  install(DIRECTORY docs/manual/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tembrel/Manual)
+  install(DIRECTORY ${CMAKE_BINARY_DIR}/share/tembrel/Manual/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tembrel/Manual)
   install(FILES data/tembrel.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES data/completion/tembrel.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
           RENAME tembrel)

@@ -13,8 +13,8 @@ namespace {
 const char* const tembrel = TEMBREL_BIN_DIR "/tembrel";
 
 bool canOpenWindows() {
-    return std::filesystem::exists(TEMBREL_BIN_DIR "/../manual/index.html") && // built with a window
-           std::filesystem::exists("/usr/bin/Xvfb") && std::filesystem::exists("/usr/bin/xdotool");
+    return TEMBREL_WITH_WINDOW && std::filesystem::exists("/usr/bin/Xvfb") &&
+           std::filesystem::exists("/usr/bin/xdotool");
 }
 
 class WindowEndToEnd : public testing::Test {

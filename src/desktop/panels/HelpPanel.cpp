@@ -10,9 +10,9 @@ namespace Desktop {
 
 QString manualFolder() {
     const QDir beside(QCoreApplication::applicationDirPath());
-    for (const char* const place : {"manual", "../manual", "../share/tembrel/manual"}) {
+    for (const char* const place : {"Manual", "../share/tembrel/Manual"}) {
         if (const QString path = beside.absoluteFilePath(QString::fromLatin1(place));
-            QFile::exists(path + "/index.html")) {
+            QFile::exists(path + "/index.htm")) {
             return QDir::cleanPath(path);
         }
     }
@@ -45,8 +45,8 @@ void HelpPanel::openPage(const QString& page) {
         manual_->setPlainText(tr("The manual was not built with this program."));
         return;
     }
-    const QString file = folder + "/" + page + ".html";
-    manual_->setSource(QUrl::fromLocalFile(QFile::exists(file) ? file : folder + "/index.html"));
+    const QString file = folder + "/" + page + ".htm";
+    manual_->setSource(QUrl::fromLocalFile(QFile::exists(file) ? file : folder + "/index.htm"));
 }
 
 } // namespace Desktop
