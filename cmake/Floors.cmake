@@ -22,6 +22,20 @@ function(tembrel_floor FOLDER)
   endif()
   add_library(tembrel_${FOLDER} OBJECT ${sources})
   target_link_libraries(tembrel_${FOLDER} PUBLIC tembrel_settings ${ARGN})
+  if(TARGET tembrel_prelude AND NOT FOLDER STREQUAL "desktop") # which has its own
+    target_precompile_headers(tembrel_${FOLDER} REUSE_FROM tembrel_prelude)
+  endif()
+endfunction()
+
+# tembrel_make_prelude(): the standard library's larger headers, compiled once for all floors. Without TEMBREL_PRELUDE, as
+# in the release preset, each source has to include what it uses.
+function(tembrel_make_prelude)
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/prelude.cpp.new "")
+  configure_file(${CMAKE_CURRENT_BINARY_DIR}/prelude.cpp.new ${CMAKE_CURRENT_BINARY_DIR}/prelude.cpp COPYONLY)
+  add_library(tembrel_prelude OBJECT ${CMAKE_CURRENT_BINARY_DIR}/prelude.cpp)
+  target_link_libraries(tembrel_prelude PRIVATE tembrel_settings)
+  target_precompile_headers(tembrel_prelude PRIVATE <algorithm> <array> <atomic> <cstdint> <filesystem> <functional> <map>
+                                                    <memory> <mutex> <optional> <string> <string_view> <utility> <vector>)
 endfunction()
 
 # tembrel_use_floors(TARGET FOLDER...): links the objects of those floors, as far as they have any.

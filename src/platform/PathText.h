@@ -8,6 +8,7 @@
 namespace Platform {
 
 [[nodiscard]] std::string textOf(const std::filesystem::path& path);
+// Bytes that are no UTF-8 are a name like others on Linux; on Windows they name nothing, and the path is empty.
 [[nodiscard]] std::filesystem::path pathOf(std::string_view utf8);
 
 } // namespace Platform

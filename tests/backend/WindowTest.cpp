@@ -13,6 +13,7 @@
 #include "input/JoystickMap.h"
 #include "input/JoystickMessages.h"
 #include "midiengine/ZoneMap.h"
+#include "midiinput/ConfigurationSection.h"
 #include "support/BareGui.h"
 #include "values/OnOffToggle.h"
 #include "values/SelectType.h"
@@ -92,6 +93,8 @@ protected:
         gui->on<std::set<Cell>>(Backend::Controls::controlsSelectedMessage, [](const auto&) {});
         gui->on<Backend::Oscillators::OscList>(Backend::Oscillators::oscListMessage, [](const auto&) {});
         gui->on<Backend::Joystick::JoystickMap>(Backend::Joystick::joysticksMessage, [](const auto&) {});
+        gui->on<Backend::MidiInput::MidiEventConfigurationMap>(Backend::MidiInput::midiInputLoadedMessage,
+                                                               [](const auto&) {});
     }
 
     // Lets the backend do what was posted, then handles what it posted.

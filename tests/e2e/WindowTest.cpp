@@ -26,9 +26,9 @@ protected:
         for (const char* const part : {"server", "program", "second"}) {
             std::filesystem::create_directories(folder_.path() / part);
         }
-        server_ =
-            std::make_unique<RunningProgram>("Xvfb", std::vector<std::string>{display, "-screen", "0", "1400x900x24"},
-                                             folder_.path().string() + "/server");
+        server_ = std::make_unique<RunningProgram>(
+            "Xvfb", std::vector<std::string>{display, "-screen", "0", "1400x900x24", "-noreset"},
+            folder_.path().string() + "/server");
         setenv("DISPLAY", display, 1);
         setenv("XDG_RUNTIME_DIR", folder_.path().c_str(), 1);
         ASSERT_TRUE(eventually([this] { return tool("getmouselocation") == 0; })) << server_->error();

@@ -188,7 +188,10 @@ protected:
     ConfigurationSections() {
         qel.window = Platform::createWindowEndpoint([this](const Platform::ThreadMessage& posted) { receive(posted); });
     }
-    ~ConfigurationSections() override { Platform::destroyWindowEndpoint(qel.window); }
+    ~ConfigurationSections() override {
+        static_cast<void>(whatWindowSaw()); // what is still on its way carries copies
+        Platform::destroyWindowEndpoint(qel.window);
+    }
 
     void receive(const Platform::ThreadMessage& posted) {
         told += std::to_string(posted.id - Platform::applicationMessage);
