@@ -80,8 +80,8 @@ public:
     // never before what was stamped earlier, when a tick is run again. [clock] without the engine lock
     void playTimeSlice(Ticks from, Ticks to);
     // True while an arpeggio, a sequence or an oscillator acts on each tick. While it is false a tick may be run
-    // again: it plays what has arrived for it since, and nothing twice. [clock]
-    [[nodiscard]] bool isTickDependent() const;
+    // again: it plays what has arrived for it since, and nothing twice. [clock] takes the lock itself
+    [[nodiscard]] bool isTickDependent();
     // Another number in each slice: what taps see under the same number happens at one moment. [clock]
     [[nodiscard]] std::uint32_t sliceNumber() const { return sliceNumber_; }
     // True while something sounds, waits for its time or has not been taken in. [any]
@@ -154,6 +154,7 @@ private:
 
     void takeIn(const QelMidiMessage& message, Ticks stamp);
     void processPpq(Ticks ppq, Ticks earliest);
+    [[nodiscard]] bool actsOnTicks() const;
     void playNoteOn(QelMidiMessage& message);
     void playNoteOff(QelMidiMessage& message);
     void playOther(QelMidiMessage& message);

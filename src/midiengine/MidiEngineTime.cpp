@@ -26,7 +26,7 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
         if ((to - from).count < MAX_TIME_SLICE && from < to) {
             pending_.catchUp(from);
             for (Ticks t = from; t < to; ++t) {
-                if (!isTickDependent()) { // nothing happens before the next event
+                if (!actsOnTicks()) { // nothing happens before the next event
                     const Ticks next = pending_.next();
                     if (next < t || !(next < to)) {
                         break;
@@ -80,7 +80,7 @@ void MidiEngine::processPpq(Ticks ppq, Ticks earliest) {
         message.setPpq(ppq);
         playMidi(message);
     });
-    if (ppq > lastGiven_ && isTickDependent()) {
+    if (ppq > lastGiven_ && actsOnTicks()) {
         lastGiven_ = ppq;
         layers_.advance(ppq, *this);
         updateStartTime();
@@ -90,7 +90,12 @@ void MidiEngine::processPpq(Ticks ppq, Ticks earliest) {
     }
 }
 
-bool MidiEngine::isTickDependent() const {
+bool MidiEngine::isTickDependent() {
+    const std::lock_guard<CriticalSection> guard(criticalSection_);
+    return actsOnTicks();
+}
+
+bool MidiEngine::actsOnTicks() const {
     return layers_.isRunning() ||
            std::any_of(machines_.begin(), machines_.end(), [](const TickMachine* each) { return each->isPlaying(); });
 }
@@ -118,7 +123,7 @@ std::int64_t MidiEngine::hostTimeOfTick() {
 
 bool MidiEngine::isBusy() {
     const std::lock_guard<CriticalSection> guard(criticalSection_);
-    return isTickDependent() || sounding_.places() > 0 || !pending_.isEmpty() || !pending_.inboxIsEmpty();
+    return actsOnTicks() || sounding_.places() > 0 || !pending_.isEmpty() || !pending_.inboxIsEmpty();
 }
 
 } // namespace Backend::MidiEngine
