@@ -62,9 +62,12 @@ std::optional<TakeQuestion> readTakeQuestion(std::string_view text) {
         text.find('\0') != text.npos) {
         return std::nullopt;
     }
-    return TakeQuestion{.list = false,
-                        .fromLast = number == 0 ? std::nullopt : std::optional(number),
-                        .target = Platform::pathOf(text)};
+    std::filesystem::path target = Platform::pathOf(text);
+    if (target.empty()) { // on Windows also for bytes that are no text
+        return std::nullopt;
+    }
+    return TakeQuestion{
+        .list = false, .fromLast = number == 0 ? std::nullopt : std::optional(number), .target = std::move(target)};
 }
 
 std::string textOf(const Result<TakeAnswer>& answer) {
