@@ -85,6 +85,12 @@ void JackPeer::sendAtOnce(std::vector<std::vector<std::uint8_t>> messages) {
     }
 }
 
+void JackPeer::forget() {
+    const std::lock_guard lock(mutex_);
+    sent_.clear();
+    received_.clear();
+}
+
 std::vector<JackPeer::Event> JackPeer::sent() const {
     const std::lock_guard lock(mutex_);
     return sent_;

@@ -32,6 +32,9 @@ public:
     void send(std::vector<std::vector<std::uint8_t>> messages, std::vector<std::int32_t> offsets);
     void sendAtOnce(std::vector<std::vector<std::uint8_t>> messages);
 
+    // Drops what was sent and received so far.
+    void forget();
+
     [[nodiscard]] std::vector<Event> sent() const;
     [[nodiscard]] std::vector<Event> received() const;
     // Periods in which the server was not in time, since the last call.
