@@ -2,6 +2,7 @@
 
 #include "core/FolderNames.h"
 #include "values/AttributeReading.h"
+#include "values/SectionFormat.h"
 #include "values/Words.h"
 #include "values/XmlWriter.h"
 
@@ -91,18 +92,9 @@ void writeOscillator(XmlWriter& xml, const Oscillator& oscillator) {
 } // namespace
 
 const ElementFormat& oscillatorsFormat() {
-    static const ElementFormat format = [] {
-        ElementFormat section;
-        section.name = "Oscillators";
-        section.meaning = "The oscillators, in order.";
-        section.attributes = {
-            AttributeFormat::presetOf("preset", FolderNames::oscillatorPresets,
-                                      "The preset that the section stands for."),
-            AttributeFormat::booleanOf("merge", false, "The oscillators are added to those that are there."),
-        };
-        section.children = {oscillatorFormat()};
-        return section;
-    }();
+    static const ElementFormat format =
+        sectionFormat("Oscillators", "The oscillators, in order.", FolderNames::oscillatorPresets,
+                      "The oscillators are added to those that are there.", {oscillatorFormat()});
     return format;
 }
 
@@ -130,9 +122,7 @@ void writeOscillators(std::ostream& out, int depth, const OscList& list) {
 }
 
 void writeOscillatorsReference(std::ostream& out, int depth, const OscList& list) {
-    XmlWriter xml(out, depth);
-    xml.begin("Oscillators").attribute("preset", list.presetName).attribute("merge", false).content();
-    xml.end();
+    writeSectionReference(out, depth, "Oscillators", list.presetName);
 }
 
 void writeOscillators(std::ostream& out, int depth, const OscList& list, const std::vector<OscId>& ids) {

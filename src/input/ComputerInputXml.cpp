@@ -3,6 +3,7 @@
 #include "core/FolderNames.h"
 #include "input/FunctionEntryXml.h"
 #include "values/AttributeReading.h"
+#include "values/SectionFormat.h"
 #include "values/XmlWriter.h"
 
 #include <ostream>
@@ -66,14 +67,12 @@ const ElementFormat& computerInputFormat() {
              AttributeFormat::booleanOf("global", true, "The key also counts while another program has the keyboard.")},
             {functionEntryFormat()});
         key.id = {"id"};
-        return element("ComputerInput", "What the keys of the computer keyboard do.",
-                       {AttributeFormat::presetOf("preset", FolderNames::computerInputPresets,
-                                                  "The preset that the section stands for."),
-                        AttributeFormat::booleanOf("merge", false, "The keys are added to those that are there."),
-                        AttributeFormat::booleanOf(
-                            "useKeyUpMod", false,
-                            "The up functions are those of the key with the modifiers held at its release.")},
-                       {std::move(key)});
+        ElementFormat section = sectionFormat("ComputerInput", "What the keys of the computer keyboard do.",
+                                              FolderNames::computerInputPresets,
+                                              "The keys are added to those that are there.", {std::move(key)});
+        section.attributes.push_back(AttributeFormat::booleanOf(
+            "useKeyUpMod", false, "The up functions are those of the key with the modifiers held at its release."));
+        return section;
     }();
     return format;
 }

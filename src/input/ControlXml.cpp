@@ -3,6 +3,7 @@
 #include "core/FolderNames.h"
 #include "input/ValueEventXml.h"
 #include "values/AttributeReading.h"
+#include "values/SectionFormat.h"
 
 #include <utility>
 
@@ -80,17 +81,9 @@ void writeControl(XmlWriter& xml, const Control& control) {
 } // namespace
 
 const ElementFormat& controlsFormat() {
-    static const ElementFormat format = [] {
-        ElementFormat section;
-        section.name = "Controls";
-        section.meaning = "The controls on screen.";
-        section.attributes = {
-            AttributeFormat::presetOf("preset", FolderNames::controlPresets, "The preset that the section stands for."),
-            AttributeFormat::booleanOf("merge", false, "The controls are added to those that are there."),
-        };
-        section.children = {controlFormat()};
-        return section;
-    }();
+    static const ElementFormat format =
+        sectionFormat("Controls", "The controls on screen.", FolderNames::controlPresets,
+                      "The controls are added to those that are there.", {controlFormat()});
     return format;
 }
 
@@ -118,9 +111,7 @@ void writeControls(std::ostream& out, int depth, const ControlMap& map) {
 }
 
 void writeControlsReference(std::ostream& out, int depth, const ControlMap& map) {
-    XmlWriter xml(out, depth);
-    xml.begin("Controls").attribute("preset", map.presetName).attribute("merge", false).content();
-    xml.end();
+    writeSectionReference(out, depth, "Controls", map.presetName);
 }
 
 void writeControls(std::ostream& out, int depth, const ControlMap& map, const std::vector<Cell>& cells) {

@@ -4,6 +4,7 @@
 #include "input/FunctionEntryXml.h"
 #include "input/ValueEventXml.h"
 #include "values/AttributeReading.h"
+#include "values/SectionFormat.h"
 
 #include <utility>
 
@@ -76,13 +77,7 @@ class SectionWriter final {
 public:
     SectionWriter(std::ostream& out, int depth) : out_(out), depth_(depth), xml_(out, depth) {}
 
-    void begin(const std::string& preset, bool merge) {
-        xml_.begin("Joystick");
-        if (!preset.empty()) {
-            xml_.attribute("preset", preset);
-        }
-        xml_.attribute("merge", merge).content();
-    }
+    void begin(bool merge) { xml_.begin("Joystick").attribute("merge", merge).content(); }
     void write(const AxisConfiguration& configuration) {
         xml_.begin("Axis")
             .attribute("joystick", configuration.axis.joystick)
@@ -114,18 +109,9 @@ private:
 } // namespace
 
 const ElementFormat& joystickFormat() {
-    static const ElementFormat format = [] {
-        ElementFormat section;
-        section.name = "Joystick";
-        section.meaning = "What the axes and buttons of the joysticks do.";
-        section.attributes = {
-            AttributeFormat::presetOf("preset", FolderNames::joystickPresets,
-                                      "The preset that the section stands for."),
-            AttributeFormat::booleanOf("merge", false, "The axes and buttons are added to those that are there."),
-        };
-        section.children = {axisFormat(), buttonFormat()};
-        return section;
-    }();
+    static const ElementFormat format =
+        sectionFormat("Joystick", "What the axes and buttons of the joysticks do.", FolderNames::joystickPresets,
+                      "The axes and buttons are added to those that are there.", {axisFormat(), buttonFormat()});
     return format;
 }
 
@@ -151,7 +137,7 @@ void readJoystick(const XmlElement& section, QelIF& qel, JoystickMap& map) {
 
 void writeJoystick(std::ostream& out, int depth, const JoystickMap& map) {
     SectionWriter writer(out, depth);
-    writer.begin({}, false);
+    writer.begin(false);
     for (const auto& [id, axis] : map.axes) {
         writer.write(axis);
     }
@@ -162,14 +148,12 @@ void writeJoystick(std::ostream& out, int depth, const JoystickMap& map) {
 }
 
 void writeJoystickReference(std::ostream& out, int depth, const JoystickMap& map) {
-    SectionWriter writer(out, depth);
-    writer.begin(map.presetName, false);
-    writer.end();
+    writeSectionReference(out, depth, "Joystick", map.presetName);
 }
 
 void writeJoystick(std::ostream& out, int depth, const JoystickMap& map, const JoystickSelection& selection) {
     SectionWriter writer(out, depth);
-    writer.begin({}, true);
+    writer.begin(true);
     for (const JoyAxisElementId& id : selection.axes) {
         if (const AxisConfiguration* axis = map.axes.find(id)) {
             writer.write(*axis);

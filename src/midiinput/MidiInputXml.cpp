@@ -3,6 +3,7 @@
 #include "core/FolderNames.h"
 #include "midiinput/TranslationFactory.h"
 #include "values/AttributeReading.h"
+#include "values/SectionFormat.h"
 #include "values/XmlWriter.h"
 
 #include <utility>
@@ -64,16 +65,8 @@ const ElementFormat& midiInputFormat() {
         event.children = {TranslationManagement::translationFormat()};
         event.children.front().oneChild = true;
         event.id = {"input", "channel", "midiEvent"};
-        ElementFormat section;
-        section.name = "MidiInput";
-        section.meaning = "What becomes of incoming MIDI messages.";
-        section.attributes = {
-            AttributeFormat::presetOf("preset", FolderNames::midiInputPresets,
-                                      "The preset that the section stands for."),
-            AttributeFormat::booleanOf("merge", false, "The messages are added to those that are there."),
-        };
-        section.children = {std::move(event)};
-        return section;
+        return sectionFormat("MidiInput", "What becomes of incoming MIDI messages.", FolderNames::midiInputPresets,
+                             "The messages are added to those that are there.", {std::move(event)});
     }();
     return format;
 }
@@ -117,12 +110,7 @@ void writeMidiInput(std::ostream& out, int depth, const MidiEventConfigurationMa
 }
 
 void writeMidiInputReference(std::ostream& out, int depth, const MidiEventConfigurationMap& map) {
-    XmlWriter xml(out, depth);
-    xml.begin("MidiInput")
-        .attribute("preset", std::string_view(map.presetName))
-        .attribute("merge", false)
-        .content()
-        .end();
+    writeSectionReference(out, depth, "MidiInput", map.presetName);
 }
 
 } // namespace Backend::MidiInput
