@@ -137,6 +137,7 @@ void DesktopGui::create(Platform::WindowHandle) {
         *shown.window,
         KeyCapture::Player{
             [&keys](const Key& key) { return keys.isMapped(key); },
+            [&keys](const Key& key) { return keys.isGlobal(key); },
             [&keys](const Key& key, bool repeat) { keys.press(key, repeat); },
             [&keys](const Key& key) { keys.release(key); }, [this] { shown_->window->panic(); },
             [this](std::uint32_t code, const QString& text) { shown_->window->keys().setLegend(code, text); }});

@@ -31,6 +31,7 @@ public:
     void takeIn();
     [[nodiscard]] MainWindow& window() { return *shown_->window; }
     [[nodiscard]] Models& models() { return *shown_->models; }
+    [[nodiscard]] KeyCapture& keys() { return *shown_->keys; }
 
     Gui::GdiManager& getGdiManager() override;
     Gui::Skinner& getSkinner() override;

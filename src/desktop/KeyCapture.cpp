@@ -236,7 +236,7 @@ void KeyCapture::globalKey(std::uint32_t scanCode, bool isDown) {
         }
     } else if (const auto held = down_.find(code); held != down_.end()) {
         player_.down(held->second, true);
-    } else if (player_.isMapped(key)) {
+    } else if (player_.isGlobal(key)) {
         down_.emplace(code, key);
         player_.down(key, false);
     }

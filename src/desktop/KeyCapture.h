@@ -25,6 +25,7 @@ class KeyCapture final : public QObject {
 public:
     struct Player {
         std::function<bool(const Key&)> isMapped;
+        std::function<bool(const Key&)> isGlobal; // mapped, and played while another program has the keyboard
         std::function<void(const Key&, bool repeat)> down;
         std::function<void(const Key&)> up;
         std::function<void()> panic;

@@ -153,6 +153,31 @@ TEST_F(DesktopKeys, AKeyIsEditedTriedUndoneAndRedone) {
     EXPECT_EQ(keyboard.selected(), static_cast<std::uint32_t>('Q'));
 }
 
+TEST_F(DesktopKeys, OnlyThoseThatAreGlobalPlayFromElsewhere) {
+    const auto local = [&](char code, bool global) {
+        Backend::ComputerInput::KeyConfiguration key = *rig.models().keys.find(Key(static_cast<std::uint32_t>(code)));
+        key.global = global;
+        rig.after([&] { rig.models().keys.put("scene", {key}); });
+    };
+    const auto elsewhere = [&](char code, bool down) {
+        std::uint32_t scan = 0;
+        while (Desktop::codeOfScanCode(scan) != static_cast<std::uint32_t>(code)) {
+            ++scan;
+        }
+        return rig.after([&] { rig.gui->keys().globalKey(scan, down); });
+    };
+    local('W', false);
+    EXPECT_EQ(elsewhere('Q', true), "") << "our window has the keyboard: it comes as an event";
+    QWidget* const nothing = nullptr;
+    rig.after([&] { QApplication::setActiveWindow(nothing); });
+    EXPECT_EQ(elsewhere('Q', true), "0 90 60 100");
+    EXPECT_EQ(elsewhere('W', true), "");
+    local('Q', false);
+    EXPECT_EQ(elsewhere('Q', true), "") << "it repeats";
+    EXPECT_EQ(elsewhere('Q', false), "0 80 60 100") << "what it began it ends";
+    EXPECT_EQ(elsewhere('W', false), "");
+}
+
 TEST_F(DesktopKeys, ScanCodesAreTakenByPlace) {
     // The key of Q on a US board, which types A on a French one.
     constexpr quint32 placeOfQ = 16 + 8;

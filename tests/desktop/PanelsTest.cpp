@@ -17,14 +17,12 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace {
 
@@ -180,62 +178,6 @@ TEST_F(DesktopPanels, NothingThatOneCanWorkIsNameless) {
     EXPECT_EQ(namelessIn(setup), "");
     Desktop::SaveDialog save(rig.models(), nullptr);
     EXPECT_EQ(namelessIn(save), "");
-}
-
-TEST_F(DesktopPanels, RandomHandsDoNoHarmAndEndInSilence) {
-    const char* const given = std::getenv("TEMBREL_RANDOM_SEED");
-    const unsigned seed = given != nullptr ? static_cast<unsigned>(std::atol(given)) : 20261121U;
-    const char* const longer = std::getenv("TEMBREL_RANDOM_CLICKS");
-    const int clicks = longer != nullptr ? std::atoi(longer) : 250;
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    const auto below = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
-    showAll();
-    for (int i = 0; i < clicks; ++i) {
-        rig.after([&] {
-            QList<QWidget*> all;
-            for (QWidget* const each : rig.window().findChildren<QWidget*>()) {
-                auto* const button = qobject_cast<QToolButton*>(each);
-                const bool opensMenu = button != nullptr && button->menu() != nullptr;
-                const QString name = each->accessibleName();
-                const bool opensDialog = name == "Set-up" || name == "Take" || name.startsWith("Close ");
-                if (each->isVisible() && each->isEnabled() && !opensMenu && !opensDialog &&
-                    qobject_cast<QComboBox*>(each) == nullptr) {
-                    all << each;
-                }
-            }
-            QWidget* const widget = all[below(static_cast<int>(all.size()))];
-            const QPoint from(below(std::max(1, widget->width())), below(std::max(1, widget->height())));
-            const QPoint to(below(std::max(1, widget->width())), below(std::max(1, widget->height())));
-            switch (below(6)) {
-            case 0:
-                QTest::keyClick(&rig.window(), static_cast<Qt::Key>(Qt::Key_A + below(26)));
-                break;
-            case 1: {
-                QWheelEvent wheel(from, widget->mapToGlobal(from), {}, {0, below(2) == 0 ? 120 : -120}, Qt::NoButton,
-                                  Qt::NoModifier, Qt::NoScrollPhase, false);
-                QApplication::sendEvent(widget, &wheel);
-                break;
-            }
-            case 2:
-                below(2) == 0 ? rig.models().edits.undo() : rig.models().edits.redo();
-                break;
-            default: {
-                const QPointer<QWidget> still = widget;
-                QTest::mousePress(widget, Qt::LeftButton, {}, from);
-                if (still) {
-                    QTest::mouseMove(widget, to);
-                }
-                if (still) {
-                    QTest::mouseRelease(widget, Qt::LeftButton, {}, to);
-                }
-            }
-            }
-        });
-    }
-    rig.after([&] { rig.gui->end(); });
-    rig.after([&] { rig.window().panic(); });
-    EXPECT_TRUE(rig.backend.player.sounding().empty());
 }
 
 } // namespace

@@ -31,6 +31,10 @@ bool KeysModel::isMapped(const Key& key) const {
     return found != nullptr && found->activePart().has_value();
 }
 
+bool KeysModel::isGlobal(const Key& key) const {
+    return isMapped(key) && find(key)->global;
+}
+
 QString KeysModel::shortText(const Key& key) const {
     if (const KeyConfiguration* const found = find(key)) {
         for (const FunctionEntry& entry : found->entries) {

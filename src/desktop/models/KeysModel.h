@@ -23,6 +23,8 @@ public:
     [[nodiscard]] const Backend::ComputerInput::KeyConfiguration* find(const Key& key) const { return map_.find(key); }
     // True when the key does something.
     [[nodiscard]] bool isMapped(const Key& key) const;
+    // ... also while another program has the keyboard, when global keys are on.
+    [[nodiscard]] bool isGlobal(const Key& key) const;
     // What the key does, in short for its face and in full for the help line; empty for nothing.
     [[nodiscard]] QString shortText(const Key& key) const;
     [[nodiscard]] QString longText(const Key& key) const;
