@@ -76,6 +76,16 @@ void ConfigurationSection::put(const std::vector<MidiEventConfiguration>& config
     tellWindow(midiEventsPutMessage, configurations);
 }
 
+void ConfigurationSection::remove(const std::vector<MidiEvent>& events) {
+    Map map = *map_;
+    for (const MidiEvent& event : events) {
+        map.remove(event);
+    }
+    replace(std::move(map));
+    isChanged_ = true;
+    tellWindow(midiEventsRemovedMessage, events);
+}
+
 void ConfigurationSection::loadPreset(const std::string& name) {
     Platform::Result<Map> loaded = presets_.load(name, *map_);
     if (!loaded) {

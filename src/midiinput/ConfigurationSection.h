@@ -24,6 +24,7 @@ namespace Backend::MidiInput {
 inline constexpr std::uint32_t midiEventsPutMessage = Platform::applicationMessage + 951;
 inline constexpr std::uint32_t midiInputLoadedMessage = Platform::applicationMessage + 952;
 inline constexpr std::uint32_t midiInputPresetLoadedMessage = Platform::applicationMessage + 953;
+inline constexpr std::uint32_t midiEventsRemovedMessage = Platform::applicationMessage + 956;
 
 // Starts empty. The map is replaced, never changed: who reads it keeps what he has. Each change is told to the window,
 // which gets copies of its own. [backend] but where marked
@@ -49,6 +50,9 @@ public:
 
     // Adds configurations or replaces those with their events. The window is posted the list (midiEventsPutMessage).
     void put(const std::vector<MidiEventConfiguration>& configurations);
+    // Takes configurations away, so that a more general one may be found in their place. The window is posted the list
+    // (midiEventsRemovedMessage).
+    void remove(const std::vector<MidiEvent>& events);
 
     // Presets, by name.
 

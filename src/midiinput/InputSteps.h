@@ -5,6 +5,7 @@
 #include "values/QelMidiMessage.h"
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace Backend::MidiInput {
@@ -23,5 +24,11 @@ struct InputSteps {
     std::optional<MidiEngine::QelMidiMessage> passedOn{}; // as it went on without a translation
     std::vector<MidiEngine::QelMidiMessage> ended{};      // Note Offs for what the key had started
 };
+
+// What would become of a message while no key is held. The configuration and the translations are those of the map.
+[[nodiscard]] InputSteps rehearse(const MidiEventConfigurationMap& map, const MidiEngine::QelMidiMessage& message);
+
+// What a look-up goes by: "its input and channel", "any input and channel"; empty for nothing.
+[[nodiscard]] std::string_view nameOf(Found found);
 
 } // namespace Backend::MidiInput

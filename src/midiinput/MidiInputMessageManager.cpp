@@ -13,11 +13,12 @@ enum class MidiInputMessageManager::Message : std::uint32_t {
     loadPreset,
     storePreset,
     deletePreset,
-    savePreset
+    savePreset,
+    remove = midiEventsRemovedMessage
 };
 
 MidiInputMessageManager::MidiInputMessageManager(ConfigurationSection& section, MessageManagerMaster& master)
-    : PresetMessageManager(master, Message::put, Message::savePreset, Message::storePreset), section_(section) {}
+    : PresetMessageManager(master, Message::put, Message::remove, Message::storePreset), section_(section) {}
 
 void MidiInputMessageManager::handleMessage(const Platform::ThreadMessage& message) {
     assert(currentThreadIsManagerThread());
@@ -28,6 +29,8 @@ void MidiInputMessageManager::handleMessage(const Platform::ThreadMessage& messa
     switch (static_cast<Message>(message.id)) {
     case Message::put:
         return section_.put(*takeCopy<std::vector<MidiEventConfiguration>>(w));
+    case Message::remove:
+        return section_.remove(*takeCopy<std::vector<MidiEvent>>(w));
     case Message::loadPreset:
         return section_.loadPreset(*takeCopy<std::string>(w));
     case Message::storePreset:
@@ -39,6 +42,10 @@ void MidiInputMessageManager::handleMessage(const Platform::ThreadMessage& messa
 
 void MidiInputMessageManager::postPut(std::vector<MidiEventConfiguration> configurations) {
     postValue(Message::put, std::move(configurations));
+}
+
+void MidiInputMessageManager::postRemove(std::vector<MidiEvent> events) {
+    postValue(Message::remove, std::move(events));
 }
 
 void MidiInputMessageManager::postLoadPreset(std::string name) {

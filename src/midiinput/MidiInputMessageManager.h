@@ -20,6 +20,7 @@ public:
     void handleMessage(const Platform::ThreadMessage& message) override;
 
     void postPut(std::vector<MidiEventConfiguration> configurations);
+    void postRemove(std::vector<MidiEvent> events);
     void postLoadPreset(std::string name);
 
 private:

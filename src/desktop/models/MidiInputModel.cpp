@@ -4,10 +4,8 @@
 #include "desktop/models/Models.h"
 #include "midiinput/ConfigurationSection.h"
 #include "midiinput/MidiInputMessageManager.h"
-#include "midiinput/TranslationFactory.h"
 
-#include <QStringList>
-#include <sstream>
+#include <utility>
 
 namespace Desktop {
 
@@ -21,58 +19,103 @@ MidiInputModel::MidiInputModel(Models& models) : models_(models) {
         map_ = std::move(map);
         emit changed();
     });
-    onCopy<std::vector<MidiEventConfiguration>>(midiEventsPutMessage,
-                                                [this](const std::vector<MidiEventConfiguration>& list) {
-                                                    for (const MidiEventConfiguration& each : list) {
-                                                        map_.store(each.event, each);
-                                                    }
-                                                    emit changed();
-                                                });
+    onCopy<std::vector<MidiEventConfiguration>>(
+        midiEventsPutMessage, [this](const std::vector<MidiEventConfiguration>& list) {
+            bool differs = false;
+            for (const MidiEventConfiguration& each : list) {
+                const MidiEventConfiguration* const known = map_.find(each.event);
+                if (!isOutdated(each.event) && (known == nullptr || !(*known == each))) {
+                    map_.store(each.event, each);
+                    differs = true;
+                }
+            }
+            if (differs) {
+                emit changed();
+            }
+        });
+    onCopy<std::vector<MidiEvent>>(midiEventsRemovedMessage, [this](const std::vector<MidiEvent>& list) {
+        bool differs = false;
+        for (const MidiEvent& each : list) {
+            differs = (!isOutdated(each) && map_.remove(each)) || differs;
+        }
+        if (differs) {
+            emit changed();
+        }
+    });
 }
 
-QString MidiInputModel::textOf(const MidiEvent& event) const {
-    QString text = QString::fromStdString(event.message.getEventNameWithCcAndNoteDetail());
-    if (event.message.isNote()) {
-        text.replace(0, 4, event.message.isNoteOn() ? tr("Note On") : tr("Note Off"));
+bool MidiInputModel::isOutdated(const MidiEvent& event) {
+    const auto found = posted_.find(event.getPacked());
+    if (found == posted_.end()) {
+        return false;
     }
-    text += ", " + (event.input == MidiEvent::ANY ? tr("any input") : models_.ports.inputName(event.input));
-    return text + ", " +
+    if (--found->second > 0) {
+        return true;
+    }
+    posted_.erase(found);
+    return false;
+}
+
+QString MidiInputModel::wayOf(const MidiEvent& event) const {
+    return (event.input == MidiEvent::ANY ? tr("any input") : models_.ports.inputName(event.input)) + ", " +
            (event.channel == MidiEvent::ANY ? tr("any channel") : tr("channel %1").arg(event.channel + 1));
 }
 
-QString MidiInputModel::textOf(const MidiEventConfiguration& configuration) {
-    std::ostringstream text;
-    for (const auto& translation : configuration.translations) {
-        if (translation) {
-            TranslationManagement::writeTranslation(text, 0, *translation);
-        }
-    }
-    return QString::fromStdString(text.str()).replace("\n\t", " ").replace("\n</", " </").trimmed();
+MidiInputModel::State MidiInputModel::stateOf(const MidiEvent& event) const {
+    const MidiEventConfiguration* const found = map_.find(event);
+    return {event, found != nullptr ? std::optional(*found) : std::nullopt};
 }
 
-std::optional<MidiEventConfiguration::Translations> MidiInputModel::translationsIn(const QString& text,
-                                                                                   QString& fault) {
-    MidiEventConfiguration::Translations translations;
-    for (const QString& line : text.split('\n', Qt::SkipEmptyParts)) {
-        auto translation = TranslationManagement::readTranslation(line.trimmed().toStdString());
-        if (!translation) {
-            fault = QString::fromStdString(translation.fault().text());
-            return std::nullopt;
-        }
-        translations.push_back(std::move(translation.value()));
-    }
-    return translations;
+void MidiInputModel::put(const QString& text, const MidiEventConfiguration& configuration, bool isGesture) {
+    constexpr int kind = 4000;
+    edit(text, {{configuration.event, configuration}}, isGesture ? models_.edits.keyFor(kind) : 0);
 }
 
-void MidiInputModel::put(const MidiEventConfiguration& configuration) {
-    const MidiEventConfiguration* const known = map_.find(configuration.event);
-    models_.edits.edit<MidiEventConfiguration>(tr("edit what a message does"),
-                                               known != nullptr ? *known : MidiEventConfiguration(configuration.event),
-                                               configuration, [this](const MidiEventConfiguration& now) {
-                                                   map_.store(now.event, now);
-                                                   models_.qel().getMidiInputMessageManager().postPut({now});
-                                                   emit changed();
-                                               });
+void MidiInputModel::remove(const MidiEvent& event) {
+    edit(tr("remove an incoming message"), {{event, std::nullopt}});
+}
+
+bool MidiInputModel::move(const MidiEvent& from, const MidiEvent& to) {
+    const MidiEventConfiguration* const found = map_.find(from);
+    if (found == nullptr || map_.find(to) != nullptr) {
+        return false;
+    }
+    MidiEventConfiguration moved = *found;
+    moved.event = to;
+    edit(tr("change an incoming message"), {{from, std::nullopt}, {to, std::move(moved)}});
+    return true;
+}
+
+void MidiInputModel::edit(const QString& text, States after, int key) {
+    States before;
+    for (const State& each : after) {
+        before.push_back(stateOf(each.event));
+    }
+    models_.edits.edit<States>(
+        text, std::move(before), std::move(after), [this](const States& states) { set(states); }, key);
+}
+
+void MidiInputModel::set(const States& states) {
+    std::vector<MidiEventConfiguration> stored;
+    std::vector<MidiEvent> removed;
+    for (const State& each : states) {
+        ++posted_[each.event.getPacked()];
+        if (each.configuration) {
+            map_.store(each.event, *each.configuration);
+            stored.push_back(*each.configuration);
+        } else {
+            map_.remove(each.event);
+            removed.push_back(each.event);
+        }
+    }
+    MidiInputMessageManager& backend = models_.qel().getMidiInputMessageManager();
+    if (!removed.empty()) {
+        backend.postRemove(std::move(removed));
+    }
+    if (!stored.empty()) {
+        backend.postPut(std::move(stored));
+    }
+    emit changed();
 }
 
 } // namespace Desktop

@@ -1,19 +1,14 @@
-// Chooses a function and edits its settings. The form comes from the settings' type: a new function has one at once.
+// Chooses a function and edits its settings.
 #pragma once
 
+#include "desktop/panels/ActionForm.h"
 #include "input/Function.h"
 
-#include <QComboBox>
-#include <QFormLayout>
-#include <QWidget>
-#include <functional>
 #include <memory>
 
 namespace Desktop {
 
-class Models;
-
-class FunctionForm final : public QWidget {
+class FunctionForm final : public ActionForm {
     Q_OBJECT
 
 public:
@@ -26,22 +21,12 @@ public:
         return function_;
     }
 
-signals:
-    void edited();
-
 private:
-    void choose(int index);
-    void build();
-    // Changes a copy of the function and puts it in the place of the function.
-    void change(const std::function<void(Backend::FunctionManagement::Function&)>& work);
+    void choose(const std::string& keyword) override;
+    void showSettings();
 
-    Models& models_;
-    QString role_;
-    QComboBox* kind_;
-    QWidget* fields_ = nullptr;
     std::shared_ptr<const Backend::FunctionManagement::Function> function_;
-
-    friend class FormBuilder;
+    std::unique_ptr<Backend::FunctionManagement::Function> draft_; // its copy, which the form changes
 };
 
 } // namespace Desktop

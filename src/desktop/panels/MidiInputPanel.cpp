@@ -1,34 +1,44 @@
 #include "desktop/panels/MidiInputPanel.h"
 
+#include "core/FolderNames.h"
 #include "core/QelIF.h"
 #include "desktop/Palette.h"
+#include "desktop/models/ActionTexts.h"
+#include "desktop/models/MessageTexts.h"
 #include "desktop/models/Models.h"
+#include "desktop/panels/MessageFields.h"
+#include "desktop/panels/TranslationForm.h"
+#include "desktop/panels/TryOut.h"
+#include "midiinput/IncomingMessage.h"
 #include "midiinput/MidiInputMessageManager.h"
-#include "midiinput/TranslationFactory.h"
 
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScrollArea>
 #include <algorithm>
-#include <sstream>
+#include <utility>
 
 namespace Desktop {
 
 using namespace Backend::MidiInput;
+using Backend::MidiEngine::MessageType;
+using Backend::MidiEngine::MidiMessage;
 using Backend::MidiEngine::QelMidiMessage;
 
 namespace {
 
-class KindFiller final : public TranslationManagement::TranslationEnumerator {
-public:
-    explicit KindFiller(QComboBox& box) : box_(box) {}
-    void addTranslation(std::string_view keyword, std::string_view displayName) override {
-        box_.addItem(QString::fromUtf8(displayName.data(), static_cast<qsizetype>(displayName.size())),
-                     QString::fromUtf8(keyword.data(), static_cast<qsizetype>(keyword.size())));
-    }
+constexpr int lampMilliseconds = 250;
 
-private:
-    QComboBox& box_;
-};
+QString whatItDoes(const MidiEventConfiguration& configuration, std::size_t place) {
+    const auto& translation = configuration.translations[place];
+    if (!translation) {
+        return QObject::tr("(this translation could not be read)");
+    }
+    const auto& condition = translation->getCondition();
+    const QString action = longTextOf(*translation, configuration.event);
+    return condition.isOff() ? action
+                             : conditionText(condition, configuration.event.message.getMessageType()) + " → " + action;
+}
 
 } // namespace
 
@@ -38,61 +48,30 @@ MidiInputPanel::MidiInputPanel(Models& models, QWidget* parent)
     learn_ = makeButton(tr("learn"), tr("Learn an incoming message"),
                         tr("The next message that arrives becomes a line of the table"), this);
     learn_->setCheckable(true);
+    connect(learn_, &QToolButton::toggled, this,
+            [this](bool on) { learn_->setText(on ? tr("waiting for a message…") : tr("learn")); });
     addHeadWidget(learn_);
-    table_ = new QTreeWidget(this);
-    table_->setHeaderLabels({tr("message"), tr("what it does")});
-    table_->setRootIsDecorated(false);
-    table_->setAccessibleName(tr("Incoming messages and what they do"));
-    table_->setStatusTip(tr("Choose a message to edit what it does; messages that are not here go to the layers"));
-    table_->setFocusPolicy(Qt::TabFocus);
-    table_->setMinimumSize(grid(70), grid(16));
-    body().addWidget(table_, 2);
-    auto* const row = new QHBoxLayout;
-    kind_ = new QComboBox(this);
-    kind_->setAccessibleName(tr("Kind of translation to add"));
-    kind_->setStatusTip(tr("What the message is to do, too"));
-    kind_->setFocusPolicy(Qt::TabFocus);
-    KindFiller filler(*kind_);
-    TranslationManagement::enumerateTranslations(filler);
-    row->addWidget(kind_, 1);
-    const auto button = [&](const QString& text, const QString& name, const QString& help) {
-        auto* const made = new QPushButton(text, this);
-        made->setAccessibleName(name);
-        made->setStatusTip(help);
-        made->setFocusPolicy(Qt::TabFocus);
-        row->addWidget(made);
-        return made;
-    };
-    auto* const add =
-        button(tr("add"), tr("Add the translation"), tr("Adds it, with its settings as they are at first"));
-    auto* const apply = button(tr("apply"), tr("Apply the translations"), tr("Takes over what was written below"));
-    body().addLayout(row);
-    text_ = new QPlainTextEdit(this);
-    text_->setAccessibleName(tr("Translations of the chosen message"));
-    text_->setStatusTip(tr("One translation a line, with its condition and its settings, as it is stored"));
-    text_->setFont(figureFont(0.95));
-    text_->setTabChangesFocus(true);
-    body().addWidget(text_, 1);
-    result_ = new QLabel(this);
-    result_->setObjectName("Dim");
-    result_->setWordWrap(true);
-    body().addWidget(result_);
-    connect(table_, &QTreeWidget::itemSelectionChanged, this, &MidiInputPanel::choose);
-    connect(apply, &QPushButton::clicked, this, &MidiInputPanel::store);
-    connect(add, &QPushButton::clicked, this, [this] {
-        const auto translation =
-            TranslationManagement::createDefaultTranslation(kind_->currentData().toString().toStdString());
-        if (translation && chosen_) {
-            MidiEventConfiguration one(*chosen_);
-            one.translations.push_back(translation->clone());
-            text_->appendPlainText(MidiInputModel::textOf(one));
-            store();
-        }
+    QToolButton* const add =
+        makeButton("+", tr("Add a message"), tr("Adds a line to the table, to be made the one that is wanted"), this);
+    connect(add, &QToolButton::clicked, this, &MidiInputPanel::addMessage);
+    addHeadWidget(add);
+    makeEmptyState();
+    parts_ = new QSplitter(Qt::Horizontal, this);
+    parts_->setChildrenCollapsible(false);
+    makeTable();
+    makeEditor();
+    body().addWidget(empty_, 1);
+    body().addWidget(parts_, 1);
+    lamp_.setSingleShot(true);
+    connect(&lamp_, &QTimer::timeout, this, [this] {
+        lit_.reset();
+        fillTable();
     });
-    connect(text_, &QPlainTextEdit::textChanged, this, &MidiInputPanel::tryOut);
     connect(&models.midiInput, &Model::changed, this, &MidiInputPanel::refresh);
+    connect(&models.ports, &Model::changed, this, &MidiInputPanel::fillTable);
+    connect(&models.playing, &PlayingModel::received, this, &MidiInputPanel::light);
     connect(&models.playing, &PlayingModel::received, this, &MidiInputPanel::learned);
-    setPresets({"MIDI Input Presets", [this] { return this->models().midiInput.map().presetName; },
+    setPresets({Backend::FolderNames::midiInputPresets, [this] { return this->models().midiInput.map().presetName; },
                 [this](const std::string& name) {
                     this->models().ask([name](Backend::QelIF& qel) { qel.loadMidiInputPreset(name); });
                 },
@@ -105,94 +84,326 @@ MidiInputPanel::MidiInputPanel(Models& models, QWidget* parent)
     refresh();
 }
 
-void MidiInputPanel::refresh() {
-    events_.clear();
-    for (const auto& [event, configuration] : models().midiInput.map()) {
-        events_.push_back(event);
-    }
-    if (chosen_ && std::find(events_.begin(), events_.end(), *chosen_) == events_.end()) {
-        events_.push_back(*chosen_);
-    }
-    std::sort(events_.begin(), events_.end());
-    const QSignalBlocker quiet(table_);
-    table_->clear();
-    for (const MidiEvent& event : events_) {
-        const MidiEventConfiguration* const configuration = models().midiInput.map().find(event);
-        auto* const item = new QTreeWidgetItem(
-            table_,
-            {models().midiInput.textOf(event),
-             configuration != nullptr ? MidiInputModel::textOf(*configuration).replace('\n', "   ") : QString()});
-        item->setSelected(chosen_ && event == *chosen_);
-    }
-    table_->resizeColumnToContents(0);
-    showPresetName();
-    choose();
+void MidiInputPanel::makeEmptyState() {
+    empty_ = new QWidget(this);
+    auto* const all = new QVBoxLayout(empty_);
+    all->setSpacing(grid(2));
+    all->addStretch(1);
+    auto* const text = new QLabel(
+        tr("What your MIDI devices send goes to the layers as it is.\n\n"
+           "Give a message something else to do: other notes, a controller, another program, a panel, the tempo. "
+           "Press learn and then a key or a knob of your device, or load a preset."),
+        empty_);
+    text->setObjectName("Dim");
+    text->setWordWrap(true);
+    text->setAlignment(Qt::AlignCenter);
+    all->addWidget(text);
+    auto* const row = new QHBoxLayout;
+    row->addStretch(1);
+    const auto button = [&](const QString& caption, const QString& name, const QString& help) {
+        auto* const made = new QPushButton(caption, empty_);
+        made->setAccessibleName(name);
+        made->setStatusTip(help);
+        made->setFocusPolicy(Qt::TabFocus);
+        row->addWidget(made);
+        return made;
+    };
+    QPushButton* const learn =
+        button(tr("learn a message"), tr("Learn the first message"), tr("Waits for a message from your device"));
+    connect(learn, &QPushButton::clicked, learn_, &QToolButton::toggle);
+    QPushButton* const add =
+        button(tr("add one by hand"), tr("Add the first message"), tr("Adds a line that you make what you want"));
+    connect(add, &QPushButton::clicked, this, &MidiInputPanel::addMessage);
+    connect(learn_, &QToolButton::toggled, learn,
+            [learn](bool on) { learn->setText(on ? tr("waiting for a message…") : tr("learn a message")); });
+    row->addStretch(1);
+    all->addLayout(row);
+    all->addStretch(1);
 }
 
-void MidiInputPanel::choose() {
-    const QList<QTreeWidgetItem*> selected = table_->selectedItems();
-    text_->setEnabled(!selected.isEmpty());
-    if (selected.isEmpty()) {
+void MidiInputPanel::makeTable() {
+    table_ = new QTreeWidget(parts_);
+    table_->setHeaderLabels({tr("message"), tr("from"), tr("what it does")});
+    table_->setAccessibleName(tr("Incoming messages and what they do"));
+    table_->setStatusTip(tr("Choose a message to edit what it does; messages that are not here go to the layers"));
+    table_->setFocusPolicy(Qt::TabFocus);
+    table_->setItemsExpandable(false);
+    table_->setRootIsDecorated(false);
+    table_->setIndentation(grid(3));
+    table_->setMinimumSize(grid(50), grid(20));
+    connect(table_, &QTreeWidget::currentItemChanged, this, &MidiInputPanel::chosenInTable);
+}
+
+void MidiInputPanel::makeEditor() {
+    auto* const scroll = new QScrollArea(parts_);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setFocusPolicy(Qt::NoFocus); // it follows the focus of what is in it
+    scroll->setMinimumHeight(grid(30));
+    editor_ = new QWidget(scroll);
+    auto* const all = new QVBoxLayout(editor_);
+    all->setContentsMargins(grid(2), 0, grid(2), 0);
+    all->setSpacing(grid(1));
+    const auto head = [&](const QString& caption) {
+        auto* const row = new QHBoxLayout;
+        auto* const title = new QLabel(caption, editor_);
+        title->setObjectName("PanelTitle");
+        row->addWidget(title);
+        row->addStretch(1);
+        all->addLayout(row);
+        return row;
+    };
+    const auto button = [&](QHBoxLayout* row, const QString& text, const QString& name, const QString& help,
+                            const std::function<void()>& work) {
+        auto* const made = makeButton(text, name, help, editor_);
+        connect(made, &QToolButton::clicked, this, work);
+        row->addWidget(made);
+        return made;
+    };
+    button(head(tr("Message")), "×", tr("Remove the message"), tr("Takes it out of the table: it goes to the layers"),
+           [this] { models().midiInput.remove(*chosen_); });
+    message_ = new MessageFields(models(), MessageFields::Shows::event, tr("of the message"), editor_);
+    connect(message_, &MessageFields::edited, this, &MidiInputPanel::moveMessage);
+    all->addWidget(message_);
+    QHBoxLayout* const row = head(tr("What it does"));
+    const auto swapWith = [this](std::size_t other) {
+        const std::size_t place = std::exchange(place_, other);
+        change(tr("order of translations"), [&](auto& list) { std::swap(list[place], list[other]); });
+    };
+    add_ = button(row, "+", tr("Add a translation"), tr("The message does one more thing"), [this] {
+        const MidiEventConfiguration* const now = chosen();
+        const std::size_t place = now == nullptr || now->translations.empty() ? 0 : place_ + 1;
+        place_ = place;
+        change(tr("add a translation"), [&](auto& list) {
+            list.insert(list.begin() + static_cast<std::ptrdiff_t>(place), TranslationForm::fresh());
+        });
+    });
+    copy_ = button(row, tr("copy"), tr("Copy the translation"), tr("One more like this, to be changed"), [this] {
+        const std::size_t place = place_++;
+        change(tr("copy a translation"), [&](auto& list) {
+            list.insert(list.begin() + static_cast<std::ptrdiff_t>(place), list[place]->clone());
+        });
+    });
+    earlier_ = button(row, "↑", tr("Translation earlier"), tr("It is done before the one above it"),
+                      [this, swapWith] { swapWith(place_ - 1); });
+    later_ = button(row, "↓", tr("Translation later"), tr("It is done behind the one below it"),
+                    [this, swapWith] { swapWith(place_ + 1); });
+    remove_ = button(row, "×", tr("Remove the translation"), tr("The message does this no longer"), [this] {
+        const std::size_t place = place_;
+        change(tr("remove a translation"),
+               [&](auto& list) { list.erase(list.begin() + static_cast<std::ptrdiff_t>(place)); });
+    });
+    form_ = new TranslationForm(models(), editor_);
+    connect(form_, &TranslationForm::edited, this, &MidiInputPanel::storeTranslation);
+    all->addWidget(form_);
+    hint_ = new QLabel(editor_);
+    hint_->setObjectName("Dim");
+    hint_->setWordWrap(true);
+    all->addWidget(hint_);
+    tryOut_ = new TryOut(models(), editor_);
+    all->addSpacing(grid(2));
+    all->addWidget(tryOut_);
+    all->addStretch(1);
+    scroll->setWidget(editor_);
+    parts_->setStretchFactor(0, 3);
+    parts_->setStretchFactor(1, 2);
+}
+
+// Beside each other where there is room for it.
+void MidiInputPanel::resizeEvent(QResizeEvent* event) {
+    PanelFrame::resizeEvent(event);
+    parts_->setOrientation(width() > grid(180) ? Qt::Horizontal : Qt::Vertical);
+}
+
+const MidiEventConfiguration* MidiInputPanel::chosen() {
+    return chosen_ ? models().midiInput.map().find(*chosen_) : nullptr;
+}
+
+QTreeWidgetItem* MidiInputPanel::itemOf(const Event& event) const {
+    const auto found = std::find(events_.begin(), events_.end(), event);
+    return found == events_.end() ? nullptr : table_->topLevelItem(static_cast<int>(found - events_.begin()));
+}
+
+void MidiInputPanel::refresh() {
+    fillTable();
+    showPresetName();
+    showChosen();
+}
+
+void MidiInputPanel::fillTable() {
+    const MidiEventConfigurationMap& map = models().midiInput.map();
+    std::vector<Event> events;
+    std::vector<std::size_t> counts;
+    for (const auto& [event, configuration] : map) {
+        events.push_back(event);
+    }
+    std::sort(events.begin(), events.end());
+    for (const Event& event : events) {
+        counts.push_back(map.find(event)->translations.size());
+    }
+    const QSignalBlocker quiet(table_);
+    if (events != events_ || counts != counts_) {
+        table_->clear();
+        for (const std::size_t count : counts) {
+            auto* const item = new QTreeWidgetItem(table_);
+            for (std::size_t i = 0; count > 1 && i < count; ++i) {
+                auto* const child = new QTreeWidgetItem(item);
+                child->setFirstColumnSpanned(true);
+            }
+            item->setExpanded(true);
+        }
+        events_ = std::move(events);
+        counts_ = std::move(counts);
+    }
+    for (const Event& event : events_) {
+        const MidiEventConfiguration& configuration = *map.find(event);
+        const std::size_t count = configuration.translations.size();
+        QTreeWidgetItem& item = *itemOf(event);
+        item.setText(0, kindText(event.message));
+        item.setText(1, models().midiInput.wayOf(event));
+        item.setText(2, count == 0 ? tr("goes on to the layers")
+                                   : (count == 1 ? whatItDoes(configuration, 0) : tr("%1 things").arg(count)));
+        item.setToolTip(2, item.text(2));
+        const bool isLit = lit_ && *lit_ == event;
+        item.setForeground(0, isLit ? Desktop::palette().green : Desktop::palette().text);
+        for (int i = 0; i < item.childCount(); ++i) {
+            item.child(i)->setText(0, whatItDoes(configuration, static_cast<std::size_t>(i)));
+        }
+    }
+    table_->resizeColumnToContents(0);
+    table_->resizeColumnToContents(1);
+    empty_->setVisible(events_.empty());
+    parts_->setVisible(!events_.empty());
+}
+
+void MidiInputPanel::showChosen() {
+    if (chosen() == nullptr) {
+        chosen_ = events_.empty() ? std::nullopt : std::optional(events_.front());
+        place_ = 0;
+    }
+    const MidiEventConfiguration* const now = chosen();
+    if (now == nullptr) {
         return;
     }
-    chosen_ = events_[static_cast<std::size_t>(table_->indexOfTopLevelItem(selected.front()))];
-    const MidiEventConfiguration* const configuration = models().midiInput.map().find(*chosen_);
-    const QString text = configuration != nullptr ? MidiInputModel::textOf(*configuration) : QString();
-    if (text != text_->toPlainText()) {
-        text_->setPlainText(text);
+    const std::size_t count = now->translations.size();
+    place_ = std::min(place_, count == 0 ? 0 : count - 1);
+    {
+        const QSignalBlocker quiet(table_);
+        QTreeWidgetItem* const item = itemOf(*chosen_);
+        table_->setCurrentItem(item->childCount() > 0 ? item->child(static_cast<int>(place_)) : item);
     }
+    message_->setEvent(*chosen_);
+    const bool isReadable = count > 0 && now->translations[place_] != nullptr;
+    form_->setVisible(isReadable);
+    hint_->setVisible(!isReadable);
+    if (isReadable) {
+        form_->setTranslation(*now->translations[place_], *chosen_);
+    } else {
+        hint_->setText(count == 0 ? tr("Nothing: it goes on to the layers, on the channel of the layer. + gives it "
+                                       "something to do.")
+                                  : tr("This translation could not be read; nothing is done in its place."));
+    }
+    copy_->setEnabled(isReadable);
+    earlier_->setEnabled(place_ > 0);
+    later_->setEnabled(place_ + 1 < count);
+    remove_->setEnabled(count > 0);
+    tryOut_->setEvent(*chosen_);
+}
+
+void MidiInputPanel::chosenInTable() {
+    QTreeWidgetItem* const item = table_->currentItem();
+    if (item == nullptr) {
+        return;
+    }
+    QTreeWidgetItem* const row = item->parent() != nullptr ? item->parent() : item;
+    chosen_ = events_[static_cast<std::size_t>(table_->indexOfTopLevelItem(row))];
+    place_ = item->parent() != nullptr ? static_cast<std::size_t>(row->indexOfChild(item)) : 0;
+    models().edits.endOfGesture();
+    showChosen();
 }
 
 void MidiInputPanel::learned(const QelMidiMessage& message) {
-    if (!learn_->isChecked() || static_cast<int>(message.getMessageType()) >= 0xF8) {
+    // Clocks and active sensing arrive all the time.
+    if (!learn_->isChecked() || message.getMessageType() >= MessageType::timingTick ||
+        message.getMessageType() == MessageType::systemExclusive) {
         return;
     }
     learn_->setChecked(false);
-    chosen_ = MidiEvent{MidiEvent::ANY, MidiEvent::ANY,
-                        Backend::MidiEngine::MidiMessage(message.getMessageType(), message.getD1())};
-    refresh();
+    const QelMidiMessage handled = asHandled(message);
+    const auto input = static_cast<std::uint8_t>(handled.getInput());
+    const auto channel = static_cast<std::uint8_t>(handled.getChannel());
+    open({input, hasChannel(handled.getMessageType()) ? channel : Event::ANY,
+          MidiMessage(handled.getMessageType(), handled.getD1())});
 }
 
-void MidiInputPanel::store() {
-    QString fault;
-    auto translations = MidiInputModel::translationsIn(text_->toPlainText(), fault);
-    if (!chosen_ || !translations) {
-        result_->setText(fault);
+void MidiInputPanel::light(const QelMidiMessage& message) {
+    const LookUp found = models().midiInput.map().lookUp(asHandled(message));
+    if (found.configuration == nullptr || !isVisible()) {
         return;
     }
-    MidiEventConfiguration configuration(*chosen_);
-    configuration.translations = std::move(*translations);
-    configuration.setQel(&models().qel());
-    models().midiInput.put(configuration);
+    lamp_.start(lampMilliseconds);
+    if (!lit_ || !(*lit_ == found.configuration->event)) {
+        lit_ = found.configuration->event;
+        fillTable();
+    }
 }
 
-// What the chosen message, with its second byte at 100, would send.
-void MidiInputPanel::tryOut() {
-    QString fault;
-    const auto translations = MidiInputModel::translationsIn(text_->toPlainText(), fault);
-    if (!chosen_ || !translations) {
-        result_->setText(fault);
-        return;
+void MidiInputPanel::open(const Event& event) {
+    models().edits.endOfGesture();
+    chosen_ = event;
+    place_ = 0;
+    if (models().midiInput.map().find(event) != nullptr) {
+        return showChosen();
     }
-    constexpr std::int8_t example = 100;
-    const Backend::MidiEngine::MidiMessage bare(chosen_->message.getMessageType(), chosen_->message.getD1(), example,
-                                                0);
-    const QelMidiMessage incoming(bare.getMessageType(), bare.getD1(), bare.getD2(), 0, -1, -1, 0, Backend::noTicks);
-    QStringList sent;
-    for (const auto& translation : *translations) {
-        if (!translation->getCondition().holdsFor(bare)) {
-            sent << tr("(its condition does not hold)");
-        } else if (const auto message = translation->getMidiMessage(incoming)) {
-            sent << QString::fromStdString(message->getMidiMessage().getEventNameWithCcAndNoteDetail()) + " " +
-                        QString::number(message->getD2());
-        } else {
-            sent << QString::fromStdString(translation->getName());
+    MidiEventConfiguration configuration(event);
+    configuration.translations.push_back(TranslationForm::fresh());
+    models().midiInput.put(tr("add an incoming message"), configuration);
+}
+
+void MidiInputPanel::addMessage() {
+    // The first note from C4 upward for which there is nothing.
+    constexpr int notes = 128;
+    for (int i = 0; i < notes; ++i) {
+        const Event event{Event::ANY, Event::ANY,
+                          MidiMessage(MessageType::noteOn, static_cast<std::int8_t>((60 + i) % notes))};
+        if (models().midiInput.map().find(event) == nullptr) {
+            return open(event);
         }
     }
-    result_->setText(tr("%1, %2 → %3")
-                         .arg(QString::fromStdString(bare.getEventNameWithCcAndNoteDetail()))
-                         .arg(example)
-                         .arg(sent.isEmpty() ? tr("nothing") : sent.join("; ")));
+}
+
+void MidiInputPanel::moveMessage() {
+    const Event from = *chosen_;
+    const Event to = message_->event();
+    if (from == to) {
+        return;
+    }
+    chosen_ = to;
+    if (!models().midiInput.move(from, to)) {
+        chosen_ = from;
+        message_->setEvent(from);
+        hint_->setText(tr("There is a line for that message already."));
+        hint_->show();
+    }
+}
+
+void MidiInputPanel::storeTranslation() {
+    const MidiEventConfiguration* const now = chosen();
+    if (now == nullptr || place_ >= now->translations.size()) {
+        return;
+    }
+    MidiEventConfiguration after = *now;
+    after.translations[place_] = form_->translation().clone();
+    models().midiInput.put(tr("edit what a message does"), after, true);
+}
+
+void MidiInputPanel::change(const QString& text, const std::function<void(Configuration::Translations&)>& work) {
+    if (const MidiEventConfiguration* const now = chosen()) {
+        MidiEventConfiguration after = *now;
+        work(after.translations);
+        models().midiInput.put(text, after);
+    }
 }
 
 } // namespace Desktop

@@ -2,16 +2,21 @@
 #pragma once
 
 #include "desktop/panels/PanelFrame.h"
-#include "midiinput/MidiEvent.h"
+#include "midiinput/MidiEventConfiguration.h"
 #include "values/QelMidiMessage.h"
 
-#include <QComboBox>
-#include <QPlainTextEdit>
+#include <QSplitter>
+#include <QTimer>
 #include <QTreeWidget>
+#include <functional>
 #include <optional>
 #include <vector>
 
 namespace Desktop {
+
+class MessageFields;
+class TranslationForm;
+class TryOut;
 
 class MidiInputPanel final : public PanelFrame {
     Q_OBJECT
@@ -19,20 +24,49 @@ class MidiInputPanel final : public PanelFrame {
 public:
     MidiInputPanel(Models& models, QWidget* parent);
 
-private:
-    void refresh();
-    void choose();
-    void store();
-    void tryOut();
-    void learned(const Backend::MidiEngine::QelMidiMessage& message);
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
-    QTreeWidget* table_;
+private:
+    using Configuration = Backend::MidiInput::MidiEventConfiguration;
+    using Event = Backend::MidiInput::MidiEvent;
+
+    void makeTable();
+    void makeEditor();
+    void makeEmptyState();
+    void refresh();
+    void fillTable();
+    void showChosen();
+    void chosenInTable();
+    void learned(const Backend::MidiEngine::QelMidiMessage& message);
+    void light(const Backend::MidiEngine::QelMidiMessage& message);
+    // Makes the event the chosen one; where there is nothing for it, it gets a translation that changes nothing.
+    void open(const Event& event);
+    void addMessage();
+    void moveMessage();
+    void storeTranslation();
+    // Changes a copy of the chosen configuration and puts it in the place of it.
+    void change(const QString& text, const std::function<void(Configuration::Translations&)>& work);
+    // What is chosen; null when nothing is.
+    [[nodiscard]] const Configuration* chosen();
+    [[nodiscard]] QTreeWidgetItem* itemOf(const Event& event) const;
+
     QToolButton* learn_;
-    QComboBox* kind_;
-    QPlainTextEdit* text_;
-    QLabel* result_;
-    std::vector<Backend::MidiInput::MidiEvent> events_; // by row
-    std::optional<Backend::MidiInput::MidiEvent> chosen_;
+    QWidget* empty_;
+    QSplitter* parts_;
+    QTreeWidget* table_;
+    QWidget* editor_;
+    MessageFields* message_;
+    QLabel* hint_;
+    TranslationForm* form_;
+    QToolButton *add_, *copy_, *earlier_, *later_, *remove_;
+    TryOut* tryOut_;
+    QTimer lamp_;                     // until the row of the last message goes dark
+    std::optional<Event> lit_;        // that row
+    std::vector<Event> events_;       // by row
+    std::vector<std::size_t> counts_; // of the translations of each row, as it is shown
+    std::optional<Event> chosen_;
+    std::size_t place_ = 0; // of the chosen translation
 };
 
 } // namespace Desktop

@@ -1,11 +1,9 @@
 #include "desktop/panels/PanelFrame.h"
 
-#include "core/QelIF.h"
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
-#include "platform/PathText.h"
+#include "desktop/models/PresetNames.h"
 
-#include <QDir>
 #include <QInputDialog>
 #include <QPainter>
 #include <utility>
@@ -96,17 +94,8 @@ void PanelFrame::savePreset(const std::string& name) {
 
 void PanelFrame::fillPresetMenu() {
     presetMenu_->clear();
-    const QDir folder(QString::fromStdString(Platform::textOf(models_.qel().getApplicationData())) + "/" +
-                      presets_.folder);
-    QStringList names;
-    for (const QString& file : folder.entryList({"*.pst"}, QDir::Files, QDir::Name)) {
-        names << file.chopped(4);
-    }
-    const QString builtIn = "000 - Default";
-    if (!names.contains(builtIn)) {
-        names.prepend(builtIn);
-    }
-    for (const QString& name : std::as_const(names)) {
+    const QStringList names = presetNames(models_, presets_.folder);
+    for (const QString& name : names) {
         QAction* const action = presetMenu_->addAction(name, this, [this, name] { loadPreset(name.toStdString()); });
         action->setCheckable(true);
         action->setChecked(name.toStdString() == presetName());
@@ -121,8 +110,8 @@ void PanelFrame::fillPresetMenu() {
     });
     QMenu* const remove = presetMenu_->addMenu(tr("Delete"));
     remove->setEnabled(presets_.remove != nullptr);
-    for (const QString& name : std::as_const(names)) {
-        if (folder.exists(name + ".pst")) {
+    for (const QString& name : names) {
+        if (isPresetFile(models_, presets_.folder, name)) {
             remove->addAction(name, this, [this, name] { presets_.remove(name.toStdString()); });
         }
     }

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <sstream>
-#include <string_view>
 
 namespace Host {
 
@@ -31,20 +30,8 @@ std::string sentText(const QelMidiMessage& message) {
     return text;
 }
 
-std::string_view foundText(Found found) {
-    switch (found) {
-    case Found::ofInputAndChannel:
-        return "configured for its input and channel: ";
-    case Found::ofInput:
-        return "configured for its input on any channel: ";
-    case Found::ofChannel:
-        return "configured for its channel of any input: ";
-    case Found::ofAny:
-        return "configured for any input and channel: ";
-    case Found::nothing:
-        break;
-    }
-    return "not configured";
+std::string foundText(Found found) {
+    return found == Found::nothing ? "not configured" : "configured for " + std::string(nameOf(found)) + ": ";
 }
 
 // The element of the translation without its brackets.
@@ -70,7 +57,7 @@ std::string conditionText(const InputSteps::Tried& tried, const QelMidiMessage& 
 std::string textOf(const InputSteps& steps, const std::string& input) {
     std::string text = input + ": " + textOf(steps.incoming.getMidiMessage()) + '\n';
     const auto add = [&text](const std::string& line) { text += "  " + line + '\n'; };
-    add(std::string(foundText(steps.lookUp.found)) +
+    add(foundText(steps.lookUp.found) +
         (steps.lookUp.configuration != nullptr ? steps.lookUp.configuration->event.message.toXmlString() : ""));
     for (const InputSteps::Tried& tried : steps.tried) {
         add(conditionText(tried, steps.incoming));

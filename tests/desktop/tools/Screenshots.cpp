@@ -7,6 +7,7 @@
 #include "desktop/panels/PanelFrame.h"
 #include "midiengine/Layer.h"
 #include "midiengine/ZoneMap.h"
+#include "midiinput/TranslationFactory.h"
 #include "values/SelectType.h"
 
 #include <QApplication>
@@ -15,8 +16,21 @@
 #include <QPixmap>
 #include <QPointer>
 #include <QToolButton>
+#include <initializer_list>
+#include <utility>
 
 namespace {
+
+// A configuration of an event, from its translations as they are stored.
+void translate(DesktopRig& rig, const char* message, std::initializer_list<const char*> translations) {
+    using namespace Backend::MidiInput;
+    MidiEventConfiguration configuration(
+        {MidiEvent::ANY, MidiEvent::ANY, Backend::MidiEngine::MidiMessage(std::string_view(message))});
+    for (const char* const each : translations) {
+        configuration.translations.push_back(std::move(TranslationManagement::readTranslation(each).value()));
+    }
+    rig.models().midiInput.put("scene", configuration);
+}
 
 // Something to look at: layers, zones, an oscillator, held notes.
 void furnish(DesktopRig& rig) {
@@ -43,6 +57,13 @@ void furnish(DesktopRig& rig) {
         rig.models().oscillators.add();
         rig.models().oscillators.play(0, true);
         rig.models().program.rename("Warm Split");
+        translate(rig, "Controller Change,1",
+                  {R"(<Translation condition="D2 gt 63"><ChangeTempo value="D2 +20"/></Translation>)"});
+        translate(rig, "Note On,48",
+                  {R"(<Translation condition="D2 ge 64"><MidiNoteOn zone="0" d1="D1 +12" d2="D2 -20"/></Translation>)",
+                   R"(<Translation condition="Off"><MidiNoteOn d1="D1 +7" d2="D2" channel="1"/></Translation>)",
+                   R"(<Translation condition="D2 lt 20"><ShowZone type="toggle"/></Translation>)"});
+        translate(rig, "Pitch Bend", {});
     });
     for (const char key : {'Q', 'E', 'T', 'Z'}) {
         rig.after([&] { rig.models().keys.press(Key(static_cast<std::uint32_t>(key)), false); });
