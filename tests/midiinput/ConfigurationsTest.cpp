@@ -200,6 +200,9 @@ protected:
         } else if (posted.id == midiEventsPutMessage) {
             told += ":" + std::to_string(Backend::takeCopy<std::vector<MidiEventConfiguration>>(posted.wParam)->size());
         }
+        if (posted.id == midiEventsRemovedMessage) {
+            told += ":" + std::to_string(Backend::takeCopy<std::vector<MidiEvent>>(posted.wParam)->size());
+        }
         told += " ";
     }
     // What the window was told since the last call.
@@ -258,6 +261,10 @@ TEST_F(ConfigurationSections, TakeWhatTheWindowPuts) {
     const auto calls = qel.takeCalls();
     ASSERT_EQ(calls.size(), 1U);
     EXPECT_EQ(calls[0].substr(0, 16), "playMidi(192 5 0");
+    sections.remove({event(255, 255, "Note On,60"), event(0, 0, "Note On,62")});
+    EXPECT_EQ(whatWindowSaw(), "956:2 ");
+    EXPECT_EQ(sections.map()->lookUp(message(0x90, 60)).found, Found::nothing);
+    EXPECT_EQ(sections.map()->size(), 1U) << "only the very event, not one that it is a case of";
 }
 
 // A program that names a preset means what the preset holds; it is written as that name only when asked to.

@@ -1,6 +1,7 @@
 #include "desktop/models/MidiInputModel.h"
 
 #include "core/QelIF.h"
+#include "desktop/models/MessageTexts.h"
 #include "desktop/models/Models.h"
 #include "midiinput/ConfigurationSection.h"
 #include "midiinput/MidiInputMessageManager.h"
@@ -56,9 +57,12 @@ bool MidiInputModel::isOutdated(const MidiEvent& event) {
     return false;
 }
 
-QString MidiInputModel::wayOf(const MidiEvent& event) const {
-    return (event.input == MidiEvent::ANY ? tr("any input") : models_.ports.inputName(event.input)) + ", " +
-           (event.channel == MidiEvent::ANY ? tr("any channel") : tr("channel %1").arg(event.channel + 1));
+QString MidiInputModel::textOf(const MidiEvent& event) const {
+    QString text = kindText(event.message);
+    if (event.input != MidiEvent::ANY) {
+        text += ", " + models_.ports.inputName(event.input);
+    }
+    return event.channel == MidiEvent::ANY ? text : text + ", " + tr("channel %1").arg(event.channel + 1);
 }
 
 MidiInputModel::State MidiInputModel::stateOf(const MidiEvent& event) const {

@@ -21,8 +21,8 @@ public:
     explicit MidiInputModel(Models& models);
 
     [[nodiscard]] const Backend::MidiInput::MidiEventConfigurationMap& map() const { return map_; }
-    // The way of an event in words: "any input, channel 1".
-    [[nodiscard]] QString wayOf(const Backend::MidiInput::MidiEvent& event) const;
+    // The event in words: "Note On C4", "Pitch Bend, In 1, channel 1".
+    [[nodiscard]] QString textOf(const Backend::MidiInput::MidiEvent& event) const;
 
     // Edits, which can be undone.
 

@@ -2,6 +2,7 @@
 
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/widgets/MenuBox.h"
 #include "input/HelpTexts.h"
 
 #include <QCompleter>
@@ -22,14 +23,12 @@ ActionForm::ActionForm(Models& models, const QString& name, QString role, QWidge
     : QWidget(parent), models_(models), role_(std::move(role)), all_(new QVBoxLayout(this)) {
     all_->setContentsMargins(0, 0, 0, 0);
     all_->setSpacing(grid(1));
-    list_ = new QComboBox(this);
+    list_ = makeMenu(name, tr("What happens; type to search"), this);
     list_->setEditable(true); // so that one can search by typing
     list_->setInsertPolicy(QComboBox::NoInsert);
     list_->completer()->setCompletionMode(QCompleter::PopupCompletion);
     list_->completer()->setFilterMode(Qt::MatchContains);
-    list_->setAccessibleName(name);
     list_->lineEdit()->setAccessibleName(name);
-    list_->setStatusTip(tr("What happens; type to search"));
     connect(list_, &QComboBox::activated, this, [this](int index) {
         models_.edits.endOfGesture();
         choose(list_->itemData(index).toString().toStdString());

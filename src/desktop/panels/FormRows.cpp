@@ -3,6 +3,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
 #include "desktop/models/PresetNames.h"
+#include "desktop/widgets/MenuBox.h"
 
 #include <QCompleter>
 #include <QLabel>
@@ -96,7 +97,7 @@ void FormRows::addNumber(const Label& label, int min, int max, int value, std::f
 }
 
 void FormRows::addMenu(const Label& label, const QStringList& items, int current, std::function<void(int)> set) {
-    auto* const box = new QComboBox(&fields_);
+    auto* const box = makeMenu({}, {}, &fields_);
     box->addItems(items);
     box->setCurrentIndex(current);
     QObject::connect(box, &QComboBox::activated, box,
@@ -256,7 +257,7 @@ void FormRows::add(const Label& label, TranslationSelection& value) {
 }
 
 void FormRows::addPreset(const Label& label, const QString& folder, std::string& value) {
-    auto* const box = new QComboBox(&fields_);
+    auto* const box = makeMenu({}, {}, &fields_);
     box->setEditable(true); // one may be named that is yet to be saved
     box->setInsertPolicy(QComboBox::NoInsert);
     box->addItems(presetNames(models_, folder));

@@ -3,6 +3,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/MessageTexts.h"
 #include "desktop/models/Models.h"
+#include "desktop/widgets/MenuBox.h"
 #include "desktop/widgets/NumberField.h"
 
 #include <QGridLayout>
@@ -21,10 +22,7 @@ MessageFields::MessageFields(Models& models, Shows shows, const QString& role, Q
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(grid(1));
     const auto menu = [&](const QString& name, const QString& help) {
-        auto* const box = new QComboBox(this);
-        box->setAccessibleName(name + " " + role);
-        box->setStatusTip(help);
-        box->setFocusPolicy(Qt::StrongFocus);
+        auto* const box = makeMenu(name + " " + role, help, this);
         connect(box, &QComboBox::activated, this, [this] {
             showKind();
             emit edited();

@@ -123,7 +123,7 @@ void MidiInputPanel::makeEmptyState() {
 
 void MidiInputPanel::makeTable() {
     table_ = new QTreeWidget(parts_);
-    table_->setHeaderLabels({tr("message"), tr("from"), tr("what it does")});
+    table_->setHeaderLabels({tr("message"), tr("what it does")});
     table_->setAccessibleName(tr("Incoming messages and what they do"));
     table_->setStatusTip(tr("Choose a message to edit what it does; messages that are not here go to the layers"));
     table_->setFocusPolicy(Qt::TabFocus);
@@ -138,9 +138,8 @@ void MidiInputPanel::makeEditor() {
     auto* const scroll = new QScrollArea(parts_);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setFocusPolicy(Qt::NoFocus); // it follows the focus of what is in it
-    scroll->setMinimumHeight(grid(30));
+    scroll->setMinimumSize(grid(84), grid(30));
     editor_ = new QWidget(scroll);
     auto* const all = new QVBoxLayout(editor_);
     all->setContentsMargins(grid(2), 0, grid(2), 0);
@@ -206,14 +205,15 @@ void MidiInputPanel::makeEditor() {
     all->addWidget(tryOut_);
     all->addStretch(1);
     scroll->setWidget(editor_);
-    parts_->setStretchFactor(0, 3);
-    parts_->setStretchFactor(1, 2);
+    parts_->setStretchFactor(0, 2);
+    parts_->setStretchFactor(1, 3);
 }
 
 // Beside each other where there is room for it.
 void MidiInputPanel::resizeEvent(QResizeEvent* event) {
     PanelFrame::resizeEvent(event);
     parts_->setOrientation(width() > grid(180) ? Qt::Horizontal : Qt::Vertical);
+    fillTable();
 }
 
 const MidiEventConfiguration* MidiInputPanel::chosen() {
@@ -260,11 +260,11 @@ void MidiInputPanel::fillTable() {
         const MidiEventConfiguration& configuration = *map.find(event);
         const std::size_t count = configuration.translations.size();
         QTreeWidgetItem& item = *itemOf(event);
-        item.setText(0, kindText(event.message));
-        item.setText(1, models().midiInput.wayOf(event));
-        item.setText(2, count == 0 ? tr("goes on to the layers")
+        item.setText(0, models().midiInput.textOf(event));
+        item.setText(1, count == 0 ? tr("goes on to the layers")
                                    : (count == 1 ? whatItDoes(configuration, 0) : tr("%1 things").arg(count)));
-        item.setToolTip(2, item.text(2));
+        item.setToolTip(0, item.text(0));
+        item.setToolTip(1, item.text(1));
         const bool isLit = lit_ && *lit_ == event;
         item.setForeground(0, isLit ? Desktop::palette().green : Desktop::palette().text);
         for (int i = 0; i < item.childCount(); ++i) {
@@ -272,7 +272,7 @@ void MidiInputPanel::fillTable() {
         }
     }
     table_->resizeColumnToContents(0);
-    table_->resizeColumnToContents(1);
+    table_->setColumnWidth(0, std::min(table_->columnWidth(0), table_->viewport()->width() / 2));
     empty_->setVisible(events_.empty());
     parts_->setVisible(!events_.empty());
 }

@@ -4,6 +4,7 @@
 #include "desktop/models/ActionTexts.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/SettingsForm.h"
+#include "desktop/widgets/MenuBox.h"
 #include "midiinput/TranslationFactory.h"
 
 #include <QHBoxLayout>
@@ -61,13 +62,11 @@ TranslationForm::TranslationForm(Models& models, QWidget* parent)
     auto* const caption = new QLabel(tr("When"), this);
     caption->setObjectName("Dim");
     row->addWidget(caption);
-    byte_ = new QComboBox(this);
-    byte_->setAccessibleName(tr("Condition of the translation"));
-    byte_->setStatusTip(tr("Whether it is always done, or when a byte of the incoming message compares so"));
-    operator_ = new QComboBox(this);
+    byte_ = makeMenu(tr("Condition of the translation"),
+                     tr("Whether it is always done, or when a byte of the incoming message compares so"), this);
+    operator_ = makeMenu(tr("Comparison of the condition"), tr("How the byte compares to the number"), this);
     operator_->addItems(comparisons());
-    operator_->setAccessibleName(tr("Comparison of the condition"));
-    operator_->setStatusTip(tr("How the byte compares to the number"));
+    operator_->setMinimumContentsLength(1);
     value_ = new NumberField(this);
     value_->setRange(-128, 127);
     value_->describe(tr("Number of the condition"), tr("Bytes count with a sign, from -128 to 127"));
@@ -76,7 +75,6 @@ TranslationForm::TranslationForm(Models& models, QWidget* parent)
     row->addWidget(value_);
     all().insertLayout(0, row);
     for (QComboBox* const each : {byte_, operator_}) {
-        each->setFocusPolicy(Qt::StrongFocus);
         connect(each, &QComboBox::activated, this, &TranslationForm::storeCondition);
     }
     value_->setFocusPolicy(Qt::StrongFocus);

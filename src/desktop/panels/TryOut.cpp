@@ -5,6 +5,7 @@
 #include "desktop/models/MessageTexts.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/MessageFields.h"
+#include "desktop/widgets/MenuBox.h"
 
 #include <QHBoxLayout>
 #include <QStringList>
@@ -34,10 +35,8 @@ TryOut::TryOut(Models& models, QWidget* parent) : QWidget(parent), models_(model
     title->setObjectName("PanelTitle");
     head->addWidget(title);
     head->addStretch(1);
-    examples_ = new QComboBox(this);
-    examples_->setAccessibleName(tr("Messages to try"));
-    examples_->setStatusTip(tr("A message to begin with; the fields below make any other of it"));
-    examples_->setFocusPolicy(Qt::StrongFocus);
+    examples_ =
+        makeMenu(tr("Messages to try"), tr("A message to begin with; the fields below make any other of it"), this);
     addExample(tr("the last that came in"), example(MessageType::noteOn, 60, 100));
     addExample(tr("a soft note"), example(MessageType::noteOn, 60, 30));
     addExample(tr("a loud note"), example(MessageType::noteOn, 60, 120));

@@ -1,6 +1,7 @@
 #include "desktop/widgets/ChoiceField.h"
 
 #include "desktop/Palette.h"
+#include "desktop/widgets/MenuBox.h"
 
 #include <QHBoxLayout>
 #include <algorithm>
@@ -12,17 +13,19 @@ ChoiceField::ChoiceField(std::vector<Choice> choices, QWidget* parent) : QWidget
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(grid(1));
-    menu_ = new QComboBox(this);
+    menu_ = makeMenu({}, {}, this);
     for (const Choice& each : choices_) {
         menu_->addItem(each.text);
     }
-    menu_->setFocusPolicy(Qt::StrongFocus);
     number_ = new NumberField(this);
     number_->setFocusPolicy(Qt::StrongFocus);
     row->addWidget(menu_, 1);
     row->addWidget(number_);
     setFocusProxy(menu_);
     connect(menu_, &QComboBox::activated, this, [this](int index) {
+        if (index == shown_) {
+            return; // it keeps its number
+        }
         showNumber(choices_[static_cast<std::size_t>(index)].number);
         emit chosen();
         emit letGo();
@@ -47,6 +50,7 @@ void ChoiceField::showNumber(int number) {
     if (menu_->currentIndex() < 0) {
         return;
     }
+    shown_ = menu_->currentIndex();
     const Choice& now = choices_[static_cast<std::size_t>(menu_->currentIndex())];
     number_->setVisible(now.hasNumber);
     if (now.hasNumber) {

@@ -42,6 +42,7 @@ private:
     std::vector<Choice> choices_;
     QComboBox* menu_;
     NumberField* number_;
+    int shown_ = -1; // the choice whose number is shown
 };
 
 } // namespace Desktop
