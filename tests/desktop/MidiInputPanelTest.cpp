@@ -188,12 +188,12 @@ TEST_P(ConditionsBy, Menus) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ConditionsBy,
-                         testing::Values(Compared{"AtLeastHolds", "the incoming velocity is", "≥", 64, 64, true},
-                                         Compared{"AtLeastFails", "the incoming velocity is", "≥", 64, 63, false},
-                                         Compared{"BytesHaveASign", "the incoming velocity is", ">", -1, 1, true},
-                                         Compared{"TheLowestNumber", "the incoming velocity is", "<", -128, 1, false},
-                                         Compared{"TheNote", "the incoming note is", "≠", 60, 64, false},
-                                         Compared{"TheSameNote", "the incoming note is", "=", 60, 64, true}),
+                         testing::Values(Compared{"AtLeastHolds", "incoming velocity", "≥", 64, 64, true},
+                                         Compared{"AtLeastFails", "incoming velocity", "≥", 64, 63, false},
+                                         Compared{"BytesHaveASign", "incoming velocity", ">", -1, 1, true},
+                                         Compared{"TheLowestNumber", "incoming velocity", "<", -128, 1, false},
+                                         Compared{"TheNote", "incoming note", "≠", 60, 64, false},
+                                         Compared{"TheSameNote", "incoming note", "=", 60, 64, true}),
                          [](const auto& param) { return std::string(param.param.name); });
 
 TEST_F(DesktopMidiInput, TheTryOutSaysWhichLookUpMatchedAndWhatIsSent) {

@@ -56,9 +56,7 @@ void ActionForm::build(int helpId, const std::function<void()>& changed, const s
     }
     const QString help = textOf(Backend::helpText(helpId));
     fields_->setStatusTip(help);
-    if (!help.isEmpty()) {
-        list_->setStatusTip(help);
-    }
+    list_->setStatusTip(help.isEmpty() ? tr("What happens; type to search") : help);
     all_->addWidget(fields_);
     fields_->show();
 }

@@ -180,7 +180,7 @@ int FormRows::addBytes(std::vector<Choice>& choices) const {
     const int place = static_cast<int>(choices.size());
     const ByteNames names = incomingNames(incoming_);
     for (const QString& name : {names.d1, names.d2}) {
-        choices.push_back(numbered(QObject::tr("the incoming %1").arg(name), -127, 127, 0, withSign));
+        choices.push_back(numbered(QObject::tr("incoming %1").arg(name), -127, 127, 0, withSign));
     }
     return place;
 }

@@ -157,6 +157,9 @@ void MidiInputPanel::makeEditor() {
                             const std::function<void()>& work) {
         auto* const made = makeButton(text, name, help, editor_);
         connect(made, &QToolButton::clicked, this, work);
+        if (text.size() == 1) {
+            made->setFixedWidth(grid(7));
+        }
         row->addWidget(made);
         return made;
     };
@@ -266,7 +269,7 @@ void MidiInputPanel::fillTable() {
         item.setToolTip(0, item.text(0));
         item.setToolTip(1, item.text(1));
         const bool isLit = lit_ && *lit_ == event;
-        item.setForeground(0, isLit ? Desktop::palette().green : Desktop::palette().text);
+        item.setData(0, Qt::ForegroundRole, isLit ? QVariant(Desktop::palette().green) : QVariant());
         for (int i = 0; i < item.childCount(); ++i) {
             item.child(i)->setText(0, whatItDoes(configuration, static_cast<std::size_t>(i)));
         }

@@ -136,7 +136,7 @@ void TranslationForm::showCondition() {
     const MidiTranslationCondition& condition = draft_->getCondition();
     const ByteNames names = incomingNames(event_.message.getMessageType());
     byte_->clear();
-    byte_->addItems({tr("always"), tr("the incoming %1 is").arg(names.d1), tr("the incoming %1 is").arg(names.d2)});
+    byte_->addItems({tr("always"), tr("incoming %1").arg(names.d1), tr("incoming %1").arg(names.d2)});
     byte_->setCurrentIndex(static_cast<int>(condition.getByte()));
     operator_->setCurrentIndex(static_cast<int>(condition.getOperator()));
     value_->setRange(std::min(-128, condition.getValue()), std::max(127, condition.getValue()));

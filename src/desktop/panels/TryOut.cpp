@@ -34,7 +34,6 @@ TryOut::TryOut(Models& models, QWidget* parent) : QWidget(parent), models_(model
     auto* const title = new QLabel(tr("Try it"), this);
     title->setObjectName("PanelTitle");
     head->addWidget(title);
-    head->addStretch(1);
     examples_ =
         makeMenu(tr("Messages to try"), tr("A message to begin with; the fields below make any other of it"), this);
     addExample(tr("the last that came in"), example(MessageType::noteOn, 60, 100));
@@ -45,7 +44,7 @@ TryOut::TryOut(Models& models, QWidget* parent) : QWidget(parent), models_(model
     addExample(tr("the pedal goes down"), example(MessageType::controllerChange, 64, 127));
     addExample(tr("the bend wheel in the middle"), example(MessageType::pitchBend, 0, 64));
     addExample(tr("another program"), example(MessageType::programChange, 5, 0));
-    head->addWidget(examples_);
+    head->addWidget(examples_, 1);
     all->addLayout(head);
     message_ = new MessageFields(models, MessageFields::Shows::message, tr("to try"), this);
     all->addWidget(message_);
