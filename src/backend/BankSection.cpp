@@ -16,14 +16,15 @@ namespace Backend {
 using Platform::Outcome;
 using Platform::Result;
 
-namespace {
-
-Result<BankText> readBankText(const std::filesystem::path& file) {
-    Result<std::string> text = Platform::readWholeFile(file, Platform::maxXmlBytes);
-    return text ? BankText::of(std::move(text.value()), Platform::textOf(file)) : text.fault();
+Result<BankText> BankSection::asItIs() const {
+    Result<std::string> text = Platform::readWholeFile(path_, Platform::maxXmlBytes);
+    if (!text) {
+        return text.fault();
+    }
+    // What has been looked at once is not looked at again.
+    return bank_ && bank_->text() == text.value() ? Result<BankText>(*bank_)
+                                                  : BankText::of(std::move(text.value()), Platform::textOf(path_));
 }
-
-} // namespace
 
 void BankSection::takeIn(BankText bank) {
     names_.clear();
@@ -41,7 +42,8 @@ void BankSection::applySlot() {
 }
 
 void BankSection::load(const std::filesystem::path& file) {
-    Result<BankText> bank = readBankText(file);
+    Result<std::string> text = Platform::readWholeFile(file, Platform::maxXmlBytes);
+    Result<BankText> bank = text ? BankText::of(std::move(text.value()), Platform::textOf(file)) : text.fault();
     if (!bank) {
         reportFault_(bank.fault());
         return;
@@ -83,7 +85,7 @@ void BankSection::saveToBank(const std::filesystem::path& file, Platform::Window
 }
 
 Outcome BankSection::save(const std::filesystem::path& target, int slot) {
-    const Result<BankText> bank = readBankText(path_);
+    const Result<BankText> bank = asItIs();
     if (!bank) {
         return bank.fault();
     }
@@ -116,7 +118,7 @@ void BankSection::changeSize(int newSize) {
 }
 
 Outcome BankSection::resize(int newSize) {
-    const Result<BankText> bank = readBankText(path_);
+    const Result<BankText> bank = asItIs();
     if (!bank) {
         return bank.fault();
     }

@@ -50,6 +50,8 @@ public:
     void changeSize(int size);
 
 private:
+    // What the current bank's file holds now.
+    [[nodiscard]] Platform::Result<BankText> asItIs() const;
     [[nodiscard]] Platform::Outcome save(const std::filesystem::path& target, int slot);
     [[nodiscard]] Platform::Outcome resize(int size);
     // What the current bank's file now holds.

@@ -1,6 +1,5 @@
 #include "backend/BankText.h"
 
-#include "platform/XmlCheck.h"
 #include "platform/XmlDocument.h"
 
 #include <algorithm>
@@ -10,125 +9,62 @@ namespace Backend {
 
 using Platform::Fault;
 using Platform::Result;
+using Platform::XmlSpan;
 
 namespace {
 
-constexpr auto npos = std::string_view::npos;
+constexpr const char* emptyName = "Empty";
 constexpr std::string_view emptySlot = "<Program name=\"Empty\">\n</Program>\n";
-
-// The next piece of markup in a well-formed document.
-struct Markup {
-    enum class Kind { startTag, emptyElement, endTag, other };
-    Kind kind = Kind::other;
-    std::string_view name; // of tags
-    std::size_t begin = 0;
-    std::size_t end = 0;
-};
-
-std::size_t endOfTag(std::string_view text, std::size_t at) {
-    char quote = 0;
-    for (; text[at] != '>' || quote != 0; ++at) {
-        if (quote != 0) {
-            quote = text[at] == quote ? '\0' : quote;
-        } else if (text[at] == '"' || text[at] == '\'') {
-            quote = text[at];
-        }
-    }
-    return at + 1;
-}
-
-std::size_t behind(std::string_view text, std::string_view end, std::size_t from) {
-    return text.find(end, from) + end.size();
-}
-
-// From `at` on; at the end of the text: a piece of no length.
-Markup nextMarkup(std::string_view text, std::size_t at) {
-    Markup piece;
-    piece.begin = text.find('<', at);
-    if (piece.begin == npos) {
-        piece.begin = piece.end = text.size();
-        return piece;
-    }
-    const std::string_view rest = text.substr(piece.begin);
-    if (rest.starts_with("<!--")) {
-        piece.end = behind(text, "-->", piece.begin + 4);
-    } else if (rest.starts_with("<![CDATA[")) {
-        piece.end = behind(text, "]]>", piece.begin);
-    } else if (rest.starts_with("<?")) {
-        piece.end = behind(text, "?>", piece.begin);
-    } else {
-        const bool closes = rest.starts_with("</");
-        const std::size_t nameAt = closes ? 2 : 1;
-        piece.end = endOfTag(text, piece.begin);
-        piece.name = rest.substr(nameAt, rest.find_first_of(" \t\r\n/>", nameAt) - nameAt);
-        piece.kind = closes                       ? Markup::Kind::endTag
-                     : text[piece.end - 2] == '/' ? Markup::Kind::emptyElement
-                                                  : Markup::Kind::startTag;
-    }
-    return piece;
-}
 
 bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
+// The "name" in a start tag that has been checked.
+std::string nameIn(std::string_view startTag) {
+    std::string tag(startTag);
+    if (tag[tag.size() - 2] != '/') {
+        tag.insert(tag.size() - 1, "/");
+    }
+    const Result<Platform::XmlElement> parsed = Platform::parseXml(tag, {});
+    const std::string* const name = parsed ? parsed.value().attribute("name") : nullptr;
+    return name != nullptr ? *name : std::string();
+}
+
 } // namespace
 
-Result<BankText> BankText::of(std::string text, const std::string& name) {
-    const Result<Platform::CheckedXml> checked = Platform::checkXml(text, name);
+Result<BankText> BankText::of(std::string text, const std::string& file) {
+    BankText bank(std::move(text), file);
+    const Result<Platform::CheckedXml> checked = Platform::checkXml(bank.text_, file);
     if (!checked) {
         return checked.fault();
     }
-    const int rootLine = checked.value().startLines.front();
-    BankText bank(std::move(text), name);
-    bank.findElements();
-    if (bank.rootName_ != "Bank") {
-        return Fault{name, rootLine, "the root element is <" + bank.rootName_ + ">, not <Bank>"};
+    const Platform::CheckedXml& xml = checked.value();
+    if (xml.rootName != "Bank") {
+        return Fault{file, xml.startLines.front(),
+                     "the root element is <" + std::string(xml.rootName) + ">, not <Bank>"};
     }
-    if (bank.programs_.empty()) {
-        return Fault{name, rootLine, "there is no <Program>"};
+    for (const Platform::XmlTopElement& each : xml.topElements) {
+        if (each.name == "Program") {
+            const XmlSpan tag = each.startTag;
+            bank.slots_.push_back(
+                {each.element, nameIn(std::string_view(bank.text_).substr(tag.begin, tag.end - tag.begin))});
+        }
     }
+    if (bank.slots_.empty()) {
+        return Fault{file, xml.startLines.front(), "there is no <Program>"};
+    }
+    bank.endTag_ = xml.rootEndTag;
     return bank;
 }
 
-void BankText::findElements() {
-    int depth = 0;
-    std::size_t begin = npos; // of the program that is open
-    for (Markup piece = nextMarkup(text_, 0); piece.begin != piece.end; piece = nextMarkup(text_, piece.end)) {
-        const bool isProgram = depth == 1 && piece.name == "Program";
-        switch (piece.kind) {
-        case Markup::Kind::startTag:
-            rootName_ = depth == 0 ? piece.name : std::string_view(rootName_);
-            begin = isProgram ? piece.begin : begin;
-            ++depth;
-            break;
-        case Markup::Kind::emptyElement:
-            rootName_ = depth == 0 ? piece.name : std::string_view(rootName_);
-            if (isProgram) {
-                programs_.push_back({piece.begin, piece.end});
-            }
-            break;
-        case Markup::Kind::endTag:
-            --depth;
-            if (depth == 1 && begin != npos) {
-                programs_.push_back({begin, piece.end});
-                begin = npos;
-            } else if (depth == 0) {
-                endTag_ = {piece.begin, piece.end};
-            }
-            break;
-        case Markup::Kind::other:
-            break;
-        }
-    }
-}
-
 std::string_view BankText::program(std::size_t slot) const {
-    return std::string_view(text_).substr(programs_[slot].begin, programs_[slot].end - programs_[slot].begin);
+    const XmlSpan element = slots_[slot].element;
+    return std::string_view(text_).substr(element.begin, element.end - element.begin);
 }
 
-BankText::Span BankText::linesOf(Span element) const {
-    Span lines = element;
+XmlSpan BankText::linesOf(XmlSpan element) const {
+    XmlSpan lines = element;
     while (lines.begin > 0 && isBlank(text_[lines.begin - 1])) {
         --lines.begin;
     }
@@ -147,7 +83,7 @@ BankText::Span BankText::linesOf(Span element) const {
 
 std::string BankText::withLineEnds(std::string_view lines) const {
     const std::size_t first = text_.find('\n');
-    if (first == npos || first == 0 || text_[first - 1] != '\r') {
+    if (first == std::string::npos || first == 0 || text_[first - 1] != '\r') {
         return std::string(lines);
     }
     std::string text;
@@ -157,65 +93,78 @@ std::string BankText::withLineEnds(std::string_view lines) const {
     return text;
 }
 
-template <typename Kept>
-Result<BankText> BankText::composed(std::string text, std::size_t size, const Kept& kept) const {
+Result<BankText> BankText::withText(std::string text) const {
     // The least text that could have more elements than are read is looked at anew.
     constexpr std::size_t large = Platform::maxXmlElements * 4;
     if (text.size() > large) {
-        if (const Result<Platform::CheckedXml> checked = Platform::checkXml(text, name_); !checked) {
+        if (const Result<Platform::CheckedXml> checked = Platform::checkXml(text, file_); !checked) {
             return checked.fault();
         }
     }
-    BankText bank(std::move(text), name_);
-    bank.findElements();
-    bool isRight = bank.size() == size && bank.rootName_ == rootName_;
-    for (std::size_t slot = 0; isRight && slot < std::min(size, programs_.size()); ++slot) {
-        isRight = !kept(slot) || bank.program(slot) == program(slot);
-    }
-    return isRight ? Result<BankText>(std::move(bank))
-                   : Fault{name_, 0, "the bank cannot be changed without harm to other programs"};
-}
-
-std::string BankText::programName(std::size_t slot) const {
-    const std::string_view element = program(slot);
-    std::string tag(element.substr(0, endOfTag(element, 0)));
-    if (tag[tag.size() - 2] != '/') {
-        tag.insert(tag.size() - 1, "/");
-    }
-    const Result<Platform::XmlElement> parsed = Platform::parseXml(tag, name_);
-    const std::string* const programName = parsed ? parsed.value().attribute("name") : nullptr;
-    return programName != nullptr ? *programName : std::string();
+    return BankText(std::move(text), file_);
 }
 
 Result<BankText> BankText::withProgram(std::size_t slot, std::string_view program) const {
-    if (slot >= programs_.size()) {
-        return Fault{name_, 0,
-                     "there is no slot " + std::to_string(slot) + ", the bank has " + std::to_string(programs_.size()) +
+    if (slot >= slots_.size()) {
+        return Fault{file_, 0,
+                     "there is no slot " + std::to_string(slot) + ", the bank has " + std::to_string(slots_.size()) +
                          " programs"};
     }
-    const Result<BankText> alone = of("<Bank>\n" + std::string(program) + "</Bank>", name_);
+    const XmlSpan lines = linesOf(slots_[slot].element);
+    const bool beginsLine = lines.begin == 0 || text_[lines.begin - 1] == '\n';
+    constexpr std::string_view before = "<Bank>";
+    const std::string piece = withLineEnds((beginsLine ? "" : "\n") + std::string(program));
+    const Result<BankText> alone = of(std::string(before) + piece + "</Bank>", file_);
     if (!alone) {
         return alone.fault();
     }
-    const Span lines = linesOf(programs_[slot]);
-    const bool beginsLine = lines.begin == 0 || text_[lines.begin - 1] == '\n';
-    return composed(text_.substr(0, lines.begin) + withLineEnds((beginsLine ? "" : "\n") + std::string(program)) +
-                        text_.substr(lines.end),
-                    size(), [slot](std::size_t each) { return each != slot; });
+    if (alone.value().size() != 1) {
+        return Fault{file_, 0, "the bank cannot be changed without harm to other programs"};
+    }
+    std::string text;
+    text.reserve(text_.size() + piece.size());
+    text.append(text_, 0, lines.begin).append(piece).append(text_, lines.end);
+    Result<BankText> changed = withText(std::move(text));
+    if (changed) {
+        const std::size_t grown = lines.begin + piece.size() - lines.end; // wraps around when it has become less
+        const auto moved = [grown](XmlSpan span) { return XmlSpan{span.begin + grown, span.end + grown}; };
+        std::vector<Slot>& slots = changed.value().slots_;
+        slots = slots_;
+        slots[slot] = alone.value().slots_.front();
+        slots[slot].element.begin += lines.begin - before.size();
+        slots[slot].element.end += lines.begin - before.size();
+        std::for_each(slots.begin() + static_cast<std::ptrdiff_t>(slot) + 1, slots.end(),
+                      [&](Slot& each) { each.element = moved(each.element); });
+        changed.value().endTag_ = moved(endTag_);
+    }
+    return changed;
 }
 
 Result<BankText> BankText::withSize(std::size_t size) const {
-    const std::size_t cut = size < programs_.size() ? linesOf(programs_[size]).begin : linesOf(endTag_).begin;
-    std::string added;
+    const std::size_t cut = size < slots_.size() ? linesOf(slots_[size].element).begin : linesOf(endTag_).begin;
+    const std::string lineEnd = withLineEnds("\n");
+    const std::string slotText = withLineEnds(emptySlot);
+    if (size > slots_.size() && size - slots_.size() > Platform::maxXmlBytes / slotText.size()) {
+        return Fault{file_, 0, "a bank of " + std::to_string(size) + " programs would be too big"};
+    }
+    std::vector<Slot> slots(slots_.begin(),
+                            slots_.begin() + static_cast<std::ptrdiff_t>(std::min(size, slots_.size())));
+    std::string text = text_.substr(0, cut);
     if (cut > 0 && text_[cut - 1] != '\n') {
-        added += "\n";
+        text += lineEnd;
     }
-    for (std::size_t slot = programs_.size(); slot < size; ++slot) {
-        added += emptySlot;
+    while (slots.size() < size) {
+        slots.push_back({{text.size(), text.size() + slotText.size() - lineEnd.size()}, emptyName});
+        text += slotText;
     }
-    added += "</Bank>\n";
-    return composed(text_.substr(0, cut) + withLineEnds(added) + text_.substr(linesOf(endTag_).end), size,
-                    [](std::size_t) { return true; });
+    const XmlSpan endTag{text.size(), text.size() + std::string_view("</Bank>").size()};
+    text.append("</Bank>").append(lineEnd).append(text_, linesOf(endTag_).end);
+    Result<BankText> changed = withText(std::move(text));
+    if (changed) {
+        changed.value().slots_ = std::move(slots);
+        changed.value().endTag_ = endTag;
+    }
+    return changed;
 }
 
 } // namespace Backend

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Result.h"
+#include "platform/XmlCheck.h"
 
 #include <cstddef>
 #include <string>
@@ -19,39 +20,34 @@ public:
     [[nodiscard]] static Platform::Result<BankText> of(std::string text, const std::string& name);
 
     [[nodiscard]] const std::string& text() const { return text_; }
-    [[nodiscard]] std::size_t size() const { return programs_.size(); } // 1 or more
+    [[nodiscard]] std::size_t size() const { return slots_.size(); } // 1 or more
     // The element of a slot, from "<" to ">".
     [[nodiscard]] std::string_view program(std::size_t slot) const;
-    [[nodiscard]] std::string programName(std::size_t slot) const;
+    [[nodiscard]] const std::string& programName(std::size_t slot) const { return slots_[slot].name; }
 
-    // The bank with `program` in that slot: lines that end with "\n". A fault when there is no such slot, or when
-    // anything but that slot would be another.
+    // The bank with `program` in that slot: lines that end with "\n". A fault when there is no such slot, or when it is
+    // not exactly one program, since then other slots would be harmed.
     [[nodiscard]] Platform::Result<BankText> withProgram(std::size_t slot, std::string_view program) const;
     // The bank with its first `size` programs, 1 or more, and empty ones behind those that there are.
     [[nodiscard]] Platform::Result<BankText> withSize(std::size_t size) const;
 
 private:
-    struct Span {
-        std::size_t begin = 0;
-        std::size_t end = 0;
+    struct Slot {
+        Platform::XmlSpan element;
+        std::string name;
     };
 
-    BankText(std::string text, std::string name) : text_(std::move(text)), name_(std::move(name)) {}
-    // Of a text that is well-formed.
-    void findElements();
+    BankText(std::string text, std::string file) : text_(std::move(text)), file_(std::move(file)) {}
     // With the white space around it that belongs to its lines, as far as nothing else stands in them.
-    [[nodiscard]] Span linesOf(Span element) const;
+    [[nodiscard]] Platform::XmlSpan linesOf(Platform::XmlSpan element) const;
     [[nodiscard]] std::string withLineEnds(std::string_view lines) const;
-    // A text put together from pieces of this one and from well-formed elements. `kept` says which slots have to be as
-    // they are here.
-    template <typename Kept>
-    [[nodiscard]] Platform::Result<BankText> composed(std::string text, std::size_t size, const Kept& kept) const;
+    // This bank with other text, whose slots and end tag are then the caller's to say; a fault when it is too large.
+    [[nodiscard]] Platform::Result<BankText> withText(std::string text) const;
 
     std::string text_;
-    std::string name_;
-    std::string rootName_;
-    std::vector<Span> programs_;
-    Span endTag_; // of the bank
+    std::string file_; // for faults
+    std::vector<Slot> slots_;
+    Platform::XmlSpan endTag_; // of the bank
 };
 
 } // namespace Backend

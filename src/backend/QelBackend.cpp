@@ -108,6 +108,7 @@ void QelBackend::initialize() {
     recorder_.start();
     std::error_code failure; // a folder that cannot be made is met again by whoever writes into it
     std::filesystem::create_directories(surroundings_.applicationData / FolderNames::retrospectiveRecord, failure);
+    FactoryFiles::removeLeftovers(surroundings_);
     FactoryFiles::copyMissingFolders(surroundings_);
     engine_.initialize(settings_.getDefaultMidiOutput(), settings_.getMidiThru());
     if (settings_.getDefaultBank().empty()) {

@@ -2,8 +2,10 @@
 
 #include "core/FolderNames.h"
 #include "core/QelUtils.h"
+#include "platform/SafeFiles.h"
 #include "platform/TemporaryName.h"
 
+#include <chrono>
 #include <system_error>
 
 namespace Backend {
@@ -27,7 +29,27 @@ void copyAll(const fs::path& from, const fs::path& to, std::error_code& failure)
     }
 }
 
+// Copies that a killed program began: one takes moments.
+void removeOldCopies(const fs::path& data) {
+    std::error_code failure;
+    for (fs::directory_iterator each(data, failure), end; !failure && each != end; each.increment(failure)) {
+        std::error_code ignored;
+        if (Platform::isNameForReplacement(each->path()) && fs::is_directory(each->symlink_status(ignored)) &&
+            fs::last_write_time(each->path(), ignored) < fs::file_time_type::clock::now() - std::chrono::hours(1)) {
+            fs::remove_all(each->path(), ignored);
+        }
+    }
+}
+
 } // namespace
+
+void FactoryFiles::removeLeftovers(const Surroundings& surroundings) {
+    const fs::path data = QelUtils::getQelAppDataDir(surroundings);
+    removeOldCopies(data);
+    for (const char* const folder : FolderNames::withFactoryContent) {
+        Platform::removeLeftovers(data / folder);
+    }
+}
 
 void FactoryFiles::copyMissingFolders(const Surroundings& surroundings) {
     const fs::path data = QelUtils::getQelAppDataDir(surroundings);
@@ -37,7 +59,7 @@ void FactoryFiles::copyMissingFolders(const Surroundings& surroundings) {
         if (source.empty() || fs::exists(data / folder, failure) || !fs::is_directory(source, failure)) {
             continue;
         }
-        const fs::path unfinished = Platform::temporaryNameBeside(data / folder);
+        const fs::path unfinished = Platform::nameForReplacement(data / folder);
         copyAll(source, unfinished, failure);
         if (!failure) {
             fs::rename(unfinished, data / folder, failure);

@@ -13,6 +13,9 @@ class FactoryFiles final {
 public:
     FactoryFiles() = delete;
 
+    // Removes what killed programs left half written in the folders and beside them. [any]
+    static void removeLeftovers(const Surroundings& surroundings);
+
     // Copies each of the folders that the user does not have. A folder appears whole or, when something fails, not at
     // all. [backend]
     static void copyMissingFolders(const Surroundings& surroundings);

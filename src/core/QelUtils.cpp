@@ -106,6 +106,7 @@ void QelUtils::install(const Surroundings& surroundings, bool withPort) {
 
 void QelUtils::uninstall(const Surroundings& surroundings) {
     const fs::path data = getQelAppDataDir(surroundings);
+    FactoryFiles::removeLeftovers(surroundings);
     for (const char* const folder : FolderNames::withFactoryContent) {
         removeFiles(surroundings, data, folder);
         removeIfEmpty(data / folder);

@@ -14,10 +14,10 @@ using MidiEngine::QelMidiMessage;
 namespace {
 
 constexpr int notSet = MidiSettingsType::NOT_SET;
+constexpr int highestByte = 127;
 
 std::int8_t dataByte(const MidiTranslationValue& value, const QelMidiMessage& incoming) {
-    constexpr int highest = 127;
-    return static_cast<std::int8_t>(std::clamp(value.evaluate(incoming.getMidiMessage()), 0, highest));
+    return static_cast<std::int8_t>(std::clamp(value.evaluate(incoming.getMidiMessage()), 0, highestByte));
 }
 
 } // namespace
@@ -27,6 +27,10 @@ std::vector<AttributeFormat> TranslationMidiForm::attributes(const Actions::Send
     formats.push_back(channelAttribute("channel", "The MIDI channel, counted from 0."));
     formats.push_back(Actions::attributeOf<MidiTranslationValue>("d1", "The first data byte."));
     formats.push_back(Actions::attributeOf<MidiTranslationValue>("d2", "The second data byte."));
+    for (auto number = formats.end() - 2; number != formats.end(); ++number) {
+        number->minimum = 0;
+        number->maximum = highestByte;
+    }
     return formats;
 }
 

@@ -13,9 +13,14 @@
 namespace Platform {
 
 // Writes a whole file in one step: readers and a crash at any moment see the old content or the new, whole and on
-// disk. The intermediate file stands beside the target and is gone afterwards. A target that is a symbolic link stays
-// one: the file it leads to is replaced. After a fault the target is as it was. [any]
+// disk. The intermediate file stands beside the target and is gone afterwards, and with it those of others that were
+// killed. A target that is a symbolic link stays one: the file it leads to is replaced. A target that nobody may write
+// is a fault. After a fault the target is as it was. [any]
 [[nodiscard]] Outcome replaceFile(const std::filesystem::path& target, std::string_view content);
+// Removes the intermediate files in a folder whose writers were killed; those of living ones stay. [any]
+void removeLeftovers(const std::filesystem::path& folder);
+// The same of one such file. [any]
+void removeIfAbandoned(const std::filesystem::path& leftover);
 
 // The whole content of a file of at most `maxBytes`; more is a fault. [any]
 [[nodiscard]] Result<std::string> readWholeFile(const std::filesystem::path& file, std::size_t maxBytes);

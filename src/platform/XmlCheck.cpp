@@ -5,12 +5,37 @@
 #include "platform/XmlDocument.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace Platform {
 namespace {
 
 constexpr bool isBlank(char c) noexcept {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+// One-byte characters, by what a pass over them asks.
+struct CharacterClasses {
+    std::array<bool, 256> isPlain{}; // without any meaning, wherever it stands
+    std::array<bool, 256> isName{};  // part of a name, though not always its first character
+};
+
+constexpr CharacterClasses classes = [] {
+    CharacterClasses made;
+    for (unsigned c = 0x20; c < 0x7F; ++c) {
+        made.isPlain[c] = std::string_view("<&]\"'-?").find(static_cast<char>(c)) == std::string_view::npos;
+        made.isName[c] = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+                         c == '-' || c == '.';
+    }
+    return made;
+}();
+
+constexpr bool isPlain(char c) noexcept {
+    return classes.isPlain[static_cast<unsigned char>(c)];
+}
+constexpr bool isOneByteOfName(char c) noexcept {
+    return classes.isName[static_cast<unsigned char>(c)];
 }
 
 // One pass over a document. Each step returns false after it has noted the reason; the line is where it stands.
@@ -21,8 +46,8 @@ public:
     bool checkDocument();
     const char* reason() const noexcept { return reason_; }
     int line() const noexcept { return line_; }
-    std::size_t bodyStart() const noexcept { return bodyStart_; }
-    std::vector<int>& startLines() noexcept { return startLines_; }
+    // What has been found, to be taken once.
+    CheckedXml& found() noexcept { return found_; }
 
 private:
     bool fail(const char* reason) noexcept {
@@ -30,11 +55,17 @@ private:
         return false;
     }
     bool isAtEnd() const noexcept { return at_ == text_.size(); }
+    bool isAt(char expected) const noexcept { return !isAtEnd() && text_[at_] == expected; }
     bool startsWith(std::string_view expected) const noexcept { return text_.substr(at_).starts_with(expected); }
     // Passes over characters already looked at that hold no line end.
     bool take(std::string_view expected) noexcept {
         const bool found = startsWith(expected);
         at_ += found ? expected.size() : 0;
+        return found;
+    }
+    bool take(char expected) noexcept {
+        const bool found = isAt(expected);
+        at_ += found ? 1 : 0;
         return found;
     }
     void takePlain() noexcept;  // characters without any meaning, as far as they go: most of a document
@@ -58,22 +89,23 @@ private:
     std::size_t at_ = 0;
     int line_ = 1;
     const char* reason_ = "";
-    std::size_t bodyStart_ = 0;
-    std::vector<int> startLines_;
+    CheckedXml found_;
     std::vector<std::string_view> openElements_;
     std::vector<std::string_view> attributes_; // of the tag at hand
 };
 
 void Checker::takePlain() noexcept {
-    for (; !isAtEnd(); ++at_) {
-        const char c = text_[at_];
-        const bool hasMeaning = c == '<' || c == '&' || c == ']' || c == '"' || c == '\'' || c == '-' || c == '?';
-        if (c == '\n') {
-            ++line_;
-        } else if (c < 0x20 || c == 0x7F || hasMeaning) {
-            return; // bytes of other characters are negative, or above all these
+    std::size_t at = at_;
+    for (;; ++at) {
+        while (at < text_.size() && isPlain(text_[at])) {
+            ++at;
         }
+        if (at == text_.size() || text_[at] != '\n') {
+            break;
+        }
+        ++line_;
     }
+    at_ = at;
 }
 
 bool Checker::takeBlanks() noexcept {
@@ -107,11 +139,14 @@ bool Checker::takeChar() noexcept {
 
 bool Checker::takeName(std::string_view& name) noexcept {
     const std::size_t start = at_;
-    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-    while (!isAtEnd() && isLetter(text_[at_])) {
-        ++at_;
-    }
     while (!isAtEnd()) {
+        if (at_ != start && isOneByteOfName(text_[at_])) {
+            ++at_;
+            continue;
+        }
+        if (at_ != start && static_cast<unsigned char>(text_[at_]) < 0x80) {
+            break;
+        }
         const CodePoint point = firstCodePoint(text_.substr(at_));
         if (point.length == 0) {
             return fail("is not UTF-8");
@@ -124,7 +159,7 @@ bool Checker::takeName(std::string_view& name) noexcept {
     if (at_ == start) {
         return fail("a name is missing");
     }
-    if (startsWith(":")) {
+    if (isAt(':')) {
         return fail("names with a colon (namespaces) are not supported");
     }
     name = text_.substr(start, at_ - start);
@@ -155,7 +190,7 @@ bool Checker::takeReference() noexcept {
         value =
             std::min<char32_t>(value * base + static_cast<unsigned>(isDigit ? c - '0' : small - 'a' + 10), 0x110000);
     }
-    if (!hasDigits || !take(";")) {
+    if (!hasDigits || !take(';')) {
         return fail("a character reference that is not understood");
     }
     return isXmlChar(value) || fail("a reference to a character that XML does not allow");
@@ -176,16 +211,16 @@ bool Checker::takeUpTo(std::string_view end, const char* missing) noexcept {
 bool Checker::checkDeclarationPart(std::string_view part, std::string_view& value) noexcept {
     take(part);
     takeBlanks();
-    if (!take("=")) {
+    if (!take('=')) {
         return fail("an XML declaration that is not understood");
     }
     takeBlanks();
-    const std::string_view quote = startsWith("'") ? "'" : "\"";
+    const char quote = isAt('\'') ? '\'' : '"';
     if (!take(quote)) {
         return fail("an XML declaration that is not understood");
     }
     const std::size_t start = at_;
-    if (!takeUpTo(quote, "an XML declaration that is not understood")) {
+    if (!takeUpTo({&quote, 1}, "an XML declaration that is not understood")) {
         return false;
     }
     value = text_.substr(start, at_ - start - 1);
@@ -232,7 +267,7 @@ bool Checker::checkDeclaration() noexcept {
 
 bool Checker::checkComment() noexcept {
     take("<!--");
-    return takeUpTo("--", "a comment without its end") && (take(">") || fail("\"--\" in a comment"));
+    return takeUpTo("--", "a comment without its end") && (take('>') || fail("\"--\" in a comment"));
 }
 
 bool Checker::checkInstruction() noexcept {
@@ -255,7 +290,7 @@ bool Checker::checkText() noexcept {
     if (openElements_.empty()) {
         return takeBlanks() || (takeChar() && fail("text outside the root element"));
     }
-    if (startsWith("&")) {
+    if (isAt('&')) {
         return takeReference();
     }
     if (startsWith("]]>")) {
@@ -284,11 +319,11 @@ bool Checker::checkAttribute() {
     }
     attributes_.push_back(name);
     takeBlanks();
-    if (!take("=")) {
+    if (!take('=')) {
         return fail("an attribute without its value");
     }
     takeBlanks();
-    const std::string_view quote = startsWith("'") ? "'" : "\"";
+    const char quote = isAt('\'') ? '\'' : '"';
     if (!take(quote)) {
         return fail("an attribute whose value is not quoted");
     }
@@ -300,27 +335,28 @@ bool Checker::checkAttribute() {
         if (take(quote)) {
             return true;
         }
-        if (startsWith("<")) {
+        if (isAt('<')) {
             return fail("\"<\" in an attribute");
         }
-        if (!(startsWith("&") ? takeReference() : takeChar())) {
+        if (!(isAt('&') ? takeReference() : takeChar())) {
             return false;
         }
     }
 }
 
 bool Checker::checkStartTag() {
-    if (openElements_.empty() && !startLines_.empty()) {
+    if (openElements_.empty() && !found_.startLines.empty()) {
         return fail("a second root element");
     }
     if (openElements_.size() == static_cast<std::size_t>(maxXmlDepth)) {
         return fail("elements nested too deep");
     }
-    if (startLines_.size() == maxXmlElements) {
+    if (found_.startLines.size() == maxXmlElements) {
         return fail("too many elements");
     }
-    startLines_.push_back(line_);
-    take("<");
+    found_.startLines.push_back(line_);
+    const std::size_t begin = at_;
+    take('<');
     std::string_view name;
     if (!takeName(name)) {
         return false;
@@ -328,11 +364,16 @@ bool Checker::checkStartTag() {
     attributes_.clear();
     for (;;) {
         const bool blanks = takeBlanks();
-        if (take("/>")) {
-            return true;
-        }
-        if (take(">")) {
-            openElements_.push_back(name);
+        const bool isWhole = take("/>");
+        if (isWhole || take('>')) {
+            if (openElements_.empty()) {
+                found_.rootName = name;
+            } else if (openElements_.size() == 1) {
+                found_.topElements.push_back({name, {begin, at_}, {begin, at_}});
+            }
+            if (!isWhole) {
+                openElements_.push_back(name);
+            }
             return true;
         }
         if (isAtEnd()) {
@@ -348,6 +389,7 @@ bool Checker::checkStartTag() {
 }
 
 bool Checker::checkEndTag() noexcept {
+    const std::size_t begin = at_;
     take("</");
     std::string_view name;
     if (!takeName(name)) {
@@ -358,11 +400,23 @@ bool Checker::checkEndTag() noexcept {
     }
     openElements_.pop_back();
     takeBlanks();
-    return take(">") || fail("a tag without its end");
+    if (!take('>')) {
+        return fail("a tag without its end");
+    }
+    if (openElements_.empty()) {
+        found_.rootEndTag = {begin, at_};
+    } else if (openElements_.size() == 1) {
+        found_.topElements.back().element.end = at_;
+    }
+    return true;
 }
 
 // At "<".
 bool Checker::checkMarkup() {
+    const char second = at_ + 1 < text_.size() ? text_[at_ + 1] : '\0';
+    if (second != '!' && second != '?') {
+        return second == '/' ? checkEndTag() : checkStartTag();
+    }
     if (startsWith("<!--")) {
         return checkComment();
     }
@@ -372,13 +426,7 @@ bool Checker::checkMarkup() {
     if (startsWith("<![CDATA[") && !openElements_.empty()) {
         return takeUpTo("]]>", "a CDATA section without its end");
     }
-    if (startsWith("<!")) {
-        return fail("a declaration that does not belong here");
-    }
-    if (startsWith("<?")) {
-        return checkInstruction();
-    }
-    return startsWith("</") ? checkEndTag() : checkStartTag();
+    return second == '?' ? checkInstruction() : fail("a declaration that does not belong here");
 }
 
 bool Checker::checkDocument() {
@@ -386,13 +434,13 @@ bool Checker::checkDocument() {
     if (startsWith("<?xml") && at_ + 5 < text_.size() && isBlank(text_[at_ + 5]) && !checkDeclaration()) {
         return false;
     }
-    bodyStart_ = at_;
+    found_.body = text_.substr(at_);
     while (!isAtEnd()) {
-        if (!(startsWith("<") ? checkMarkup() : checkText())) {
+        if (!(isAt('<') ? checkMarkup() : checkText())) {
             return false;
         }
     }
-    if (startLines_.empty()) {
+    if (found_.startLines.empty()) {
         return fail("no root element");
     }
     return openElements_.empty() || fail("the file ends inside an element");
@@ -408,7 +456,7 @@ Result<CheckedXml> checkXml(std::string_view text, const std::string& name) {
     if (!checker.checkDocument()) {
         return Fault{name, checker.line(), checker.reason()};
     }
-    return CheckedXml{text.substr(checker.bodyStart()), std::move(checker.startLines())};
+    return std::move(checker.found());
 }
 
 } // namespace Platform

@@ -1,5 +1,6 @@
 #include "values/AttributeFormat.h"
 
+#include "values/Cell.h"
 #include "values/Key.h"
 #include "values/MidiMessage.h"
 #include "values/Note.h"
@@ -102,8 +103,9 @@ bool hasRightForm(std::string_view text, const AttributeFormat& format) {
     return false;
 }
 
-bool isNumeric(AttributeKind kind) {
-    return kind == AttributeKind::integer || kind == AttributeKind::relativeFixed || kind == AttributeKind::select;
+bool isNumeric(AttributeKind kind, std::string_view text) {
+    return kind == AttributeKind::integer || kind == AttributeKind::relativeFixed || kind == AttributeKind::select ||
+           (kind == AttributeKind::translationValue && isDecimal(text));
 }
 
 std::string rangeOf(const AttributeFormat& format) {
@@ -128,11 +130,29 @@ std::optional<std::string> AttributeFormat::faultOf(std::string_view value) cons
     if (!hasRightForm(value, *this)) {
         return quoted(value) + " is not " + describeValues();
     }
-    const auto number = isNumeric(kind) ? readDecimal(value) : std::nullopt;
+    const auto number = isNumeric(kind, value) ? readDecimal(value) : std::nullopt;
     if (number && (*number < minimum || *number > maximum)) {
         return quoted(value) + " is not in the range " + rangeOf(*this);
     }
     return std::nullopt;
+}
+
+std::string AttributeFormat::normalised(std::string_view value) const {
+    const std::string_view text = hasRightForm(value, *this) ? value : defaultText;
+    switch (kind) {
+    case AttributeKind::integer:
+        return std::to_string(readDecimal(text).value_or(0));
+    case AttributeKind::word:
+        return std::string(words[static_cast<std::size_t>(placeOfWord(text).value_or(0))]);
+    case AttributeKind::cell:
+        return Cell::fromText(text).toXmlString();
+    case AttributeKind::midiEvent:
+        return Backend::MidiEngine::MidiMessage(text).toXmlString();
+    case AttributeKind::key:
+        return Key(text).getName();
+    default:
+        return std::string(text);
+    }
 }
 
 std::optional<std::int32_t> AttributeFormat::placeOfWord(std::string_view value) const noexcept {
@@ -173,7 +193,8 @@ std::string AttributeFormat::describeValues() const {
     case AttributeKind::key:
         return "a key like Shift F1";
     case AttributeKind::translationValue:
-        return (words.empty() ? "" : "one of " + joined(words) + " or ") + "a number or a data byte like D1 +12";
+        return (words.empty() ? "" : "one of " + joined(words) + " or ") + ranged("a number") +
+               " or a data byte like D1 +12";
     case AttributeKind::translationCondition:
         return "Off or a condition like D2 gt 63";
     case AttributeKind::text:

@@ -45,6 +45,8 @@ struct AttributeFormat {
 
     // What is wrong with a text, for a person; nothing when it is fine, as the default always is.
     [[nodiscard]] std::optional<std::string> faultOf(std::string_view value) const;
+    // The same text for all texts that are read as the same value. Of what has a fault: any.
+    [[nodiscard]] std::string normalised(std::string_view value) const;
     // The place of a text in the list of words, nothing when it is none of them.
     [[nodiscard]] std::optional<std::int32_t> placeOfWord(std::string_view value) const noexcept;
     // What the attribute may hold, for a person: "true or false", "0..127".

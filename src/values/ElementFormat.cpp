@@ -61,8 +61,7 @@ private:
         for (const std::string_view name : format.id) {
             const auto* const value = element.attribute(name);
             const auto text = value != nullptr ? std::string_view(*value) : format[name].defaultText;
-            const auto number = isDecimal(text) ? readDecimal(text) : std::nullopt;
-            id += " " + std::string(name) + "=\"" + (number ? std::to_string(*number) : std::string(text)) + "\"";
+            id += " " + std::string(name) + "=\"" + format[name].normalised(text) + "\"";
         }
         id += ">";
         const auto [first, isNew] = lines.try_emplace(id, element.line);

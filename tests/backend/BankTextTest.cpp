@@ -30,6 +30,23 @@ std::string resized(const std::string& bank, std::size_t size) {
     return changed ? changed.value().text() : changed.fault().text();
 }
 
+// What a change says of its slots is what is there to be read.
+void expectToBeAsRead(const Result<BankText>& changed) {
+    ASSERT_TRUE(changed) << changed.fault().text();
+    const BankText& bank = changed.value();
+    const Result<BankText> read = BankText::of(bank.text(), "b.bnk");
+    ASSERT_TRUE(read) << read.fault().text() << bank.text();
+    ASSERT_EQ(read.value().size(), bank.size()) << bank.text();
+    for (std::size_t slot = 0; slot < bank.size(); ++slot) {
+        EXPECT_EQ(read.value().program(slot), bank.program(slot)) << bank.text();
+        EXPECT_EQ(read.value().programName(slot), bank.programName(slot)) << bank.text();
+    }
+    const Result<BankText> one = bank.withSize(1);
+    const Result<BankText> oneRead = read.value().withSize(1);
+    ASSERT_TRUE(one && oneRead);
+    EXPECT_EQ(one.value().text(), oneRead.value().text());
+}
+
 TEST(BankText, OneProgramIsExchanged) {
     struct Row {
         const char* name;
@@ -119,6 +136,13 @@ TEST(BankText, GrowsAndShrinks) {
     }
 }
 
+TEST(BankText, DoesNotGrowBeyondWhatIsRead) {
+    for (const std::size_t size : {std::size_t{2'000'000}, std::size_t{0x7FFFFFFF}}) {
+        EXPECT_EQ(resized("<Bank>\n<Program/>\n</Bank>\n", size),
+                  "b.bnk: a bank of " + std::to_string(size) + " programs would be too big");
+    }
+}
+
 // Whatever the bank looks like, all but the slot stays, and the slot is what was put in.
 TEST(BankText, OtherProgramsStayByteForByte) {
     const auto pieces = std::to_array<const char*>({" ", "\n", "\r\n", "\t", "<!-- <Program> </Bank> -->",
@@ -155,7 +179,10 @@ TEST(BankText, OtherProgramsStayByteForByte) {
         }
         const Result<BankText> longer = after.value().withSize(size + 2);
         const Result<BankText> shorter = longer ? longer.value().withSize(slot + 1) : longer;
-        ASSERT_TRUE(shorter) << shorter.fault().text();
+        for (const Result<BankText>* const changed : {&after, &longer, &shorter}) {
+            expectToBeAsRead(*changed);
+        }
+        ASSERT_TRUE(shorter);
         EXPECT_EQ(shorter.value().program(slot), after.value().program(slot));
     }
 }

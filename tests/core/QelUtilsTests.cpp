@@ -7,6 +7,7 @@
 #include "support/MemorySettings.h"
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -142,6 +143,17 @@ TEST_F(Factory, FoldersThatTheUserHasStayAsTheyAre) {
     fs::remove_all(data);
     FactoryFiles::copyMissingFolders(surroundings);
     EXPECT_FALSE(fs::exists(data));
+}
+
+TEST_F(Factory, WhatKilledProgramsLeftIsRemovedAtTheNextStart) {
+    const char* const old = ".tmp-aaaaaaaaaaaaaaaa";
+    for (const char* const file : {".tmp-aaaaaaaaaaaaaaaa/1.seq", ".tmp-bbbbbbbbbbbbbbbb/1.seq", ".tmp-mine/1.seq",
+                                   "Banks/.tmp-cccccccccccccccc", "Banks/Mine.bnk"}) {
+        write(data / file, "half");
+    }
+    fs::last_write_time(data / old, fs::file_time_type::clock::now() - std::chrono::hours(2));
+    FactoryFiles::removeLeftovers(surroundings);
+    EXPECT_EQ(namesIn(data), ".tmp-bbbbbbbbbbbbbbbb/1.seq, .tmp-mine/1.seq, Banks/Mine.bnk");
 }
 
 TEST_F(Factory, FilesAreNeverOverwritten) {

@@ -5,6 +5,23 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace {
+
+// What a change says of its slots is what is there to be read.
+void expectToBeAsRead(const Platform::Result<Backend::BankText>& changed) {
+    const auto read = Backend::BankText::of(changed.value().text(), "fuzz");
+    bool isSame = read && read.value().size() == changed.value().size();
+    for (std::size_t slot = 0; isSame && slot < changed.value().size(); ++slot) {
+        isSame = read.value().program(slot) == changed.value().program(slot) &&
+                 read.value().programName(slot) == changed.value().programName(slot);
+    }
+    if (!isSame) {
+        __builtin_trap();
+    }
+}
+
+} // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto bank = Backend::BankText::of(std::string(reinterpret_cast<const char*>(data), size), "fuzz");
     if (bank) {
@@ -23,6 +40,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const auto shorter = bank.value().withSize(1);
         if (!shorter || shorter.value().program(0) != bank.value().program(0)) {
             __builtin_trap();
+        }
+        for (const auto* const each : {&changed, &longer, &shorter}) {
+            expectToBeAsRead(*each);
         }
     }
     return 0;

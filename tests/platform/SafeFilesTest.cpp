@@ -2,12 +2,15 @@
 
 #include "platform/Folders.h"
 #include "platform/Notices.h"
+#include "platform/ReplacingChild.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/Threads.h"
+#include "values/RandomCases.h"
 
 #include <atomic>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <set>
 
 using namespace Platform;
 namespace fs = std::filesystem;
@@ -56,6 +59,54 @@ TEST(SafeFiles, AFailedReplaceLeavesEverythingAsItWas) {
     EXPECT_TRUE(fs::is_directory(inTheWay / "full"));
     EXPECT_EQ(filesIn(folder.path()), 1U);
     EXPECT_FALSE(replaceFile(folder.path() / "missing" / "file", "content"));
+}
+
+TEST(SafeFiles, WhatKilledWritersLeftIsRemoved) {
+    const TemporaryFolder folder;
+    const auto create = [&](const char* name) { std::ofstream(folder.path() / name) << "half"; };
+    for (const char* const name :
+         {".tmp-abcdefghijklmn27", ".tmp-zzzzzzzzzzzzzzzz", ".tmp-ABCDEFGHIJKLMN27", ".tmp-mine",
+          ".tmp-abcdefghijklmn27.txt", "x.tmp-abcdefghijklmn27", ".tmp-livingwriteraaa"}) {
+        create(name);
+    }
+    fs::create_directory(folder.path() / ".tmp-folderfolderfold");
+    const FileLock living(folder.path() / ".tmp-livingwriteraaa");
+    ASSERT_TRUE(replaceFile(folder.path() / "file", "content"));
+    std::set<std::string> left;
+    for (const fs::directory_entry& each : fs::directory_iterator(folder.path())) {
+        left.insert(each.path().filename().string());
+    }
+    EXPECT_EQ(left,
+              (std::set<std::string>{".tmp-ABCDEFGHIJKLMN27", ".tmp-abcdefghijklmn27.txt", ".tmp-folderfolderfold",
+                                     ".tmp-livingwriteraaa", ".tmp-mine", "file", "x.tmp-abcdefghijklmn27"}));
+}
+
+TEST(SafeFiles, AProcessTornAwayLeavesTheOldFileOrTheNew) {
+    const TemporaryFolder folder;
+    const fs::path file = folder.path() / "file";
+    RandomCases random;
+    for (int round = 0; round < 20; ++round) {
+        ASSERT_TRUE(startReplacingChild(file, random.number(0, 40)));
+        if (fs::exists(file)) {
+            const std::string content = contentOf(file);
+            EXPECT_EQ(content, contentOfTurn(std::atoi(content.c_str()))) << round;
+        }
+    }
+    ASSERT_TRUE(replaceFile(file, "last"));
+    EXPECT_EQ(filesIn(folder.path()), 1U);
+}
+
+TEST(SafeFiles, AReadOnlyFileIsNotReplaced) {
+    const TemporaryFolder folder;
+    const fs::path file = folder.path() / "file";
+    ASSERT_TRUE(replaceFile(file, "old"));
+    constexpr fs::perms write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    fs::permissions(file, write, fs::perm_options::remove);
+    EXPECT_FALSE(replaceFile(file, "new"));
+    EXPECT_EQ(contentOf(file), "old");
+    EXPECT_EQ(filesIn(folder.path()), 1U);
+    fs::permissions(file, write, fs::perm_options::add);
+    EXPECT_TRUE(replaceFile(file, "new"));
 }
 
 TEST(SafeFiles, ReplaceKeepsALinkALink) {

@@ -1,13 +1,9 @@
 #include "platform/SettingsChild.h"
 
+#include "platform/OwnProgram.h"
 #include "platform/SettingsStore.h"
 
 #include <cstdlib>
-
-std::filesystem::path& ownProgram() {
-    static std::filesystem::path program;
-    return program;
-}
 
 int runSettingsChild(int argc, char** argv) {
     if (argc != 5) {
@@ -27,9 +23,6 @@ int runSettingsChild(int argc, char** argv) {
 }
 
 int startSettingsChild(const std::filesystem::path& folder, const std::string& prefix, unsigned count) {
-    // Begins with a command that does nothing: a command line must not begin with a quote for both systems' shells to
-    // understand it alike.
-    const std::string line = "cd . && \"" + ownProgram().string() + "\" " + settingsChildOption + " \"" +
-                             folder.string() + "\" " + prefix + " " + std::to_string(count);
-    return std::system(line.c_str());
+    return startOwnProgram(std::string(settingsChildOption) + " \"" + folder.string() + "\" " + prefix + " " +
+                           std::to_string(count));
 }

@@ -6,9 +6,6 @@
 
 inline constexpr const char* settingsChildOption = "--settings-child";
 
-// The test program's own file.
-std::filesystem::path& ownProgram();
-
 // Arguments behind the option: folder, name prefix, number of values to write.
 int runSettingsChild(int argc, char** argv);
 

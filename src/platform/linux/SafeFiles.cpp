@@ -26,43 +26,69 @@ bool writeAll(int file, std::string_view content) noexcept {
     return true;
 }
 
-// Puts the content into a new file of that name, down to the disk. 0 or the error number.
-int writeNewFile(const std::filesystem::path& name, const std::filesystem::path& target, std::string_view content) {
-    Descriptor file(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
-    if (file.number() < 0) {
+// Creates a file of that name, whose lock shows that its writer lives. 0 or the error number.
+int createNewFile(const std::filesystem::path& name, Descriptor& file) {
+    file = Descriptor(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+    if (!file.isOpen()) {
         return errno;
     }
+    // Who removes leftovers may have seen the file before it was locked. Without locks nobody removes any.
+    struct stat status {};
+    const bool isTaken = ::flock(file.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    return isTaken || (::fstat(file.number(), &status) == 0 && status.st_nlink == 0) ? EEXIST : 0;
+}
+
+// Puts the content into the new file, down to the disk. 0 or the error number.
+int fillNewFile(const Descriptor& file, const std::filesystem::path& target, std::string_view content) {
     struct stat old {};
-    bool whole = ::stat(target.c_str(), &old) != 0 || ::fchmod(file.number(), old.st_mode & 07777) == 0;
-    whole = whole && writeAll(file.number(), content) && ::fsync(file.number()) == 0;
-    int error = whole ? 0 : errno;
-    if (!file.close() && whole) {
-        error = errno;
+    const bool whole = (::stat(target.c_str(), &old) != 0 || ::fchmod(file.number(), old.st_mode & 07777) == 0) &&
+                       writeAll(file.number(), content) && ::fsync(file.number()) == 0;
+    return whole ? 0 : errno;
+}
+
+// Why a file is not to be written, which a rename would not mind: it is protected, or a device. 0 or the error number.
+int protectionOf(const std::filesystem::path& file) {
+    constexpr mode_t anybodyWrites = S_IWUSR | S_IWGRP | S_IWOTH;
+    struct stat status {};
+    if (::stat(file.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) {
+        return 0;
     }
-    if (error != 0) {
-        ::unlink(name.c_str());
-    }
-    return error;
+    const bool mayBeWritten = S_ISREG(status.st_mode) && (status.st_mode & anybodyWrites) != 0;
+    return !mayBeWritten ? EACCES : ::access(file.c_str(), W_OK) != 0 ? errno : 0;
 }
 
 } // namespace
+
+void removeIfAbandoned(const std::filesystem::path& leftover) {
+    const Descriptor file(::open(leftover.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (file.isOpen() && ::flock(file.number(), LOCK_EX | LOCK_NB) == 0) {
+        ::unlink(leftover.c_str());
+    }
+}
 
 Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view content) {
     const auto failed = [&givenTarget](int error) {
         return Fault{textOf(givenTarget), 0, std::generic_category().message(error)};
     };
     const std::filesystem::path target = resolvedTarget(givenTarget);
+    if (const int protection = protectionOf(target); protection != 0) {
+        return failed(protection);
+    }
     std::filesystem::path temporary;
+    Descriptor file; // open until the file has its name
     int error = EEXIST;
     for (int tries = 0; tries < 10 && error == EEXIST; ++tries) {
-        temporary = temporaryNameBeside(target);
-        error = writeNewFile(temporary, target, content);
+        temporary = nameForReplacement(target);
+        error = createNewFile(temporary, file);
     }
     if (error != 0) {
         return failed(error);
     }
-    if (::rename(temporary.c_str(), target.c_str()) != 0) {
+    error = fillNewFile(file, target, content);
+    if (error == 0 && ::rename(temporary.c_str(), target.c_str()) != 0) {
         error = errno;
+    }
+    if (error != 0) {
         ::unlink(temporary.c_str());
         return failed(error);
     }
@@ -73,6 +99,7 @@ Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view c
     if (directory.number() >= 0) {
         ::fsync(directory.number());
     }
+    removeLeftovers(folder);
     return success();
 }
 

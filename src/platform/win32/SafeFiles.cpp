@@ -10,12 +10,15 @@
 namespace Platform {
 namespace {
 
-// Puts the content into a new file of that name, down to the disk. 0 or the error number.
-DWORD writeNewFile(const std::filesystem::path& name, std::string_view content) {
-    Handle file(CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file.isValid()) {
-        return GetLastError();
-    }
+// A new file of that name that can be read, moved and deleted while it is open, but not by who does not let others
+// write: so it shows that its writer lives.
+HANDLE createNewFile(const std::filesystem::path& name) {
+    return CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+// Puts the content into the new file, down to the disk. 0 or the error number.
+DWORD fillNewFile(const Handle& file, std::string_view content) {
     DWORD error = 0;
     while (error == 0 && !content.empty()) {
         const auto piece = static_cast<DWORD>(std::min<std::size_t>(content.size(), 1U << 30));
@@ -25,12 +28,6 @@ DWORD writeNewFile(const std::filesystem::path& name, std::string_view content) 
     }
     if (error == 0 && FlushFileBuffers(file.get()) == 0) {
         error = GetLastError();
-    }
-    if (!file.close() && error == 0) {
-        error = GetLastError();
-    }
-    if (error != 0) {
-        DeleteFileW(name.c_str());
     }
     return error;
 }
@@ -57,23 +54,27 @@ DWORD moveOver(const std::filesystem::path& from, const std::filesystem::path& t
 
 } // namespace
 
+void removeIfAbandoned(const std::filesystem::path& leftover) {
+    const Handle file(CreateFileW(leftover.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+}
+
 Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view content) {
     const auto failed = [&givenTarget](DWORD error) { return Fault{textOf(givenTarget), 0, textOfSystemError(error)}; };
     const std::filesystem::path target = resolvedTarget(givenTarget);
-    std::filesystem::path temporary;
-    DWORD error = ERROR_FILE_EXISTS;
-    for (int tries = 0; tries < 10 && error == ERROR_FILE_EXISTS; ++tries) {
-        temporary = temporaryNameBeside(target);
-        error = writeNewFile(temporary, content);
+    const std::filesystem::path temporary = nameForReplacement(target);
+    Handle file(createNewFile(temporary)); // open until the file has its name
+    if (!file.isValid()) {
+        return failed(GetLastError());
     }
-    if (error != 0) {
-        return failed(error);
-    }
-    error = moveOver(temporary, target);
+    DWORD error = fillNewFile(file, content);
+    error = error == 0 ? moveOver(temporary, target) : error;
+    file.close();
     if (error != 0) {
         DeleteFileW(temporary.c_str());
         return failed(error);
     }
+    removeLeftovers(target.has_parent_path() ? target.parent_path() : ".");
     return success();
 }
 

@@ -69,6 +69,9 @@ public:
     TinyFileSystem(const TinyFileSystem&) = delete;
     TinyFileSystem& operator=(const TinyFileSystem&) = delete;
     [[nodiscard]] bool isThere() const { return isThere_; }
+    [[nodiscard]] bool setReadOnly() {
+        return mount("none", folder_.c_str(), "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr) == 0;
+    }
 
 private:
     fs::path folder_;
@@ -98,13 +101,14 @@ TEST(DiskTrouble, AKillAtAnyMomentLeavesTheOldFileOrTheNew) {
             break;
         }
     }
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator()), 1); // nothing is left
     EXPECT_GT(old, 4); // open, write, flush, close, rename
     EXPECT_GT(replaced, 1);
 }
 
 TEST(DiskTrouble, AFullFileSystemKeepsTheOldFile) {
     const TemporaryFolder folder;
-    const TinyFileSystem disk(folder.path() / "disk", "64k");
+    TinyFileSystem disk(folder.path() / "disk", "64k");
     if (!disk.isThere()) {
         GTEST_SKIP() << "no file system may be mounted here";
     }
@@ -119,4 +123,9 @@ TEST(DiskTrouble, AFullFileSystemKeepsTheOldFile) {
         EXPECT_EQ(std::distance(fs::directory_iterator(folder.path() / "disk"), fs::directory_iterator()), 1);
     }
     EXPECT_TRUE(replaceFile(file, std::string(40'000, 'c')));
+    ASSERT_TRUE(disk.setReadOnly());
+    const Outcome outcome = replaceFile(file, "d");
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.fault().reason, "Read-only file system");
+    EXPECT_EQ(contentOf(file), std::string(40'000, 'c'));
 }
