@@ -114,10 +114,9 @@ Program readProgram(XmlElement element) {
 }
 
 void beginProgram(XmlWriter& xml, std::ostream& out, const Program& program) {
-    xml.begin("Program")
-        .attribute("name", program.name)
-        .attribute("tempo", program.tempo)
-        .attribute("tempoSource", program.tempoSource);
+    xml.begin("Program");
+    writeAttribute(out, {"name", program.name}); // with whatever line ends it may have
+    xml.attribute("tempo", program.tempo).attribute("tempoSource", program.tempoSource);
     for (const XmlAttribute& attribute : program.furtherAttributes) {
         writeAttribute(out, attribute);
     }

@@ -111,6 +111,10 @@ TEST_F(ProgramFiles, AnyNameComesBack) {
         EXPECT_EQ(nameAt(1), "b");
         EXPECT_EQ(nameAt(0), name);
     }
+    loadBank("<Bank>\n<Program name=\"a&#10;b&#9;c\"/>\n<Program/>\n</Bank>\n"); // others may write such names
+    post([&](QelMessageManager& backend) { backend.postSaveToCurrentBank(0, nullptr); });
+    nameAt(1);
+    EXPECT_EQ(nameAt(0), "a\nb\tc");
     for (const auto& [given, kept] : {std::pair{"a\nb\tc\x01", "a b c "}, std::pair{"\xFF\xC3", "  "}}) {
         post([&, name = given](QelMessageManager& backend) {
             backend.postChangeProgramName(name);
