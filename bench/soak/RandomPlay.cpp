@@ -39,7 +39,7 @@ RandomPlay::RandomPlay(std::uint64_t seed, int inputs, std::vector<std::string> 
 std::vector<PerformanceEvent> RandomPlay::minute(std::int32_t start) {
     std::vector<PerformanceEvent> events;
     std::exponential_distribution<double> gap(1.0 / number(10, 200));
-    const std::int32_t end = start + ticksPerMinute - 1;
+    const std::int32_t end = start + ticksPlayed;
     for (double tick = start; tick < end; tick += gap(random_)) {
         events.push_back(anything(static_cast<std::int32_t>(tick)));
         if (chance(1)) { // a handful at once
@@ -48,8 +48,22 @@ std::vector<PerformanceEvent> RandomPlay::minute(std::int32_t start) {
             }
         }
     }
+    if (chance(30)) {
+        addClock(start, end, events);
+    }
     letGo(end, events);
     return events;
+}
+
+// MIDI clock of a source that hesitates, beside all else on the last input.
+void RandomPlay::addClock(std::int32_t start, std::int32_t end, std::vector<PerformanceEvent>& events) {
+    const int interval = number(4, 60); // ticks between clocks
+    const int jitter = number(0, interval);
+    const auto port = static_cast<std::uint8_t>(inputs_ - 1);
+    for (std::int32_t tick = start; tick < end; tick += interval) {
+        events.push_back({std::min(end, tick + number(0, jitter)), MidiArrives{port, 0xF8, 0, 0}});
+    }
+    std::stable_sort(events.begin(), events.end(), [](const auto& a, const auto& b) { return a.tick < b.tick; });
 }
 
 PerformanceEvent RandomPlay::anything(std::int32_t tick) {

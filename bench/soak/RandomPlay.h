@@ -14,13 +14,14 @@
 namespace Soak {
 
 inline constexpr std::int32_t ticksPerMinute = 480 * 120;
+inline constexpr std::int32_t ticksPlayed = ticksPerMinute - 480; // the rest of a minute is quiet
 
 // Gives events in order of time; remembers what is down, to let it go.
 class RandomPlay final {
 public:
     RandomPlay(std::uint64_t seed, int inputs, std::vector<std::string> presets);
 
-    // The events of one minute from `start` on; all that is down at its end is let go in the last of its ticks.
+    // The events of one minute from `start` on; all that is down is let go after ticksPlayed.
     [[nodiscard]] std::vector<Host::PerformanceEvent> minute(std::int32_t start);
 
 private:
@@ -38,6 +39,7 @@ private:
     [[nodiscard]] std::string translation();
     [[nodiscard]] std::string selection(int highest);
     [[nodiscard]] std::string relative(int lowest, int highest);
+    void addClock(std::int32_t start, std::int32_t end, std::vector<Host::PerformanceEvent>& events);
     void letGo(std::int32_t tick, std::vector<Host::PerformanceEvent>& events);
 
     std::mt19937_64 random_;
