@@ -1,5 +1,6 @@
 #include "host/SmfTrack.h"
 
+#include "values/MessageType.h"
 #include "values/VariableLength.h"
 
 namespace Host {
@@ -33,7 +34,7 @@ SmfTrack::Found SmfTrack::next() noexcept {
             ++at_;
             (void)skipBlock();
         } else {
-            fail("a system message cannot stand in a file");
+            (void)skipSystemMessage();
         }
     }
     return ended_ ? Found::end : Found::fault;
@@ -104,6 +105,24 @@ bool SmfTrack::skipBlock() noexcept {
         return fail("a length reaches beyond the end of the track");
     }
     at_ += length;
+    return true;
+}
+
+// The standard has no place for one. But files that hold what was played, our own takes among them, have MIDI clock and
+// song positions as they were sent.
+bool SmfTrack::skipSystemMessage() noexcept {
+    using namespace Backend::MidiEngine;
+    const auto type = static_cast<MessageType>(*at_);
+    if (!isKnown(type)) {
+        return fail("an undefined status");
+    }
+    ++at_;
+    std::uint8_t passed = 0;
+    for (int data = dataByteCount(type); data > 0; --data) {
+        if (!readData(passed)) {
+            return false;
+        }
+    }
     return true;
 }
 

@@ -42,6 +42,7 @@ private:
     [[nodiscard]] bool readNumber(std::uint32_t& number) noexcept;
     [[nodiscard]] Meta readMeta() noexcept;
     [[nodiscard]] bool skipBlock() noexcept;
+    [[nodiscard]] bool skipSystemMessage() noexcept;
     [[nodiscard]] bool readMessage() noexcept;
     [[nodiscard]] bool readData(std::uint8_t& data) noexcept;
     bool fail(const char* reason) noexcept;
