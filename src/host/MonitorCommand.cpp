@@ -5,6 +5,7 @@
 #include "host/live/MidiSystemFlag.h"
 #include "host/live/StopSignals.h"
 #include "platform/Clocks.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <chrono>
@@ -25,7 +26,7 @@ public:
         const std::lock_guard lock(mutex_); // inputs may have a thread each
         for (const auto& message : messages) {
             const auto place = static_cast<std::size_t>(message.getInput());
-            const std::string name = place < inputs_.size() ? inputs_[place].name : "?";
+            const std::string name = place < inputs_.size() ? Platform::withoutControls(inputs_[place].name) : "?";
             std::printf("%.6f %s: %s\n", time.count(), name.c_str(), textOf(message.getMidiMessage()).c_str());
         }
         if (std::fflush(stdout) != 0) {

@@ -2,6 +2,7 @@
 
 #include "host/live/MidiSystems.h"
 #include "host/live/StopSignals.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 #include <iostream>
@@ -21,7 +22,7 @@ using Lines = std::multiset<std::string>;
 template <typename Port> void addLines(Lines& lines, const std::vector<Port>& ports, const char* direction) {
     for (const Port& port : ports) {
         if (port.present) {
-            lines.insert(std::string(direction) + ' ' + port.system + ' ' + port.name);
+            lines.insert(std::string(direction) + ' ' + port.system + ' ' + Platform::withoutControls(port.name));
         }
     }
 }

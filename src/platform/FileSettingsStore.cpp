@@ -1,8 +1,10 @@
+#include "platform/Clocks.h"
 #include "platform/Notices.h"
 #include "platform/PathText.h"
 #include "platform/SafeFiles.h"
 #include "platform/SettingsFormat.h"
 #include "platform/SettingsStore.h"
+#include "platform/Threads.h"
 
 #include <algorithm>
 #include <atomic>
@@ -16,12 +18,18 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t maxSettingsBytes = std::size_t{16} * 1024 * 1024;
 
+// What the keys of a store share.
+struct SettingsTrouble {
+    std::atomic<bool> saidUnkept = false; // that a file that is not understood cannot be kept aside
+    std::atomic<bool> isLocked = false;   // by somebody who does not let go: only the first waits for that
+};
+
 // The file of one root. Nothing is kept between calls: what another process wrote is seen at once.
 class SettingsFile final {
 public:
-    SettingsFile(const fs::path& folder, const char* name, std::shared_ptr<std::atomic<bool>> saidUnkept)
+    SettingsFile(const fs::path& folder, const char* name, std::shared_ptr<SettingsTrouble> trouble)
         : file_(folder / (std::string(name) + ".settings")), lockFile_(folder / (std::string(name) + ".lock")),
-          saidUnkept_(std::move(saidUnkept)) {}
+          trouble_(std::move(trouble)) {}
 
     // Hands the current content to `look`. False when the file cannot be read.
     bool read(const std::function<void(const SettingsTree&)>& look) const;
@@ -30,6 +38,7 @@ public:
     long update(const std::function<bool(SettingsTree&)>& change) const;
 
 private:
+    [[nodiscard]] std::unique_ptr<FileLock> lock() const;
     // Under the lock. Nothing when there is a file that cannot be read.
     std::optional<SettingsTree> load() const;
     // An empty tree when the file could be put out of the way.
@@ -37,7 +46,7 @@ private:
 
     fs::path file_;
     fs::path lockFile_;
-    std::shared_ptr<std::atomic<bool>> saidUnkept_; // that a file that is not understood cannot be kept aside
+    std::shared_ptr<SettingsTrouble> trouble_;
 };
 
 std::optional<SettingsTree> SettingsFile::load() const {
@@ -78,15 +87,34 @@ std::optional<SettingsTree> SettingsFile::keepAside(const Fault& fault) const {
         writeDebugOutput("Settings: " + fault.text() + "; the file is kept as " + textOf(aside));
         return SettingsTree{};
     }
-    if (!saidUnkept_->exchange(true)) {
+    if (!trouble_->saidUnkept.exchange(true)) {
         writeDebugOutput("Settings: " + fault.text() + "; the file stays as it is: " + error.message());
     }
     return {};
 }
 
+// However many others write: as long as they do, it is a matter of time.
+std::unique_ptr<FileLock> SettingsFile::lock() const {
+    std::error_code unknown;
+    auto written = fs::last_write_time(file_, unknown);
+    auto patientUntil = monotonicTime() + FileLock::usualPatience;
+    auto lock = std::make_unique<FileLock>(lockFile_, FileLock::Patience::none);
+    while (!lock->isHeld() && !trouble_->isLocked && monotonicTime() < patientUntil && fs::exists(lockFile_, unknown)) {
+        sleepMilliseconds(1);
+        if (const auto now = fs::last_write_time(file_, unknown); now != written) {
+            written = now;
+            patientUntil = monotonicTime() + FileLock::usualPatience;
+        }
+        lock = std::make_unique<FileLock>(lockFile_, FileLock::Patience::none);
+    }
+    trouble_->isLocked = !lock->isHeld();
+    return lock;
+}
+
 bool SettingsFile::read(const std::function<void(const SettingsTree&)>& look) const {
-    // Where the lock cannot be had (a folder that is not ours to write in), nobody writes either.
-    const FileLock lock(lockFile_);
+    // Where the lock cannot be had, nobody writes (a folder that is not ours to write in), or somebody holds it who
+    // does not go on; and a file is replaced in one step.
+    const auto held = lock();
     const std::optional<SettingsTree> tree = load();
     if (tree) {
         look(*tree);
@@ -95,8 +123,8 @@ bool SettingsFile::read(const std::function<void(const SettingsTree&)>& look) co
 }
 
 long SettingsFile::update(const std::function<bool(SettingsTree&)>& change) const {
-    const FileLock lock(lockFile_);
-    if (!lock.isHeld()) {
+    const auto held = lock();
+    if (!held->isHeld()) {
         return EACCES;
     }
     std::optional<SettingsTree> tree = load();
@@ -199,11 +227,11 @@ public:
 
 private:
     SettingsFile fileOf(SettingsRoot root) const {
-        return {folder_, root == SettingsRoot::currentUser ? "current-user" : "local-machine", saidUnkept_};
+        return {folder_, root == SettingsRoot::currentUser ? "current-user" : "local-machine", trouble_};
     }
 
     fs::path folder_;
-    std::shared_ptr<std::atomic<bool>> saidUnkept_ = std::make_shared<std::atomic<bool>>(false);
+    std::shared_ptr<SettingsTrouble> trouble_ = std::make_shared<SettingsTrouble>();
 };
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "platform/Result.h"
 
+#include "platform/Utf8.h"
+
 namespace Platform {
 
 std::string Fault::text() const {
@@ -11,7 +13,7 @@ std::string Fault::text() const {
     if (!text.empty() && !reason.empty()) {
         text += ": ";
     }
-    return text + reason;
+    return withoutControls(text + reason);
 }
 
 } // namespace Platform

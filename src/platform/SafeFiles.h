@@ -4,6 +4,7 @@
 
 #include "platform/Result.h"
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <memory>
@@ -22,16 +23,20 @@ void removeLeftovers(const std::filesystem::path& folder);
 // The same of one such file. [any]
 void removeIfAbandoned(const std::filesystem::path& leftover);
 
-// The whole content of a file of at most `maxBytes`; more is a fault. [any]
+// The whole content of a file of at most `maxBytes`; more is a fault. So is a pipe or a terminal out of which nothing
+// comes for half a second: who waits here may be needed elsewhere. [any]
 [[nodiscard]] Result<std::string> readWholeFile(const std::filesystem::path& file, std::size_t maxBytes);
 
 // Holds a lock file against other processes (and other holders in this one) while it lives.
 class FileLock final {
 public:
-    enum class Patience { untilFree, none };
+    // Nobody who uses it properly holds a lock for nine tenths of a second; who was stopped while holding it may do so
+    // for ever.
+    enum class Patience { usual, none };
+    static constexpr std::chrono::milliseconds usualPatience{900};
     // Creates the file where needed and, with patience, waits for the lock; isHeld() is false when that failed, or when
-    // another holds it.
-    explicit FileLock(const std::filesystem::path& file, Patience patience = Patience::untilFree);
+    // another holds it all the while.
+    explicit FileLock(const std::filesystem::path& file, Patience patience = Patience::usual);
     ~FileLock();
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;

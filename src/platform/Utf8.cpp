@@ -35,4 +35,16 @@ bool isUtf8(std::string_view text) noexcept {
     return true;
 }
 
+std::string withoutControls(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : 0);
+        const bool isHighControl = byte == 0xC2 && next >= 0x80 && next < 0xA0;
+        i += isHighControl ? 1 : 0;
+        result += byte < 0x20 || byte == 0x7F || isHighControl ? '?' : static_cast<char>(byte);
+    }
+    return result;
+}
+
 } // namespace Platform

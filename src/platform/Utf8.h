@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace Platform {
@@ -15,5 +16,9 @@ struct CodePoint {
 [[nodiscard]] CodePoint firstCodePoint(std::string_view text) noexcept;
 
 [[nodiscard]] bool isUtf8(std::string_view text) noexcept;
+
+// For a terminal, which obeys control characters: each is "?" (those of ASCII, and those that UTF-8 adds to them). What
+// comes from files and other programs may hold some.
+[[nodiscard]] std::string withoutControls(std::string_view text);
 
 } // namespace Platform

@@ -33,6 +33,12 @@ TEST(Fault, SaysWhatIsKnown) {
     EXPECT_EQ((Fault{"a.prg", 0, "bad"}.text()), "a.prg: bad");
     EXPECT_EQ((Fault{"", 0, "bad"}.text()), "bad");
     EXPECT_EQ((Fault{"", 3, "bad"}.text()), "line 3: bad");
+    // A terminal obeys control characters, those of UTF-8 as well.
+    EXPECT_EQ((Fault{"a\x1B]0;b.prg", 3,
+                     "<\xC2\x9B"
+                     "31m\x7F\n\xC3\x9C\xC2\xA0>"}
+                   .text()),
+              "a?]0;b.prg:3: <?31m??\xC3\x9C\xC2\xA0>");
 }
 
 TEST(SafeFiles, ReplaceWritesExactlyTheContentAndLeavesNothingBeside) {

@@ -1,5 +1,6 @@
 #include "platform/SettingsStore.h"
 
+#include "platform/Clocks.h"
 #include "platform/Notices.h"
 #include "platform/SafeFiles.h"
 #include "platform/SettingsChild.h"
@@ -213,6 +214,23 @@ TEST(FileSettings, ThatCannotBeReadAreNotOverwritten) {
     EXPECT_EQ(store->openOrCreate(user, "k"), nullptr);
     EXPECT_EQ(store->open(user, "k"), nullptr);
     EXPECT_TRUE(fs::is_directory(folder.path() / "current-user.settings" / "in the way"));
+}
+
+TEST(FileSettings, ALockThatIsNeverLetGoOfKeepsNobodyWaiting) {
+    const TemporaryFolder folder;
+    const auto store = fileSettingsStore(folder.path());
+    store->openOrCreate(SettingsRoot::currentUser, "A")->write("one", SettingsValue::ofNumber(1));
+    auto held = std::make_unique<FileLock>(folder.path() / "current-user.lock");
+    const auto start = monotonicTime();
+    for (int i = 0; i < 40; ++i) { // what a start asks for
+        const auto key = store->open(SettingsRoot::currentUser, "A");
+        ASSERT_TRUE(key);
+        EXPECT_EQ(key->read("one"), SettingsValue::ofNumber(1));
+        EXPECT_NE(key->write("one", SettingsValue::ofNumber(2)), 0);
+    }
+    EXPECT_LT(monotonicTime() - start, 10 * FileLock::usualPatience) << "only the first waits";
+    held.reset();
+    EXPECT_EQ(store->open(SettingsRoot::currentUser, "A")->write("one", SettingsValue::ofNumber(3)), 0);
 }
 
 TEST(FileSettings, OfTwoProcessesAndTwoThreadsAtOnceLoseNothing) {

@@ -1,5 +1,7 @@
 #include "host/live/StatusText.h"
 
+#include "platform/Utf8.h"
+
 namespace Host {
 
 namespace {
@@ -51,13 +53,13 @@ std::string statusText(const StatusContent& content) {
 
 std::string fitted(std::string_view text, int columns) {
     std::string result;
-    for (const char c : text) {
+    for (const char c : Platform::withoutControls(text)) {
         const auto byte = static_cast<unsigned char>(c);
         const bool goesOn = (byte & 0xC0) == 0x80; // with the character before
         if (!goesOn && --columns < 0) {
             break;
         }
-        result += byte < 0x20 || byte == 0x7F ? '?' : c;
+        result += c;
     }
     return result;
 }

@@ -28,6 +28,7 @@ using std::chrono::nanoseconds;
 
 // For one who asks: to say what it wants and to take the answer.
 constexpr nanoseconds patienceWithClients = 2s;
+constexpr nanoseconds pauseWithoutDescriptors = 100ms;
 
 std::string errorText(int error) {
     return std::generic_category().message(error);
@@ -36,8 +37,9 @@ std::string errorText(int error) {
 std::filesystem::path folderOfSockets(std::size_t nameLength) {
     if (const char* const given = std::getenv("XDG_RUNTIME_DIR"); given != nullptr && *given == '/') {
         std::filesystem::path folder = std::filesystem::path(given) / "tembrel";
-        std::error_code error;
-        if (std::filesystem::is_directory(given, error) &&
+        // After a change of the user it may still be that of another, who could exchange what is in it.
+        struct stat status {};
+        if (::stat(given, &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid() &&
             folder.native().size() + nameLength + 1 < sizeof(sockaddr_un::sun_path)) {
             return folder;
         }
@@ -171,9 +173,13 @@ struct LocalServer::State {
         setCurrentThreadName("tembrel-serve");
         while (waitFor(listening.number(), POLLIN, never, stopping.number())) {
             const Descriptor connection(::accept4(listening.number(), nullptr, nullptr, SOCK_CLOEXEC));
+            if (!connection.isOpen()) { // out of descriptors: the asker still waits
+                static_cast<void>(waitFor(stopping.number(), POLLIN, monotonicTime() + pauseWithoutDescriptors, -1));
+                continue;
+            }
             const auto deadline = monotonicTime() + patienceWithClients;
             std::string question;
-            if (connection.isOpen() && isOwnUser(connection.number()) &&
+            if (isOwnUser(connection.number()) &&
                 receiveAll(connection.number(), question, deadline, stopping.number())) {
                 const std::string text = answer(question);
                 static_cast<void>(

@@ -1,18 +1,24 @@
 #include "platform/SafeFiles.h"
 
+#include "platform/Clocks.h"
 #include "platform/PathText.h"
 #include "platform/TemporaryName.h"
+#include "platform/Threads.h"
 #include "platform/linux/Descriptor.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
 namespace Platform {
+
+using namespace std::chrono_literals;
+
 namespace {
 
 bool writeAll(int file, std::string_view content) noexcept {
@@ -55,6 +61,17 @@ int protectionOf(const std::filesystem::path& file) {
     }
     const bool mayBeWritten = S_ISREG(status.st_mode) && (status.st_mode & anybodyWrites) != 0;
     return !mayBeWritten ? EACCES : ::access(file.c_str(), W_OK) != 0 ? errno : 0;
+}
+
+// False when nothing comes, and no end either.
+bool waitUntilReadable(int file) noexcept {
+    constexpr int patience = 500; // milliseconds
+    pollfd polled{file, POLLIN, 0};
+    int ready = -1;
+    do {
+        ready = ::poll(&polled, 1, patience);
+    } while (ready < 0 && errno == EINTR);
+    return ready > 0;
 }
 
 } // namespace
@@ -105,19 +122,24 @@ Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view c
 
 Result<std::string> readWholeFile(const std::filesystem::path& path, std::size_t maxBytes) {
     const auto failed = [&path](int error) { return Fault{textOf(path), 0, std::generic_category().message(error)}; };
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    // Opening a pipe without its writer would wait for one.
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     if (file.number() < 0 || ::fstat(file.number(), &status) != 0) {
         return failed(errno);
     }
+    const bool mayKeepWaiting = !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
     // The size is a hint only: a file may grow, and devices report none.
     constexpr std::size_t leastPiece = 64 * 1024;
     const auto size = static_cast<std::size_t>(status.st_size);
     std::string content;
     for (std::size_t filled = 0;;) {
         content.resize(filled + std::max(leastPiece, size > filled && size <= maxBytes ? size - filled + 1 : 0));
+        if (mayKeepWaiting && !waitUntilReadable(file.number())) {
+            return failed(ETIMEDOUT);
+        }
         const ssize_t got = ::read(file.number(), content.data() + filled, content.size() - filled);
-        if (got < 0 && errno != EINTR) {
+        if (got < 0 && errno != EINTR && errno != EAGAIN) {
             return failed(errno);
         }
         filled += static_cast<std::size_t>(std::max<ssize_t>(got, 0));
@@ -138,12 +160,15 @@ struct FileLock::State {
     State(const std::filesystem::path& path, Patience patience)
         : file(::open(path.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0666)) {
         // This kind of lock belongs to the open file, so that it also keeps out other holders of this process.
-        const int how = patience == Patience::none ? LOCK_EX | LOCK_NB : LOCK_EX;
-        int outcome = -1;
-        do {
-            outcome = file.number() < 0 ? -1 : ::flock(file.number(), how);
-        } while (outcome != 0 && file.number() >= 0 && errno == EINTR);
-        isHeld = outcome == 0;
+        const auto deadline = monotonicTime() + (patience == Patience::none ? 0ms : usualPatience);
+        while (file.number() >= 0 && !isHeld) {
+            isHeld = ::flock(file.number(), LOCK_EX | LOCK_NB) == 0;
+            const bool mayPass = !isHeld && (errno == EINTR || errno == EWOULDBLOCK);
+            if (isHeld || !mayPass || monotonicTime() >= deadline) {
+                break;
+            }
+            sleepMilliseconds(1);
+        }
     }
 };
 

@@ -5,6 +5,7 @@
 #include "platform/win32/Handle.h"
 #include "platform/win32/WideText.h"
 
+#include <aclapi.h>
 #include <algorithm>
 #include <array>
 #include <sddl.h>
@@ -53,6 +54,23 @@ std::wstring pipeName(const std::string& name) {
 
 Fault faultOf(const std::wstring& pipe, DWORD error) {
     return {bytesOf(pipe), 0, textOfSystemError(error)};
+}
+
+// Anybody may have made a pipe of that name before us.
+bool isOwnPipe(HANDLE pipe) {
+    PSID owner = nullptr;
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    if (GetSecurityInfo(pipe, SE_KERNEL_OBJECT, OWNER_SECURITY_INFORMATION, &owner, nullptr, nullptr, nullptr,
+                        &descriptor) != ERROR_SUCCESS) {
+        return false;
+    }
+    const LocalMemory<void> ownedDescriptor(descriptor);
+    wchar_t* text = nullptr;
+    if (owner == nullptr || ConvertSidToStringSidW(owner, &text) == 0) {
+        return false;
+    }
+    const LocalMemory<wchar_t> ownedText(text);
+    return text == ownUser();
 }
 
 // One transfer at a time over a pipe that was opened for overlapped work.
@@ -132,8 +150,9 @@ struct LocalServer::State {
         const std::wstring user = ownUser();
         const std::wstring place = pipeName(name);
         PSECURITY_DESCRIPTOR descriptor = nullptr;
-        if (user.empty() || ConvertStringSecurityDescriptorToSecurityDescriptorW(
-                                (L"D:P(A;;GA;;;" + user + L")").c_str(), SDDL_REVISION_1, &descriptor, nullptr) == 0) {
+        if (user.empty() ||
+            ConvertStringSecurityDescriptorToSecurityDescriptorW((L"O:" + user + L"D:P(A;;GA;;;" + user + L")").c_str(),
+                                                                 SDDL_REVISION_1, &descriptor, nullptr) == 0) {
             return faultOf(place, GetLastError());
         }
         const LocalMemory<void> owned(descriptor);
@@ -212,6 +231,9 @@ Result<std::optional<std::string>> askLocalServer(const std::string& name, const
             return std::optional<std::string>();
         }
         return faultOf(place, openError);
+    }
+    if (!isOwnPipe(pipe.get())) {
+        return faultOf(place, ERROR_ACCESS_DENIED);
     }
     DWORD mode = PIPE_READMODE_MESSAGE;
     SetNamedPipeHandleState(pipe.get(), &mode, nullptr, nullptr);

@@ -1,5 +1,6 @@
 #include "platform/SafeFiles.h"
 
+#include "platform/Clocks.h"
 #include "platform/PathText.h"
 #include "platform/TemporaryName.h"
 #include "platform/win32/Handle.h"
@@ -8,6 +9,9 @@
 #include <algorithm>
 
 namespace Platform {
+
+using namespace std::chrono_literals;
+
 namespace {
 
 // A new file of that name that can be read, moved and deleted while it is open, but not by who does not let others
@@ -115,9 +119,18 @@ struct FileLock::State {
                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
                            FILE_ATTRIBUTE_NORMAL, nullptr)) {
         // This kind of lock belongs to the handle, so that it also keeps out other holders of this process.
-        OVERLAPPED fromStart{};
-        const DWORD how = LOCKFILE_EXCLUSIVE_LOCK | (patience == Patience::none ? LOCKFILE_FAIL_IMMEDIATELY : 0);
-        isHeld = file.isValid() && LockFileEx(file.get(), how, 0, 1, 0, &fromStart) != 0;
+        const auto deadline = monotonicTime() + (patience == Patience::none ? 0ms : usualPatience);
+        while (file.isValid() && !isHeld) {
+            OVERLAPPED fromStart{};
+            isHeld =
+                LockFileEx(file.get(), LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &fromStart) != 0;
+            const DWORD error = isHeld ? ERROR_SUCCESS : GetLastError();
+            const bool mayPass = error == ERROR_LOCK_VIOLATION || error == ERROR_IO_PENDING;
+            if (isHeld || !mayPass || monotonicTime() >= deadline) {
+                break;
+            }
+            Sleep(1);
+        }
     }
     ~State() {
         if (isHeld) {
