@@ -7,7 +7,8 @@
 
 namespace Host {
 
-// The whole content; a folder or a file that cannot be read is a fault. Pipes and devices are read to their end.
+// The whole content; a folder, a file that cannot be read and one of more than a GiB are faults. Pipes and devices are
+// read to their end.
 [[nodiscard]] Platform::Result<std::string> readWholeFile(const std::string& file);
 
 } // namespace Host
