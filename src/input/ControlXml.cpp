@@ -3,6 +3,7 @@
 #include "core/FolderNames.h"
 #include "input/ValueEventXml.h"
 #include "values/AttributeReading.h"
+#include "values/MaxActions.h"
 #include "values/SectionFormat.h"
 
 #include <utility>
@@ -51,7 +52,7 @@ Control readControl(const Platform::XmlElement& element) {
     control.autoSend = readBoolean(element, format["autoSend"]);
     control.size = readInteger(element, format["size"]);
     for (const Platform::XmlElement& child : element.children) {
-        if (child.name == "Function") {
+        if (child.name == "Function" && control.events.size() < maxActions) {
             control.events.push_back(readValueEvent(child));
         }
     }

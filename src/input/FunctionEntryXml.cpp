@@ -2,6 +2,7 @@
 
 #include "input/FunctionFactory.h"
 #include "values/AttributeReading.h"
+#include "values/MaxActions.h"
 
 #include <utility>
 
@@ -59,7 +60,7 @@ std::vector<FunctionEntry> readFunctionEntries(const XmlElement& holder, QelIF& 
     static const AttributeFormat keepSending = keepSendingFormat();
     std::vector<FunctionEntry> entries;
     for (const XmlElement& child : holder.children) {
-        if (child.name == "Function") {
+        if (child.name == "Function" && entries.size() < maxActions) {
             entries.push_back({readBoolean(child, keepSending), readFunction(child.child("Down"), qel),
                                readFunction(child.child("Up"), qel)});
         }

@@ -4,6 +4,7 @@
 #include "input/FunctionEntryXml.h"
 #include "input/ValueEventXml.h"
 #include "values/AttributeReading.h"
+#include "values/MaxActions.h"
 #include "values/SectionFormat.h"
 
 #include <utility>
@@ -58,7 +59,7 @@ AxisConfiguration readAxis(const XmlElement& element) {
     AxisConfiguration configuration{{readInteger(element, format["joystick"]),
                                      JoyAxisElementId::axisFromLetter(readText(element, format["axis"]))}};
     for (const XmlElement& child : element.children) {
-        if (child.name == "Function") {
+        if (child.name == "Function" && configuration.events.size() < maxActions) {
             configuration.events.push_back({readValueEvent(child), readInteger(child, eventFormat["min"]),
                                             readInteger(child, eventFormat["max"]),
                                             readInteger(child, eventFormat["offset"])});

@@ -5,6 +5,7 @@
 #include "values/XmlWriter.h"
 
 #include <algorithm>
+#include <array>
 #include <sstream>
 #include <system_error>
 
@@ -12,12 +13,28 @@ namespace Backend::Component {
 
 namespace {
 
+// Windows takes these for devices, whatever follows a dot, a colon or blanks behind them.
+bool isDeviceName(std::string_view name) {
+    std::string first(name.substr(0, name.find('.')));
+    first.erase(first.find_last_not_of(' ') + 1);
+    std::transform(first.begin(), first.end(), first.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    constexpr std::array<std::string_view, 6> whole{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"};
+    if (std::find(whole.begin(), whole.end(), first) != whole.end()) {
+        return true;
+    }
+    constexpr std::array<std::string_view, 13> ports{"0", "1", "2", "3",        "4",        "5",       "6",
+                                                     "7", "8", "9", "\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
+    return (first.starts_with("COM") || first.starts_with("LPT")) &&
+           std::find(ports.begin(), ports.end(), std::string_view(first).substr(3)) != ports.end();
+}
+
 bool isFileName(std::string_view name) {
     const auto forbidden = [](char c) {
         return static_cast<unsigned char>(c) < 0x20 ||
                std::string_view("<>:\"/\\|?*").find(c) != std::string_view::npos;
     };
-    return !name.empty() && std::none_of(name.begin(), name.end(), forbidden);
+    return !name.empty() && std::none_of(name.begin(), name.end(), forbidden) && !isDeviceName(name);
 }
 
 Platform::Fault noPreset(const std::filesystem::path& folder, const std::string& name) {

@@ -15,7 +15,7 @@ namespace Backend::Component {
 inline constexpr std::string_view defaultPresetName = "000 - Default";
 
 // Preset names are UTF-8 and must do as a file's name: neither empty, nor with a folder, nor with a character that some
-// system forbids in names. A name that does not do names no preset. [backend]
+// system forbids in names, nor the name of a device of some system. A name that does not do names no preset. [backend]
 class PresetFolder final {
 public:
     // `element` is the root of the files, `extension` the end of their names. The folder is made when the first preset

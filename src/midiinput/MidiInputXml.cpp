@@ -3,6 +3,7 @@
 #include "core/FolderNames.h"
 #include "midiinput/TranslationFactory.h"
 #include "values/AttributeReading.h"
+#include "values/MaxActions.h"
 #include "values/SectionFormat.h"
 #include "values/XmlWriter.h"
 
@@ -27,7 +28,9 @@ MidiEventConfiguration readConfiguration(const XmlElement& element) {
                                                    static_cast<std::uint8_t>(readInteger(element, format["channel"])),
                                                    readMidiEvent(element, format["midiEvent"])});
     for (const XmlElement& child : element.children) {
-        configuration.translations.push_back(TranslationManagement::createTranslation(child));
+        if (configuration.translations.size() < maxActions) {
+            configuration.translations.push_back(TranslationManagement::createTranslation(child));
+        }
     }
     return configuration;
 }
