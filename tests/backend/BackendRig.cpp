@@ -37,12 +37,13 @@ void BackendRig::stop() {
     qel.reset();
 }
 
+void BackendRig::slice(int from, int to) {
+    qel->getMidiEngine().playTimeSlice(Backend::engineTimeOrigin + Backend::Ticks{from},
+                                       Backend::engineTimeOrigin + Backend::Ticks{to});
+}
+
 // Empty slices until all that was posted has been handled: resets wait for them.
 void BackendRig::settle() {
-    const auto slice = [this](int from, int to) {
-        qel->getMidiEngine().playTimeSlice(Backend::engineTimeOrigin + Backend::Ticks{from},
-                                           Backend::engineTimeOrigin + Backend::Ticks{to});
-    };
     Backend::Barrier barrier([this] { player.wake(); });
     if (qel->getQelMessageManager().postBarrier(barrier)) {
         while (!barrier.isOpen()) {
@@ -77,6 +78,18 @@ std::string BackendRig::afterMidi(int status, int d1, int d2, int input) {
                                            QelMidiMessage::DEFAULT_OUTPUT, QelMidiMessage::DEFAULT_ZONE,
                                            static_cast<std::int8_t>(input), Backend::noTicks});
     });
+}
+
+void BackendRig::run(int ticks) {
+    for (; ticks > 0; --ticks) {
+        slice(tick_, tick_ + 1);
+        ++tick_;
+    }
+}
+
+void BackendRig::sleep(int ticks) {
+    slice(tick_, tick_ + ticks);
+    tick_ += ticks;
 }
 
 std::string BackendRig::afterKey() {

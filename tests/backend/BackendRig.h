@@ -33,6 +33,10 @@ public:
     // What a Note On of key 60 and its Note Off play.
     std::string afterKey();
 
+    void run(int ticks);
+    // The machine stands still for so long: one slice of all those ticks.
+    void sleep(int ticks);
+
     std::string writeFile(const std::string& name, const std::string& text); // gives its path
     // "file:line: reason" of each fault since the last call, without the folder.
     [[nodiscard]] std::vector<std::string> takeFaults();
@@ -45,6 +49,7 @@ public:
 
 private:
     void settle();
+    void slice(int from, int to);
 
     TemporaryFolder folder_;
     std::vector<std::string> faults_;

@@ -5,11 +5,13 @@
 #include "platform/TemporaryFolder.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <map>
 #include <memory>
 
@@ -292,18 +294,32 @@ TEST_F(Jack, PortsAreOpenedByName) {
     EXPECT_EQ(wrong->error(), "there is no MIDI input named \"nonsense\"\n");
 }
 
-TEST_F(Jack, OutlivesTheServerAndFindsTheNext) {
-    const auto program = start();
+TEST_F(Jack, OutlivesTheServerWhileNotesSoundAndFindsTheNext) {
+    const std::string events = (folder.path() / "events").string();
+    const auto program = start({"--events", events});
+    const auto played = [&] {
+        std::ifstream file(events);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
     ASSERT_TRUE(connect()) << program->error();
     ASSERT_TRUE(isHeard());
+    program->write("0 midi 0 0x90 60 100\n");
+    ASSERT_TRUE(eventually([&] { return !peer->received().empty(); }));
     server.kill();
     peer.reset();
-    EXPECT_TRUE(program->isRunning());
+    // It plays on, for whoever listens: nobody in the program waits for the server.
+    program->write("0 midi 0 0x90 64 100\n0 midi 0 0x80 64 0\n");
+    ASSERT_TRUE(eventually([&] { return played().find(" 80 64 0\n") != std::string::npos; })) << played();
     server.start();
     ASSERT_TRUE(server.isRunning());
+    const auto back = std::chrono::steady_clock::now();
     startPeer();
     ASSERT_TRUE(connect()) << program->error();
     ASSERT_TRUE(isHeard());
+    const std::chrono::duration<double> silent = std::chrono::steady_clock::now() - back;
+    RecordProperty("seconds_until_it_sounds", std::to_string(silent.count()));
+    program->write("0 midi 0 0x80 60 0\n0 midi 0 0x90 72 100\n0 midi 0 0x80 72 0\n");
+    ASSERT_TRUE(eventually([&] { return !peer->received().empty() && peer->received().back().bytes == "80 72 0"; }));
     server.kill();
     peer.reset();
     program->signal(SIGTERM); // with nobody there to hear the end

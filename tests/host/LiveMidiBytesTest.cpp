@@ -38,6 +38,7 @@ TEST(MidiBytes, TellsMessagesFromWhatNoPortShouldDeliver) {
         {"undefined", {0xF4}, Arrival::malformed},
         {"undefined real time", {0xFD}, Arrival::malformed},
         {"system exclusive", {0xF0, 1, 2, 3, 0xF7}, Arrival::sysEx},
+        {"a megabyte of it", std::vector<std::uint8_t>(std::size_t{1} << 20, 0xF0), Arrival::sysEx},
         {"cut system exclusive", {0xF0}, Arrival::sysEx},
         {"end of one", {0xF7}, Arrival::sysEx},
     };

@@ -252,6 +252,30 @@ TEST(RecordWriter, LeavesBuffersThatTellTheSameTakesAgain) {
 
 // --- when the disk does not want
 
+TEST(RecordWriter, ACalendarThatIsSetBackHarmsNoTake) {
+    constexpr std::int64_t anHour = 3'600'000;
+    RecordRig rig;
+    rig.now = 0;
+    rig.start({});
+    std::vector<std::int64_t> starts;
+    for (const std::int64_t change : {std::int64_t{0}, -anHour, 2 * anHour}) {
+        rig.calendar += change;
+        rig.flush(); // the recorder wakes when something is played after a pause
+        rig.play(60'000, 0x90, 60, 1);
+        rig.flush();
+        rig.play(100, 0x80, 60);
+        rig.flush();
+        starts.push_back(rig.calendar + rig.now);
+    }
+    const std::vector<Take> takes = rig.writer->takes();
+    ASSERT_EQ(takes.size(), 3U);
+    for (std::size_t i = 0; i < takes.size(); ++i) {
+        EXPECT_EQ(takes[i].notes, 1U);
+        EXPECT_NEAR(static_cast<double>(takes[i].start), static_cast<double>(starts[i]), 200) << i;
+    }
+    EXPECT_EQ(rig.writer->save(rig.target(), 2).value().notes, 1U);
+}
+
 TEST(RecordWriter, PausesSaysSoOnceAndGoesOn) {
     RecordRig rig;
     rig.play(0, 0x90, 60, 1);
