@@ -66,6 +66,10 @@ void removeIfAbandoned(const std::filesystem::path& leftover) {
 Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view content) {
     const auto failed = [&givenTarget](DWORD error) { return Fault{textOf(givenTarget), 0, textOfSystemError(error)}; };
     const std::filesystem::path target = resolvedTarget(givenTarget);
+    const DWORD attributes = GetFileAttributesW(target.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        return failed(ERROR_ACCESS_DENIED); // not every system's move minds
+    }
     const std::filesystem::path temporary = nameForReplacement(target);
     Handle file(createNewFile(temporary)); // open until the file has its name
     if (!file.isValid()) {
