@@ -1,4 +1,5 @@
-# How every target is compiled: the language level, the warnings. Optimisation and hardening: CMakePresets.json.
+# How every target is compiled: the language level, the warnings. Optimisation: CMakePresets.json; hardening:
+# Hardening.cmake.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
