@@ -158,6 +158,8 @@ bool SoakPerformance::beginStage() {
 
 void SoakPerformance::play() {
     events_ = play_.minute(startOfMinute());
+    // Behind messages that are still on their way nothing may be posted that resets: nobody would run the slice for it.
+    events_.push_back(waiting(startOfMinute() + ticksPlayed));
     edited_ = 0;
 }
 

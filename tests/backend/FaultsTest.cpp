@@ -210,7 +210,10 @@ TEST_F(Faults, TheDataFolderIsGone) {
         return rig.takeFaults().size();
     };
     static_cast<void>(rig.takeFaults());
-    fs::remove_all(data);
+    std::error_code kept;
+    if (fs::remove_all(data, kept); kept) {
+        GTEST_SKIP() << "this system keeps files that are open";
+    }
     EXPECT_GE(save(), 4U); // a folder of presets is made again, and those above it
     fs::remove_all(data);
     std::ofstream(data) << "in the way";
