@@ -24,12 +24,19 @@ public:
 
     [[nodiscard]] Desktop::MainWindow& window() { return gui->window(); }
     [[nodiscard]] Desktop::Models& models() { return gui->models(); }
-    // The only child of that type with that accessible name; fails the test without one.
-    template <typename Widget> [[nodiscard]] Widget& named(const QString& name) {
+    // The only child of that type with that accessible name; null without one.
+    template <typename Widget> [[nodiscard]] Widget* find(const QString& name) {
         for (Widget* const each : window().findChildren<Widget*>()) {
             if (each->accessibleName() == name) {
-                return *each;
+                return each;
             }
+        }
+        return nullptr;
+    }
+    // The same; fails the test without one.
+    template <typename Widget> [[nodiscard]] Widget& named(const QString& name) {
+        if (Widget* const found = find<Widget>(name)) {
+            return *found;
         }
         throw std::runtime_error("no widget is named " + name.toStdString());
     }

@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
@@ -114,6 +115,30 @@ TEST_F(DesktopPanels, TheMusicKeyboardPlaysByPlaceAndGlides) {
     EXPECT_TRUE(rig.after([&] { QTest::mouseMove(&keyboard, at(62, 0.95)); }).starts_with("0 80 60 64; 0 90 62 "));
     EXPECT_EQ(keyboard.valueText(), "D4") << "lit by what sounds";
     EXPECT_EQ(rig.after([&] { rig.window().hide(); }), "0 80 62 64") << "hidden, it lets go";
+}
+
+TEST_F(DesktopPanels, PresetsThatWereSavedAreOffered) {
+    showAll();
+    int count = 0;
+    for (std::size_t i = 0; i < Gui::panelCount; ++i) {
+        Desktop::PanelFrame* const panel = rig.window().panel(static_cast<Panel>(i));
+        auto* const button =
+            panel != nullptr ? rig.find<QToolButton>(QString("Presets of %1").arg(panel->title())) : nullptr;
+        if (button == nullptr || !button->isVisible()) {
+            continue;
+        }
+        rig.after([&] { panel->savePreset("Mine"); });
+        emit button->menu()->aboutToShow();
+        QStringList names;
+        bool canSave = false;
+        for (QAction* const action : button->menu()->actions()) {
+            names << action->text();
+            canSave = canSave || (action->text() == "Save as…" && action->isEnabled());
+        }
+        EXPECT_EQ(names.contains("Mine"), canSave) << panel->title().toStdString();
+        count += canSave ? 1 : 0;
+    }
+    EXPECT_GE(count, 4);
 }
 
 TEST_F(DesktopPanels, ZonesAndOscillatorsAreEdited) {

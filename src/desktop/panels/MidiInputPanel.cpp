@@ -9,11 +9,11 @@
 #include "desktop/panels/MessageFields.h"
 #include "desktop/panels/TranslationForm.h"
 #include "desktop/panels/TryOut.h"
+#include "desktop/widgets/EmptyState.h"
 #include "midiinput/IncomingMessage.h"
 #include "midiinput/MidiInputMessageManager.h"
 
 #include <QHeaderView>
-#include <QPushButton>
 #include <QScrollArea>
 #include <algorithm>
 #include <utility>
@@ -63,10 +63,7 @@ MidiInputPanel::MidiInputPanel(Models& models, QWidget* parent)
     body().addWidget(empty_, 1);
     body().addWidget(parts_, 1);
     lamp_.setSingleShot(true);
-    connect(&lamp_, &QTimer::timeout, this, [this] {
-        lit_.reset();
-        fillTable();
-    });
+    connect(&lamp_, &QTimer::timeout, this, [this] { setLit(std::nullopt); });
     connect(&models.midiInput, &Model::changed, this, &MidiInputPanel::refresh);
     connect(&models.ports, &Model::changed, this, &MidiInputPanel::fillTable);
     connect(&models.playing, &PlayingModel::received, this, &MidiInputPanel::light);
@@ -85,40 +82,19 @@ MidiInputPanel::MidiInputPanel(Models& models, QWidget* parent)
 }
 
 void MidiInputPanel::makeEmptyState() {
-    empty_ = new QWidget(this);
-    auto* const all = new QVBoxLayout(empty_);
-    all->setSpacing(grid(2));
-    all->addStretch(1);
-    auto* const text = new QLabel(
+    empty_ = new EmptyState(
         tr("What your MIDI devices send goes to the layers as it is.\n\n"
            "Give a message something else to do: other notes, a controller, another program, a panel, the tempo. "
            "Press learn and then a key or a knob of your device, or load a preset."),
-        empty_);
-    text->setObjectName("Dim");
-    text->setWordWrap(true);
-    text->setAlignment(Qt::AlignCenter);
-    all->addWidget(text);
-    auto* const row = new QHBoxLayout;
-    row->addStretch(1);
-    const auto button = [&](const QString& caption, const QString& name, const QString& help) {
-        auto* const made = new QPushButton(caption, empty_);
-        made->setAccessibleName(name);
-        made->setStatusTip(help);
-        made->setFocusPolicy(Qt::TabFocus);
-        row->addWidget(made);
-        return made;
-    };
-    QPushButton* const learn =
-        button(tr("learn a message"), tr("Learn the first message"), tr("Waits for a message from your device"));
+        this);
+    QPushButton* const learn = empty_->addButton(tr("learn a message"), tr("Learn the first message"),
+                                                 tr("Waits for a message from your device"));
     connect(learn, &QPushButton::clicked, learn_, &QToolButton::toggle);
-    QPushButton* const add =
-        button(tr("add one by hand"), tr("Add the first message"), tr("Adds a line that you make what you want"));
-    connect(add, &QPushButton::clicked, this, &MidiInputPanel::addMessage);
     connect(learn_, &QToolButton::toggled, learn,
             [learn](bool on) { learn->setText(on ? tr("waiting for a message…") : tr("learn a message")); });
-    row->addStretch(1);
-    all->addLayout(row);
-    all->addStretch(1);
+    QPushButton* const add = empty_->addButton(tr("add one by hand"), tr("Add the first message"),
+                                               tr("Adds a line that you make what you want"));
+    connect(add, &QPushButton::clicked, this, &MidiInputPanel::addMessage);
 }
 
 void MidiInputPanel::makeTable() {
@@ -215,8 +191,19 @@ void MidiInputPanel::makeEditor() {
 // Beside each other where there is room for it.
 void MidiInputPanel::resizeEvent(QResizeEvent* event) {
     PanelFrame::resizeEvent(event);
-    parts_->setOrientation(width() > grid(180) ? Qt::Horizontal : Qt::Vertical);
-    fillTable();
+    const Qt::Orientation now = width() > grid(180) ? Qt::Horizontal : Qt::Vertical;
+    if (now != parts_->orientation()) {
+        parts_->setOrientation(now);
+        const int half = (now == Qt::Horizontal ? width() : height()) / 2;
+        parts_->setSizes({half, half});
+    }
+    fitColumns();
+}
+
+// What it does has at least half of the table.
+void MidiInputPanel::fitColumns() {
+    table_->resizeColumnToContents(0);
+    table_->setColumnWidth(0, std::min(table_->columnWidth(0), table_->viewport()->width() / 2));
 }
 
 const MidiEventConfiguration* MidiInputPanel::chosen() {
@@ -268,14 +255,11 @@ void MidiInputPanel::fillTable() {
                                    : (count == 1 ? whatItDoes(configuration, 0) : tr("%1 things").arg(count)));
         item.setToolTip(0, item.text(0));
         item.setToolTip(1, item.text(1));
-        const bool isLit = lit_ && *lit_ == event;
-        item.setData(0, Qt::ForegroundRole, isLit ? QVariant(Desktop::palette().green) : QVariant());
         for (int i = 0; i < item.childCount(); ++i) {
             item.child(i)->setText(0, whatItDoes(configuration, static_cast<std::size_t>(i)));
         }
     }
-    table_->resizeColumnToContents(0);
-    table_->setColumnWidth(0, std::min(table_->columnWidth(0), table_->viewport()->width() / 2));
+    fitColumns();
     empty_->setVisible(events_.empty());
     parts_->setVisible(!events_.empty());
 }
@@ -346,10 +330,21 @@ void MidiInputPanel::light(const QelMidiMessage& message) {
         return;
     }
     lamp_.start(lampMilliseconds);
-    if (!lit_ || !(*lit_ == found.configuration->event)) {
-        lit_ = found.configuration->event;
-        fillTable();
+    setLit(found.configuration->event);
+}
+
+void MidiInputPanel::setLit(const std::optional<Event>& event) {
+    if (event == lit_) {
+        return;
     }
+    const auto paint = [this](const QVariant& colour) {
+        if (QTreeWidgetItem* const item = lit_ ? itemOf(*lit_) : nullptr) {
+            item->setData(0, Qt::ForegroundRole, colour);
+        }
+    };
+    paint({});
+    lit_ = event;
+    paint(Desktop::palette().green);
 }
 
 void MidiInputPanel::open(const Event& event) {

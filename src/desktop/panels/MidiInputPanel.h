@@ -14,6 +14,7 @@
 
 namespace Desktop {
 
+class EmptyState;
 class MessageFields;
 class TranslationForm;
 class TryOut;
@@ -39,7 +40,9 @@ private:
     void showChosen();
     void chosenInTable();
     void learned(const Backend::MidiEngine::QelMidiMessage& message);
+    void fitColumns();
     void light(const Backend::MidiEngine::QelMidiMessage& message);
+    void setLit(const std::optional<Event>& event);
     // Makes the event the chosen one; where there is nothing for it, it gets a translation that changes nothing.
     void open(const Event& event);
     void addMessage();
@@ -52,7 +55,7 @@ private:
     [[nodiscard]] QTreeWidgetItem* itemOf(const Event& event) const;
 
     QToolButton* learn_;
-    QWidget* empty_;
+    EmptyState* empty_;
     QSplitter* parts_;
     QTreeWidget* table_;
     QWidget* editor_;

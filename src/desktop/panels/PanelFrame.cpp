@@ -101,13 +101,14 @@ void PanelFrame::fillPresetMenu() {
         action->setChecked(name.toStdString() == presetName());
     }
     presetMenu_->addSeparator();
-    presetMenu_->addAction(tr("Save as…"), this, [this] {
+    QAction* const save = presetMenu_->addAction(tr("Save as…"), this, [this] {
         const QString name = QInputDialog::getText(this, tr("Save the preset"), tr("Name of the preset:"),
                                                    QLineEdit::Normal, QString::fromStdString(presetName()));
         if (!name.isEmpty()) {
             savePreset(name.toStdString());
         }
     });
+    save->setEnabled(presets_.save != nullptr);
     QMenu* const remove = presetMenu_->addMenu(tr("Delete"));
     remove->setEnabled(presets_.remove != nullptr);
     for (const QString& name : names) {
