@@ -3,7 +3,6 @@
 #include "backend/ProgramXml.h"
 #include "platform/PathText.h"
 #include "platform/SafeFiles.h"
-#include "platform/Utf8.h"
 #include "platform/XmlCharacters.h"
 #include "values/XmlElementText.h"
 #include "values/XmlWriter.h"
@@ -23,13 +22,9 @@ namespace {
 
 // The name with a blank for each byte or character that cannot stand in an attribute or would not come back.
 std::string asAttribute(std::string_view name) {
-    std::string text;
-    while (!name.empty()) {
-        const Platform::CodePoint point = Platform::firstCodePoint(name);
-        const bool stands = point.length > 0 && Platform::isXmlChar(point.value) && point.value >= 0x20;
-        text += stands ? name.substr(0, point.length) : " ";
-        name.remove_prefix(std::max<std::size_t>(point.length, 1));
-    }
+    std::string text = Platform::asXmlText(name);
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
     return text;
 }
 

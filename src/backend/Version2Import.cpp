@@ -200,7 +200,7 @@ Result<Version2Result> importVersion2(const std::filesystem::path& source, const
     if (expected && converted.value().kind != *expected) {
         return Fault{Platform::textOf(source), 0, "is a version-2 file of another kind"};
     }
-    // A character that XML does not have would make the whole file unreadable.
+    // Nothing that cannot be read is written.
     if (const auto readable = Platform::parseXml(converted.value().text, Platform::textOf(destination)); !readable) {
         return readable.fault();
     }

@@ -2,6 +2,7 @@
 
 #include "backend/ProgramXml.h"
 #include "platform/Utf8.h"
+#include "platform/XmlCharacters.h"
 #include "values/TextNumbers.h"
 
 #include <algorithm>
@@ -57,7 +58,7 @@ const Row* rowOf(char kind) {
 
 std::string asUtf8(std::string_view line) {
     if (Platform::isUtf8(line)) {
-        return std::string(line);
+        return Platform::asXmlText(line);
     }
     std::string text;
     for (const char c : line) {
@@ -69,7 +70,7 @@ std::string asUtf8(std::string_view line) {
             text += static_cast<char>(0x80 | (byte & 0x3F));
         }
     }
-    return text;
+    return Platform::asXmlText(text);
 }
 
 void set(XmlElement& element, std::string_view name, std::string_view value) {
@@ -101,6 +102,9 @@ std::optional<XmlElement> actionOf(std::string_view text, int line) {
         text.remove_prefix(isQuoted ? 1 : 0);
         const std::size_t end = text.find(isQuoted ? '"' : ' ');
         if (isQuoted && end == std::string_view::npos) {
+            return std::nullopt;
+        }
+        if (action.attribute(name) != nullptr) {
             return std::nullopt;
         }
         action.attributes.push_back({std::string(name), std::string(text.substr(0, end))});

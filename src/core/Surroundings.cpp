@@ -9,12 +9,16 @@
 
 namespace Backend {
 
-// Beside the program, or where a system keeps what is shared.
+// Beside the program, or where a system keeps what is shared; the same of the library, which an installer may load.
 std::filesystem::path Surroundings::ownInstallation() {
-    const std::filesystem::path beside = Platform::programFile().parent_path();
+    const std::filesystem::path shared = std::filesystem::path("share") / "tembrel";
+    const std::filesystem::path program = Platform::programFile().parent_path();
+    const std::filesystem::path library = Platform::moduleFile().parent_path();
     std::error_code unknown;
-    for (const std::filesystem::path& folder : {beside, beside.parent_path() / "share" / "tembrel"}) {
-        if (!beside.empty() && std::filesystem::is_directory(folder / "Default", unknown)) {
+    for (const std::filesystem::path& folder :
+         {program, program.parent_path() / shared, library, library.parent_path() / shared,
+          library.parent_path().parent_path() / shared}) {
+        if (folder.is_absolute() && std::filesystem::is_directory(folder / "Default", unknown)) {
             return folder;
         }
     }

@@ -1,5 +1,7 @@
 #include "platform/XmlCharacters.h"
 
+#include "platform/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -18,6 +20,16 @@ template <std::size_t count> bool isIn(const std::array<Range, count>& ranges, c
 }
 
 } // namespace
+
+std::string asXmlText(std::string_view text) {
+    std::string kept;
+    while (!text.empty()) {
+        const CodePoint point = firstCodePoint(text);
+        kept += point.length > 0 && isXmlChar(point.value) ? text.substr(0, point.length) : " ";
+        text.remove_prefix(std::max<std::size_t>(point.length, 1));
+    }
+    return kept;
+}
 
 bool isXmlChar(char32_t c) noexcept {
     return c >= 0x20 ? c != 0xFFFE && c != 0xFFFF && !(c >= 0xD800 && c <= 0xDFFF) && c <= 0x10FFFF

@@ -7,6 +7,7 @@
 #include "platform/PathText.h"
 #include "platform/SafeFiles.h"
 #include "platform/TemporaryFolder.h"
+#include "platform/XmlDocument.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -75,6 +76,21 @@ TEST(Version2Import, AProgramAndAPreset) {
     EXPECT_THAT(
         preset.text,
         HasSubstr("?>\n<Controls merge=\"false\">\n\t<Control cell=\"1,2\" type=\"knob\" name=\"H\xC3\xB6he\""));
+}
+
+// One bad line must not cost the rest.
+TEST(Version2Import, WhateverALineHoldsTheOthersAreImported) {
+    const auto converted = Backend::convertVersion2("V\t2\tbank\nP\ta\x01\xEF\xBF\xBF"
+                                                    "b\nL\t3\n"
+                                                    "K\tQ\t\t\tMidiNoteOn note=C4 note=C5\nL\t4\n",
+                                                    "f");
+    ASSERT_TRUE(converted) << converted.fault().text();
+    const auto read = Platform::parseXml(converted.value().text, "f");
+    ASSERT_TRUE(read) << read.fault().text();
+    EXPECT_EQ(*read.value().children.front().attribute("name"), "a  b");
+    EXPECT_EQ(read.value().children.front().child("Layers")->children.size(), 2U);
+    ASSERT_EQ(converted.value().notTaken.size(), 1U);
+    EXPECT_EQ(converted.value().notTaken.front().line, 4);
 }
 
 TEST(Version2Import, WhatIsNoSuchFileIsRefused) {

@@ -300,6 +300,7 @@ TEST_F(PortDriver, APortThatExistsIsNotRegistered) {
 TEST(QelUtils, KnowsItsOwnModule) {
     EXPECT_NE(QelUtils::getDllInstance(), nullptr);
     EXPECT_TRUE(fs::exists(Platform::programFile()));
+    EXPECT_TRUE(fs::is_regular_file(Platform::moduleFile()));
 }
 
 } // namespace

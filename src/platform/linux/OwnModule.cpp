@@ -11,6 +11,16 @@ std::filesystem::path programFile() {
     return unknown ? std::filesystem::path() : file;
 }
 
+std::filesystem::path moduleFile() {
+    Dl_info module{};
+    if (::dladdr(reinterpret_cast<const void*>(&moduleFile), &module) == 0 || module.dli_fname == nullptr) {
+        return {};
+    }
+    std::error_code unknown;
+    std::filesystem::path file = std::filesystem::canonical(module.dli_fname, unknown);
+    return unknown ? std::filesystem::path() : file;
+}
+
 void* ownModuleHandle() {
     Dl_info module{};
     if (::dladdr(reinterpret_cast<const void*>(&ownModuleHandle), &module) == 0) {

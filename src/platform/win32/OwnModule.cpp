@@ -5,11 +5,24 @@
 
 namespace Platform {
 
-std::filesystem::path programFile() {
+namespace {
+
+// Null: the program.
+std::filesystem::path fileOf(HMODULE module) {
     constexpr std::size_t longestPath = 32768;
     std::wstring file(longestPath, L'\0');
-    file.resize(GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size())));
+    file.resize(GetModuleFileNameW(module, file.data(), static_cast<DWORD>(file.size())));
     return file;
+}
+
+} // namespace
+
+std::filesystem::path programFile() {
+    return fileOf(nullptr);
+}
+
+std::filesystem::path moduleFile() {
+    return fileOf(static_cast<HMODULE>(ownModuleHandle()));
 }
 
 void* ownModuleHandle() {
