@@ -20,6 +20,8 @@ struct Endpoint {
     std::atomic<std::size_t> waiting{0};
 };
 
+constexpr UINT lastMessage = 0xFFFF;
+
 using Endpoints = std::unordered_map<HWND, std::shared_ptr<Endpoint>>;
 
 SRWLOCK endpointsLock = SRWLOCK_INIT;
@@ -140,14 +142,22 @@ bool postWindowMessage(WindowHandle handle, const ThreadMessage& message) noexce
     return true;
 }
 
+// Only what is the endpoints': what waits for windows of a toolkit has to go through the toolkit's own loop.
 bool dispatchWindowMessages() {
     createMessageQueue();
     MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
-        if (message.hwnd != nullptr) {
-            DispatchMessageA(&message);
-            continue;
+    for (bool anything = true; anything;) {
+        anything = false;
+        // A copy: handlers create and destroy endpoints.
+        for (const std::vector<HWND> windows = ownWindows(); const HWND window : windows) {
+            while (PeekMessageA(&message, window, applicationMessage, lastMessage, PM_REMOVE) != 0) {
+                anything = true;
+                DispatchMessageA(&message);
+            }
         }
+    }
+    const auto ofThread = reinterpret_cast<HWND>(std::intptr_t{-1});
+    while (PeekMessageA(&message, ofThread, 0, 0, PM_REMOVE) != 0) {
         noteThreadMessageTaken();
         if (message.message == WM_QUIT) {
             return false;
