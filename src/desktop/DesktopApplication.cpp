@@ -62,6 +62,7 @@ DesktopApplication::~DesktopApplication() {
 }
 
 void DesktopApplication::run(Gui::QelGuiIF& gui) {
+    hideOwnConsole();
     auto& desktop = dynamic_cast<DesktopGui&>(gui); // ours: the builder is
     desktop.initialize();
     desktop.create(nullptr);

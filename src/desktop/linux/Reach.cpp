@@ -56,6 +56,8 @@ bool canOpenWindows() {
     return isSet("WAYLAND_DISPLAY") || (isSet("DISPLAY") && XDisplay().isOpen());
 }
 
+void hideOwnConsole() {} // the system opens none
+
 std::uint32_t codeOfScanCode(std::uint32_t nativeScanCode) {
     if (nativeScanCode <= offsetOfX) {
         return 0;

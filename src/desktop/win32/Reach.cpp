@@ -2,10 +2,9 @@
 
 #include "desktop/KeyPlaces.h"
 
-#include <QMetaObject>
 #include <QObject>
 #include <QString>
-#include <atomic>
+#include <QWinEventNotifier>
 #include <utility>
 #include <windows.h>
 
@@ -14,11 +13,29 @@ namespace Desktop {
 namespace {
 
 constexpr std::uint32_t extendedBit = 0x100;
+// Of these the system says otherwise than the keyboard whether they are extended.
+constexpr std::uint32_t rightShift = 0x36;
+constexpr std::uint32_t pausePlace = 0x45;
+constexpr std::uint32_t pauseCode = 19;
 
-// The window's endpoint is a window of the system: its messages come through the toolkit's own loop.
-class NoWakeUp final : public WakeUp {
+class EventWakeUp final : public WakeUp {
 public:
-    void signal() noexcept override {}
+    explicit EventWakeUp(std::function<void()> work)
+        : event_(CreateEventW(nullptr, FALSE, FALSE, nullptr)), notifier_(event_) {
+        QObject::connect(&notifier_, &QWinEventNotifier::activated, &notifier_, std::move(work));
+    }
+    ~EventWakeUp() override {
+        notifier_.setEnabled(false);
+        CloseHandle(event_);
+    }
+    EventWakeUp(const EventWakeUp&) = delete;
+    EventWakeUp& operator=(const EventWakeUp&) = delete;
+
+    void signal() noexcept override { SetEvent(event_); }
+
+private:
+    HANDLE event_;
+    QWinEventNotifier notifier_;
 };
 
 // The low-level hook of the system. There is one, whose listener is told on the thread that set it.
@@ -55,11 +72,27 @@ private:
 } // namespace
 
 bool canOpenWindows() {
-    return true;
+    // A service has no screen.
+    USEROBJECTFLAGS flags{};
+    return GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr) == 0 ||
+           (flags.dwFlags & WSF_VISIBLE) != 0;
+}
+
+// Hidden, not given back: what is printed has to go somewhere.
+void hideOwnConsole() {
+    DWORD processes[2];
+    if (GetConsoleProcessList(processes, 2) == 1) {
+        ShowWindow(GetConsoleWindow(), SW_HIDE);
+    }
 }
 
 std::uint32_t codeOfScanCode(std::uint32_t nativeScanCode) {
-    return codeOfPlace(nativeScanCode & 0x7F, (nativeScanCode & extendedBit) != 0);
+    const std::uint32_t place = nativeScanCode & 0x7F;
+    const bool extended = (nativeScanCode & extendedBit) != 0;
+    if (place == pausePlace && !extended) {
+        return pauseCode;
+    }
+    return codeOfPlace(place, extended && place != rightShift);
 }
 
 std::map<std::uint32_t, std::string> keyLegends() {
@@ -74,8 +107,8 @@ std::map<std::uint32_t, std::string> keyLegends() {
     return legends;
 }
 
-std::unique_ptr<WakeUp> makeWakeUp(std::function<void()>) {
-    return std::make_unique<NoWakeUp>();
+std::unique_ptr<WakeUp> makeWakeUp(std::function<void()> work) {
+    return std::make_unique<EventWakeUp>(std::move(work));
 }
 
 std::unique_ptr<Gui::KeyboardHookProxy> makeKeyboardHook(GlobalKey listener) {
