@@ -17,7 +17,7 @@ if(WIN32)
 
   # RtMidi has no mingw package: it is built here from Debian's source package.
   set(TEMBREL_DEPS ${CMAKE_SOURCE_DIR}/build/deps CACHE PATH "Unpacked source packages, shared by all build folders")
-  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/fetch-rtmidi ${TEMBREL_DEPS} OUTPUT_VARIABLE rtmidi_folder
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/tools/fetch-source ${TEMBREL_DEPS} rtmidi librtmidi-dev OUTPUT_VARIABLE rtmidi_folder
                   OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
   add_library(tembrel_rtmidi STATIC ${rtmidi_folder}/RtMidi.cpp)
   target_compile_definitions(tembrel_rtmidi PRIVATE __WINDOWS_MM__)
@@ -67,13 +67,31 @@ endif()
 # The window. Without it the program runs headless.
 set(TEMBREL_HAS_DESKTOP OFF)
 if(TEMBREL_DESKTOP)
+  if(WIN32)
+    # There is no mingw package of Qt: tools/qt-for-windows builds it. Its tools are those of this system's Qt.
+    set(TEMBREL_WINDOWS_QT ${CMAKE_SOURCE_DIR}/build/qt-windows CACHE PATH "Where tools/qt-for-windows has put Qt")
+    list(APPEND CMAKE_FIND_ROOT_PATH ${TEMBREL_WINDOWS_QT})
+    list(APPEND CMAKE_PREFIX_PATH ${TEMBREL_WINDOWS_QT})
+    set(QT_HOST_PATH /usr)
+    file(GLOB QT_HOST_PATH_CMAKE_DIR /usr/lib/*/cmake/Qt6HostInfo)
+    cmake_path(GET QT_HOST_PATH_CMAKE_DIR PARENT_PATH QT_HOST_PATH_CMAKE_DIR)
+  endif()
   find_package(Qt6 6.4 QUIET COMPONENTS Widgets Test)
   if(Qt6Widgets_FOUND AND Qt6Test_FOUND)
     set(TEMBREL_HAS_DESKTOP ON)
     set(TEMBREL_DESKTOP_LIBRARIES Qt6::Widgets)
-    if(NOT WIN32)
+    if(WIN32)
+      # Windows looks for DLLs beside the program, and Qt for what opens windows in a folder beside its DLLs.
+      set(TEMBREL_QT_DLLS ${TEMBREL_WINDOWS_QT}/bin/Qt6Core.dll ${TEMBREL_WINDOWS_QT}/bin/Qt6Gui.dll
+                          ${TEMBREL_WINDOWS_QT}/bin/Qt6Widgets.dll)
+      set(TEMBREL_QT_PLATFORM ${TEMBREL_WINDOWS_QT}/plugins/platforms/qwindows.dll)
+      file(COPY ${TEMBREL_QT_DLLS} ${TEMBREL_WINDOWS_QT}/bin/Qt6Test.dll DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+      file(COPY ${TEMBREL_WINDOWS_QT}/plugins/platforms DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
+    else()
       pkg_check_modules(x11 REQUIRED IMPORTED_TARGET x11 xi)
       list(APPEND TEMBREL_DESKTOP_LIBRARIES PkgConfig::x11)
     endif()
+  elseif(WIN32)
+    message(STATUS "No Qt for Windows in ${TEMBREL_WINDOWS_QT}: no window. tools/qt-for-windows makes it.")
   endif()
 endif()
