@@ -20,7 +20,10 @@ else()
   # The library is the program's own: it lies where only the program looks.
   install(TARGETS tembrel_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(TARGETS tembrel_library LIBRARY DESTINATION lib/tembrel)
-  set_target_properties(tembrel_program PROPERTIES INSTALL_RPATH "$ORIGIN/../lib/tembrel")
+  # One for both places: CMake fills up a path that it will change on installation with empty ones, each of which means
+  # the folder that the user happens to be in.
+  set_target_properties(tembrel_program PROPERTIES INSTALL_RPATH "$ORIGIN/../lib/tembrel:$ORIGIN"
+                                                   BUILD_WITH_INSTALL_RPATH ON)
   install(DIRECTORY data/factory/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tembrel/Default)
   install(DIRECTORY ${CMAKE_BINARY_DIR}/share/tembrel/Manual/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tembrel/Manual)
   install(FILES data/tembrel.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
