@@ -69,9 +69,9 @@ void GuiUpdates::lookAtSections() {
         told_.bank = from_.bank.revision();
     }
     if (told_.layers != from_.layers.revision() &&
-        window_.postCopyOf(
-            idOf(GuiMessage::layers),
-            Gui::LayersInfo{from_.layers.layers(), from_.layers.selectedForData(), from_.layers.selectedForEdit()})) {
+        window_.postCopyOf(idOf(GuiMessage::layers),
+                           Gui::LayersInfo{from_.layers.layers(), from_.layers.selectedForData(),
+                                           from_.layers.selectedForEdit(), from_.layers.presetName()})) {
         told_.layers = from_.layers.revision();
     }
     if (!(told_.zones == from_.zones.zones()) && postCopy(from_.zones.zones(), [this](std::uintptr_t copy) {

@@ -96,9 +96,10 @@ void LayerSection::loadPreset(const std::string& name) {
 
 void LayerSection::savePreset(const std::string& name, const std::vector<int>& places) {
     if (places.empty()) {
-        if (presets_.folder().write(name, sectionText(set_.layers, false))) {
+        if (presets_.folder().write(name, sectionText(set_.layers, false), reportFault_)) {
             set_.presetName = name;
             isChanged_ = false;
+            ++revision_;
         }
         return;
     }
@@ -108,15 +109,15 @@ void LayerSection::savePreset(const std::string& name, const std::vector<int>& p
             chosen.push_back(set_.layers[static_cast<std::size_t>(place)]);
         }
     }
-    static_cast<void>(presets_.folder().write(name, sectionText(chosen, true)));
+    presets_.folder().write(name, sectionText(chosen, true), reportFault_);
 }
 
 void LayerSection::storePreset(const std::string& name, const Layers::LayerList& layers) {
-    static_cast<void>(presets_.folder().write(name, sectionText(layers, false)));
+    presets_.folder().write(name, sectionText(layers, false), reportFault_);
 }
 
 void LayerSection::deletePreset(const std::string& name) {
-    static_cast<void>(presets_.folder().remove(name));
+    presets_.folder().remove(name, reportFault_);
 }
 
 // Single layers. -------------------------------------------------------------------------------------------------

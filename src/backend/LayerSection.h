@@ -52,6 +52,7 @@ public:
     // An edited list: what is selected stays so, as far as it is there.
     void replace(Layers::LayerList layers);
     // Another number after each change of layers or selection.
+    [[nodiscard]] const std::string& presetName() const { return set_.presetName; }
     [[nodiscard]] std::uint32_t revision() const { return revision_; }
 
     void selectForData(const SelectType& which);

@@ -238,20 +238,21 @@ void OscillatorSection::savePreset(const std::string& name, const std::vector<Os
     } else {
         Oscillators::writeOscillators(text, 0, list_, ids);
     }
-    if (presets_.folder().write(name, text.str()) && ids.empty()) {
+    if (presets_.folder().write(name, text.str(), reportFault_) && ids.empty()) {
         list_.presetName = name;
         isChanged_ = false;
+        tellWindow();
     }
 }
 
 void OscillatorSection::storePreset(const std::string& name, const OscList& list) {
     std::ostringstream text;
     Oscillators::writeOscillators(text, 0, list);
-    static_cast<void>(presets_.folder().write(name, text.str()));
+    presets_.folder().write(name, text.str(), reportFault_);
 }
 
 void OscillatorSection::deletePreset(const std::string& name) {
-    static_cast<void>(presets_.folder().remove(name));
+    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend

@@ -241,12 +241,19 @@ void QelBackend::saveToBank(const std::string& path, Platform::WindowHandle owne
     bank_.saveToBank(Platform::pathOf(path), owner);
 }
 
-void QelBackend::saveToProgram(const std::string& path, Platform::WindowHandle) {
-    programs_.saveToProgram(Platform::pathOf(path));
+void QelBackend::saveToProgram(const std::string& path, Platform::WindowHandle owner) {
+    if (programs_.saveToProgram(Platform::pathOf(path)) && owner != nullptr) {
+        Platform::postWindowMessage(owner, {savedToBankMessage, 0, 0});
+    }
 }
 
 void QelBackend::addSequencePreset(const std::string& name, const std::string& sequence) {
     sequences_.add(name, sequence);
+    layers_.sequenceChanged(name);
+}
+
+void QelBackend::deleteSequencePreset(const std::string& name) {
+    sequences_.remove(name);
     layers_.sequenceChanged(name);
 }
 

@@ -108,6 +108,7 @@ public:
     void changeProgramName(const std::string& name) override { programs_.rename(name); }
     void changeProgram(const SelectType& which) override { bank_.changeProgram(which); }
     void addSequencePreset(const std::string& name, const std::string& sequence) override;
+    void deleteSequencePreset(const std::string& name) override;
 
     void setClickZoneChannelTranspose(bool on) override { settings_.setClickZoneChannelTranspose(on); }
     void setAlwaysOnTop(bool on) override { settings_.setAlwaysOnTop(on); }
@@ -175,6 +176,14 @@ public:
     void loadJoystickInputPreset(const std::string& name) override { joysticks_.loadPreset(name); }
     void loadLayerPreset(const std::string& name) override { layers_.loadPreset(name); }
     void loadOscillatorPreset(const std::string& name) override { oscillators_.loadPreset(name); }
+    void saveLayerPreset(const std::string& name, const std::vector<int>& places) override {
+        layers_.savePreset(name, places);
+    }
+    void deleteLayerPreset(const std::string& name) override { layers_.deletePreset(name); }
+    void saveOscillatorPreset(const std::string& name, const std::vector<OscId>& ids) override {
+        oscillators_.savePreset(name, ids);
+    }
+    void deleteOscillatorPreset(const std::string& name) override { oscillators_.deletePreset(name); }
 
     void keyDown(const Key& key, bool repeat) override { keyManager_.postKeyDown(key, repeat); }
     void keyUp(const Key& key) override { keyManager_.postKeyUp(key); }

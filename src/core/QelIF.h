@@ -21,6 +21,7 @@ class SelectType;
 struct Cell;
 struct JoyAxisElementId;
 struct JoyButtonElementId;
+struct OscId;
 struct ScreenState;
 namespace WindowsLib {
 struct Rect;
@@ -184,6 +185,12 @@ public:
     virtual void loadJoystickInputPreset(const std::string& name) = 0;
     virtual void loadLayerPreset(const std::string& name) = 0;
     virtual void loadOscillatorPreset(const std::string& name) = 0;
+    // For whoever cannot reach the sections' own managers. An empty selection saves all; what is chosen is saved so
+    // that loading it leaves the rest as it is.
+    virtual void saveLayerPreset(const std::string& name, const std::vector<int>& places) = 0;
+    virtual void deleteLayerPreset(const std::string& name) = 0;
+    virtual void saveOscillatorPreset(const std::string& name, const std::vector<OscId>& ids) = 0;
+    virtual void deleteOscillatorPreset(const std::string& name) = 0;
 
     // The computer keyboard. Both only post on to the section's own messages. [any]
     virtual void keyDown(const Key& key, bool repeat) = 0;
@@ -224,6 +231,8 @@ public:
     virtual void changeProgramName(const std::string& name) = 0;
     // Stores a sequence, replacing one of that name; its text is its XML element or its steps alone.
     virtual void addSequencePreset(const std::string& name, const std::string& sequence) = 0;
+    // Removes its file; layers that play it go on with the built-in one of that name, or as without a sequence.
+    virtual void deleteSequencePreset(const std::string& name) = 0;
     virtual void changeProgram(const SelectType& which) = 0;
     virtual void changeDefaultMidiOutput(const SelectType& which) = 0;
     virtual void setScreenState(const ScreenState& state) = 0;

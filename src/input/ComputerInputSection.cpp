@@ -139,11 +139,11 @@ void ComputerInputSection::savePreset(const std::string& name, const std::vector
     std::ostringstream text;
     if (!keys.empty()) {
         writeComputerInput(text, 0, *map_, keys);
-        static_cast<void>(presets_.write(name, text.str()));
+        presets_.write(name, text.str(), reportFault_);
         return;
     }
     writeComputerInput(text, 0, *map_);
-    if (presets_.write(name, text.str())) {
+    if (presets_.write(name, text.str(), reportFault_)) {
         KeyConfigurationMap map = copyOfMap();
         map.presetName = name;
         set(std::move(map));
@@ -153,11 +153,11 @@ void ComputerInputSection::savePreset(const std::string& name, const std::vector
 void ComputerInputSection::storePreset(const std::string& name, const KeyConfigurationMap& map) {
     std::ostringstream text;
     writeComputerInput(text, 0, map);
-    static_cast<void>(presets_.write(name, text.str()));
+    presets_.write(name, text.str(), reportFault_);
 }
 
 void ComputerInputSection::deletePreset(const std::string& name) {
-    static_cast<void>(presets_.remove(name));
+    presets_.remove(name, reportFault_);
 }
 
 } // namespace Backend::ComputerInput

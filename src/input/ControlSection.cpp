@@ -225,24 +225,25 @@ void ControlSection::savePreset(const std::string& name, const std::vector<Cell>
     std::ostringstream text;
     if (!cells.empty()) {
         writeControls(text, 0, map_, cells);
-        static_cast<void>(presets_.folder().write(name, text.str()));
+        presets_.folder().write(name, text.str(), reportFault_);
         return;
     }
     writeControls(text, 0, map_);
-    if (presets_.folder().write(name, text.str())) {
+    if (presets_.folder().write(name, text.str(), reportFault_)) {
         map_.presetName = name;
         isChanged_ = false;
+        ++revision_;
     }
 }
 
 void ControlSection::storePreset(const std::string& name, const ControlMap& map) {
     std::ostringstream text;
     writeControls(text, 0, map);
-    static_cast<void>(presets_.folder().write(name, text.str()));
+    presets_.folder().write(name, text.str(), reportFault_);
 }
 
 void ControlSection::deletePreset(const std::string& name) {
-    static_cast<void>(presets_.folder().remove(name));
+    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend::Controls

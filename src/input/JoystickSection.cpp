@@ -113,24 +113,25 @@ void JoystickSection::savePreset(const std::string& name, const JoystickSelectio
     std::ostringstream text;
     if (!selection.isEmpty()) {
         writeJoystick(text, 0, map_, selection);
-        static_cast<void>(presets_.folder().write(name, text.str()));
+        presets_.folder().write(name, text.str(), reportFault_);
         return;
     }
     writeJoystick(text, 0, map_);
-    if (presets_.folder().write(name, text.str())) {
+    if (presets_.folder().write(name, text.str(), reportFault_)) {
         map_.presetName = name;
         isChanged_ = false;
+        ++revision_;
     }
 }
 
 void JoystickSection::storePreset(const std::string& name, const JoystickMap& map) {
     std::ostringstream text;
     writeJoystick(text, 0, map);
-    static_cast<void>(presets_.folder().write(name, text.str()));
+    presets_.folder().write(name, text.str(), reportFault_);
 }
 
 void JoystickSection::deletePreset(const std::string& name) {
-    static_cast<void>(presets_.folder().remove(name));
+    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend::Joystick

@@ -107,4 +107,21 @@ Platform::Outcome PresetFolder::remove(const std::string& name) const {
     return Platform::success();
 }
 
+namespace {
+bool isDone(const Platform::Outcome& outcome, const PresetFolder::Report& report) {
+    if (!outcome) {
+        report(outcome.fault());
+    }
+    return static_cast<bool>(outcome);
+}
+} // namespace
+
+bool PresetFolder::write(const std::string& name, const std::string& section, const Report& report) const {
+    return isDone(write(name, section), report);
+}
+
+bool PresetFolder::remove(const std::string& name, const Report& report) const {
+    return isDone(remove(name), report);
+}
+
 } // namespace Backend::Component

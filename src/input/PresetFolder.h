@@ -5,6 +5,7 @@
 #include "platform/XmlDocument.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,11 @@ public:
     // `section` is the text of the section at depth 0; a preset of that name is replaced.
     [[nodiscard]] Platform::Outcome write(const std::string& name, const std::string& section) const;
     [[nodiscard]] Platform::Outcome remove(const std::string& name) const;
+
+    using Report = std::function<void(const Platform::Fault&)>;
+    // The same for whoever can do no more than say what went wrong; true when it is done.
+    bool write(const std::string& name, const std::string& section, const Report& report) const;
+    bool remove(const std::string& name, const Report& report) const;
 
 private:
     // Empty for a name that does not do.

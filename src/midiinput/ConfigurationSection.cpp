@@ -102,11 +102,11 @@ void ConfigurationSection::savePreset(const std::string& name, const std::vector
     std::ostringstream text;
     if (!events.empty()) {
         writeMidiInput(text, 0, *map_, events);
-        static_cast<void>(presets_.folder().write(name, text.str()));
+        presets_.folder().write(name, text.str(), reportFault_);
         return;
     }
     writeMidiInput(text, 0, *map_);
-    if (presets_.folder().write(name, text.str())) {
+    if (presets_.folder().write(name, text.str(), reportFault_)) {
         Map map = *map_;
         map.presetName = name;
         replace(std::move(map));
@@ -117,11 +117,11 @@ void ConfigurationSection::savePreset(const std::string& name, const std::vector
 void ConfigurationSection::storePreset(const std::string& name, const Map& map) {
     std::ostringstream text;
     writeMidiInput(text, 0, map);
-    static_cast<void>(presets_.folder().write(name, text.str()));
+    presets_.folder().write(name, text.str(), reportFault_);
 }
 
 void ConfigurationSection::deletePreset(const std::string& name) {
-    static_cast<void>(presets_.folder().remove(name));
+    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend::MidiInput

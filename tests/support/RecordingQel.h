@@ -213,6 +213,10 @@ public:
     void loadJoystickInputPreset(Text name) override { call("loadJoystickInputPreset", name); }
     void loadLayerPreset(Text name) override { call("loadLayerPreset", name); }
     void loadOscillatorPreset(Text name) override { call("loadOscillatorPreset", name); }
+    void saveLayerPreset(Text name, const std::vector<int>&) override { call("saveLayerPreset", name); }
+    void deleteLayerPreset(Text name) override { call("deleteLayerPreset", name); }
+    void saveOscillatorPreset(Text name, const std::vector<OscId>&) override { call("saveOscillatorPreset", name); }
+    void deleteOscillatorPreset(Text name) override { call("deleteOscillatorPreset", name); }
     void keyDown(const Key& key, bool repeat) override { call("keyDown", key, repeat); }
     void keyUp(const Key& key) override { call("keyUp", key); }
     void setLayers(const std::vector<Backend::Layers::Layer>&) override { call("setLayers"); }
@@ -241,6 +245,7 @@ public:
     void changeBankSize(int size, Window owner) override { call("changeBankSize", size, owner); }
     void changeProgramName(Text name) override { call("changeProgramName", name); }
     void addSequencePreset(Text name, Text sequence) override { call("addSequencePreset", name, sequence); }
+    void deleteSequencePreset(Text name) override { call("deleteSequencePreset", name); }
     void changeProgram(Select which) override { call("changeProgram", which); }
     void changeDefaultMidiOutput(Select which) override { call("changeDefaultMidiOutput", which); }
     void setScreenState(const ScreenState& state) override { call("setScreenState", state); }
