@@ -29,6 +29,7 @@ struct LayersInfo {
     Backend::Layers::LayerList layers;
     int dataSelected = 0; // index
     int editSelected = 0;
+    std::string presetName = {}; // what they were last loaded from or saved as; may be empty
 
     friend bool operator==(const LayersInfo&, const LayersInfo&) = default;
 };
@@ -56,6 +57,7 @@ struct HostStatus {
     int tempo = 120;    // as it is played
     int heldNotes = 0;
     double latencyMs = -1; // of the way through the program; negative: not known
+    double jitterMs = 0;   // by how much that differs from one event to the next
 };
 
 } // namespace Gui

@@ -34,6 +34,7 @@ using Platform::Outcome;
 namespace {
 
 constexpr std::chrono::nanoseconds betweenLooks = StatusLine::interval;
+constexpr int looksAProbe = 5; // of the window: twice a second
 
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -243,6 +244,7 @@ Outcome RunCommand::play() {
     }
     Outcome ended = Platform::success();
     Session* running = nullptr; // while the window may ask
+    int looks = 0;
     const std::unique_ptr<ProgramWindow> window = headless_ ? nullptr : makeProgramWindow([&] {
         WindowNews news;
         news.end = signals.wasAsked() || !printers.state();
@@ -252,6 +254,12 @@ Outcome RunCommand::play() {
         news.status.system = player.system().name();
         news.status.tempo = static_cast<int>(player.tempo().beatsPerMinute() + 0.5);
         news.status.heldNotes = player.heldNotes();
+        if (looks++ % looksAProbe == 0) {
+            player.sendProbe();
+        }
+        const RoadMeter::Reading road = player.road();
+        news.status.latencyMs = road.latencyMs;
+        news.status.jitterMs = road.jitterMs;
         return news;
     });
     {

@@ -5,6 +5,8 @@
 #include "midiengine/MidiPlayer.h"
 #include "values/Ticks.h"
 
+#include <chrono>
+
 namespace Host {
 
 // Calls the engine's slices by a device's time. It owns its thread, which runs from start() to stop().
@@ -34,6 +36,8 @@ public:
     // The device's times of the tick that is being played, where messages have such times. [any thread under the engine
     // lock]
     [[nodiscard]] virtual Backend::MidiEngine::MidiPlayer::TickTime tickTime() const noexcept { return {}; }
+    // What each message is kept for, so that all of them leave evenly; 0: each leaves as soon as it can. [any]
+    [[nodiscard]] virtual std::chrono::nanoseconds evenLatency() const noexcept { return {}; }
 
 protected:
     Clock() = default;

@@ -141,7 +141,20 @@ unsigned char LivePlayer::getTempoSource() {
     return tempoSource_.load(std::memory_order_relaxed);
 }
 
+void LivePlayer::sendProbe() {
+    if ((probe_ == nullptr || probe_->isOpen()) && road_.begin()) {
+        probe_ = std::make_unique<Backend::Barrier>([this] {
+            road_.reachedEngine();
+            eventsArrived();
+        });
+        static_cast<void>(qel_->getQelMessageManager().postBarrier(*probe_));
+    }
+}
+
 void LivePlayer::playTimeSlice(Backend::Ticks from, Backend::Ticks to) {
+    if (from < to) {
+        road_.tickPlayed();
+    }
     if (clockSender_ && from < to) {
         const std::lock_guard lock(engine_->getCriticalSection());
         if (!ending_) {

@@ -5,6 +5,7 @@
 #include "host/live/ClockSender.h"
 #include "host/live/ClockedEngine.h"
 #include "host/live/MidiSystem.h"
+#include "host/live/RoadMeter.h"
 #include "midiengine/MidiPlayer.h"
 #include "platform/AutoResetEvent.h"
 #include "platform/Threads.h"
@@ -18,6 +19,7 @@
 #include <vector>
 
 namespace Backend {
+class Barrier;
 class QelIF;
 namespace MidiEngine {
 class MidiEngine;
@@ -59,6 +61,9 @@ public:
     [[nodiscard]] bool hasBeat() const noexcept;
     [[nodiscard]] Tempo tempo() const noexcept { return clock_->sync().tempo(); } // [any] as it is played
     [[nodiscard]] int heldNotes() const noexcept { return held_.load(std::memory_order_relaxed); } // [any] on outputs
+    // Sends a probe the way that events go; what the latest of them took. Between start() and releaseAll(). [main]
+    void sendProbe();
+    [[nodiscard]] RoadMeter::Reading road() const noexcept { return road_.reading(clock_->evenLatency()); }
 
     // MidiPlayer
     void play(const Backend::MidiEngine::QelMidiMessage& message, bool keepHeldNotes) override;
@@ -90,6 +95,8 @@ private:
     std::unique_ptr<Clock> clock_;
     Backend::QelIF* qel_ = nullptr;
     Backend::MidiEngine::MidiEngine* engine_ = nullptr;
+    RoadMeter road_;
+    std::unique_ptr<Backend::Barrier> probe_; // null before the first; not open: on its way
     std::vector<EventPrinter*> printers_;
     std::atomic<unsigned char> tempoSource_ = 0;
     std::optional<std::uint8_t> fixedTempoSource_;

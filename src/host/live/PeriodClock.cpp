@@ -92,6 +92,7 @@ void PeriodClock::take(const Period& period) {
     seen_ = time_.now();
     alone_ = false;
     latency_.store(latencyOf(period), std::memory_order_relaxed);
+    latencyTime_.store(durationOf(latencyOf(period), period).count(), std::memory_order_relaxed);
     sync_.runUntil(period.frame - 1); // what was left of the period before
     sync_.transportAt(period.frame, period.transport);
 }

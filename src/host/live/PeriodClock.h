@@ -48,6 +48,9 @@ public:
     [[nodiscard]] const TempoSync& sync() const noexcept override { return sync_; }
     [[nodiscard]] Backend::Ticks now() const noexcept override { return runner_.lastRun(); }
     [[nodiscard]] Backend::MidiEngine::MidiPlayer::TickTime tickTime() const noexcept override;
+    [[nodiscard]] std::chrono::nanoseconds evenLatency() const noexcept override {
+        return std::chrono::nanoseconds{latencyTime_.load(std::memory_order_relaxed)};
+    }
 
     struct Period {
         std::int64_t frame = 0;
@@ -89,7 +92,8 @@ private:
     std::uint32_t periods_ = 0; // [process]
     std::atomic<std::int64_t> taken_ = -1;
     Published<TickGrid> grid_;
-    std::atomic<std::int64_t> latency_ = 0;
+    std::atomic<std::int64_t> latency_ = 0;     // frames
+    std::atomic<std::int64_t> latencyTime_ = 0; // nanoseconds
 
     // [clock]
     Period period_;
