@@ -46,9 +46,12 @@ void offerBackup(Models& models, QWidget* parent) {
     box->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(box, &QMessageBox::finished, box, [&models, file](int answer) {
         if (answer == QMessageBox::Yes) {
+            models.edits.clear();
             models.backend().postLoadProgram(file.toStdString());
+            models.edits.resetClean(); // it is no more saved than it was
+        } else {
+            dropBackup(models);
         }
-        dropBackup(models);
     });
     box->open(); // one can play meanwhile
 }

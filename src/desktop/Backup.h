@@ -11,7 +11,8 @@ class Models;
 void takeBackup(Models& models);
 // Nothing is unsaved any more.
 void dropBackup(Models& models);
-// After a crash: asks whether the backup is wanted, and loads it. Otherwise it is dropped.
+// After a crash: asks whether the backup is wanted, and loads it: then it stays until that is saved. Otherwise it is
+// dropped.
 void offerBackup(Models& models, QWidget* parent);
 
 } // namespace Desktop

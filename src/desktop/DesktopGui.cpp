@@ -25,8 +25,6 @@ using Gui::Panel;
 namespace Detail {
 
 constexpr int frameMilliseconds = 16;
-// Posted to the window that asked for it when a program stands in its bank.
-constexpr std::uint32_t savedToBank = Platform::applicationMessage + 114;
 
 class Fonts final : public Gui::GdiManager {
 public:
@@ -88,7 +86,6 @@ public:
            [&window](std::uintptr_t, std::intptr_t) { window.keys().refreshDown(); });
         onCopy<std::string>(idOf(GuiMessage::help),
                             [&window](const std::string& text) { window.showHelp(QString::fromStdString(text)); });
-        on(savedToBank, [&window](std::uintptr_t, std::intptr_t) { window.showHelp(QObject::tr("Saved.")); });
         on(idOf(GuiMessage::helpId), [&window](std::uintptr_t id, std::intptr_t) {
             const std::string_view text = Backend::helpText(static_cast<int>(id));
             window.showHelp(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
@@ -262,6 +259,7 @@ void DesktopGui::editSequencePreset(const std::string& name, const std::string& 
 
 void DesktopGui::deleteSequencePreset(const std::string& name) {
     getSequencePresetList().erase(name);
+    getQelMessageManager().postCall([name](Backend::QelIF& qel) { qel.deleteSequencePreset(name); });
 }
 
 Gui::KeyboardHookProxy& DesktopGui::getKeyboardHookProxy() {

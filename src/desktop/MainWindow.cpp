@@ -6,6 +6,7 @@
 #include "desktop/Palette.h"
 #include "desktop/dialogs/FileDialogs.h"
 #include "desktop/dialogs/SetupDialog.h"
+#include "desktop/dialogs/TakeDialog.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/ControlsPanel.h"
 #include "desktop/panels/DisplayPanel.h"
@@ -41,6 +42,7 @@ using Gui::Panel;
 namespace {
 
 constexpr int minute = 60000;
+constexpr int borderWidth = 2;
 
 struct ButtonOf {
     Panel panel;
@@ -101,6 +103,9 @@ MainWindow::MainWindow(Models& models, std::function<void(Panel, bool)> noteShow
     lineBox->addWidget(helpText_, 1);
     status_ = new QLabel(line);
     status_->setAccessibleName(tr("Status"));
+    status_->setStatusTip(
+        tr("What an event takes from its arrival to its being played, by how much that differs, the MIDI "
+           "system, and the notes that sound"));
     lineBox->addWidget(status_);
     all->addWidget(line);
     buildPanels();
@@ -109,7 +114,13 @@ MainWindow::MainWindow(Models& models, std::function<void(Panel, bool)> noteShow
     connect(bar_, &SystemBar::saveAsked, this, &MainWindow::openSave);
     connect(bar_, &SystemBar::loadAsked, this, &MainWindow::openLoad);
     connect(bar_, &SystemBar::importAsked, this, &MainWindow::openImport);
-    connect(bar_, &SystemBar::takeAsked, this, &MainWindow::openTake);
+    connect(bar_, &SystemBar::takesAsked, this, &MainWindow::openTake);
+    connect(bar_, &SystemBar::takeAsked, this, &MainWindow::saveTakeFromLast);
+    bar_->setLeaving([this] { return askAboutUnsaved(); });
+    connect(&models.program, &ProgramModel::saved, this, [this] { showHelp(tr("Saved.")); });
+    connect(&models.keptEdits, &KeptEdits::kept, this,
+            [this](const QString& file) { showHelp(tr("What was not saved is kept as %1.").arg(file)); });
+    connect(&models.program, &ProgramModel::imported, this, [this] { showHelp(tr("Imported.")); });
     connect(bar_, &SystemBar::panicAsked, this, &MainWindow::panic);
     const auto title = [this] {
         setWindowTitle(
@@ -130,9 +141,10 @@ MainWindow::MainWindow(Models& models, std::function<void(Panel, bool)> noteShow
         wanted_[static_cast<std::size_t>(each)] = true;
     }
     backup_.setInterval(minute);
-    connect(&backup_, &QTimer::timeout, this, [this] {
-        if (!models_.edits.isClean()) {
-            takeBackup(models_);
+    connect(&backup_, &QTimer::timeout, this, &MainWindow::backUp);
+    connect(&models.edits, &QUndoStack::cleanChanged, this, [this](bool clean) {
+        if (clean) {
+            dropBackup(models_);
         }
     });
     backup_.start();
@@ -252,6 +264,7 @@ void MainWindow::showHelp(const QString& text) {
 
 void MainWindow::showFault(const QString& text) {
     helpText_->setText("⚠ " + text);
+    emit models_.program.faultSaid(text);
 }
 
 void MainWindow::showNews(const HostNews& news) {
@@ -261,9 +274,10 @@ void MainWindow::showNews(const HostNews& news) {
     const Gui::HostStatus& status = news.status;
     QStringList parts;
     if (status.latencyMs >= 0) {
-        parts << tr("latency %1 ms").arg(status.latencyMs, 0, 'f', 1);
+        parts << tr("latency %1 ms").arg(status.latencyMs, 0, 'f', 1)
+              << tr("jitter %1").arg(status.jitterMs, 0, 'f', 1);
     }
-    parts << QString::fromStdString(status.system) << tr("%1 BPM").arg(status.tempo)
+    parts << QString::fromStdString(status.system)
           << (status.heldNotes == 1 ? tr("1 note held") : tr("%1 notes held").arg(status.heldNotes));
     const QString text = parts.join(" · ");
     if (text != status_->text()) {
@@ -277,8 +291,23 @@ void MainWindow::openSetup() {
     dialog.exec();
 }
 
-void MainWindow::openSave() {
-    SaveDialog(models_, this).exec();
+bool MainWindow::openSave() {
+    QStringList titles;
+    std::vector<PanelFrame*> owners;
+    for (PanelFrame* const each : panels_) {
+        if (each != nullptr && each->hasPresets()) {
+            titles << each->title();
+            owners.push_back(each);
+        }
+    }
+    SaveDialog dialog(models_, titles, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return false;
+    }
+    if (const int part = dialog.presetAsked(); part >= 0) {
+        owners[static_cast<std::size_t>(part)]->askToSavePreset();
+    }
+    return models_.edits.isClean();
 }
 
 bool MainWindow::openLoad() {
@@ -293,6 +322,18 @@ void MainWindow::openImport() {
 
 void MainWindow::openTake() {
     TakeDialog(models_, this).exec();
+}
+
+void MainWindow::saveTakeFromLast(int fromLast) {
+    if (const QString came = saveTake(models_, fromLast, this); !came.isEmpty()) {
+        showHelp(came);
+    }
+}
+
+void MainWindow::backUp() {
+    if (!models_.edits.isClean()) {
+        takeBackup(models_);
+    }
 }
 
 void MainWindow::panic() {
@@ -310,7 +351,7 @@ bool MainWindow::askAboutUnsaved() {
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     const int answer = box.exec();
     if (answer == QMessageBox::Save) {
-        return SaveDialog(models_, this).exec() == QDialog::Accepted;
+        return openSave();
     }
     return answer == QMessageBox::Discard;
 }
@@ -352,8 +393,9 @@ void MainWindow::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Desktop::palette().ground);
     if (models_.settings.isOn(ChangedSetting::useSkinBorder)) {
-        painter.setPen(QPen(Desktop::palette().line, 1));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        painter.setPen(QPen(Desktop::palette().line, borderWidth));
+        const double half = borderWidth / 2.0;
+        painter.drawRect(QRectF(rect()).adjusted(half, half, -half, -half));
     }
 }
 
@@ -406,7 +448,7 @@ void MainWindow::saveState() const {
     for (std::size_t i = 0; i < rowSplitters_.size(); ++i) {
         state.setValue(QStringLiteral("row%1").arg(i), rowSplitters_[i]->saveState());
     }
-    const QRect now = geometry();
+    const QRect now = dockedNow_ ? undocked_ : geometry();
     models_.backend().postSetLastWindowPosition({now.left(), now.top(), now.right() + 1, now.bottom() + 1});
 }
 
@@ -421,11 +463,18 @@ void MainWindow::applyFlags() {
     }
     const bool dock = models_.settings.isOn(ChangedSetting::dockToBottomEdge);
     if (dock && screen() != nullptr) {
+        if (!dockedNow_) {
+            undocked_ = geometry();
+        }
         const QRect free = screen()->availableGeometry();
         const int tall = std::min(height(), free.height());
         setGeometry(free.left(), free.bottom() + 1 - tall, free.width(), tall);
+    } else if (dockedNow_) {
+        setGeometry(undocked_);
     }
     dockedNow_ = dock;
+    const int border = models_.settings.isOn(ChangedSetting::useSkinBorder) ? borderWidth : 0;
+    layout()->setContentsMargins(border, border, border, border);
     update();
 }
 

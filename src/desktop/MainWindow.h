@@ -45,10 +45,13 @@ public:
     void showFault(const QString& text);
     void showNews(const HostNews& news);
     void openSetup();
-    void openSave();
+    bool openSave(); // true when nothing is unsaved any more
     bool openLoad();
     void openImport();
+    // Whether the program may be left: nothing is unsaved, or one has been asked.
+    bool askAboutUnsaved();
     void openTake();
+    void saveTakeFromLast(int fromLast); // 1: the last one; 0: everything
 
     // What the window remembers between runs.
     void restoreState();
@@ -56,6 +59,8 @@ public:
     void applyFlags(); // always on top, docked to the bottom edge
     void setPaletteName(const QString& name);
     void panic();
+    // Keeps what is unsaved for the case of a crash; each minute.
+    void backUp();
 
 signals:
     void closing();
@@ -70,7 +75,6 @@ private:
     void buildShortcuts();
     void addPanel(PanelFrame* frame, int row);
     void arrange();
-    bool askAboutUnsaved();
     [[nodiscard]] QString stateFile() const;
 
     Models& models_;
@@ -91,6 +95,7 @@ private:
     QTimer backup_;
     bool isClosed_ = false;
     bool dockedNow_ = false;
+    QRect undocked_; // where it was before it was docked
 };
 
 } // namespace Desktop

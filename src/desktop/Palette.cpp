@@ -1,10 +1,15 @@
 #include "desktop/Palette.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QImage>
+#include <QPainter>
 #include <QPalette>
+#include <QPolygonF>
 #include <QStyleFactory>
+#include <QTemporaryDir>
 #include <algorithm>
 #include <cstddef>
 
@@ -58,6 +63,25 @@ QString rgb(const QColor& colour) {
     return colour.name();
 }
 
+// A small triangle as a picture: style sheets take one from files only. Empty where there is no room for files.
+QString arrowFile(const QColor& colour) {
+    static const QTemporaryDir folder;
+    const QString file = folder.filePath("arrow-" + rgb(colour).mid(1) + ".png");
+    if (folder.isValid() && !QFile::exists(file)) {
+        constexpr int size = 32; // scaled down to whatever is wanted
+        QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colour);
+        painter.drawPolygon(QPolygonF{{3, 10}, {size - 3, 10}, {size / 2.0, 25}});
+        painter.end();
+        picture.save(file);
+    }
+    return file;
+}
+
 // For what the toolkit draws itself. Names in braces are colours, {g1} ... steps of the grid.
 QString styleSheet(const Palette& p) {
     QString sheet = QStringLiteral(R"(
@@ -89,12 +113,17 @@ QPushButton#Panic { color: {danger}; background: transparent; border-color: {dan
 QPushButton#Panic:pressed { color: {onAccent}; background: {danger}; }
 QPushButton#Small { padding: 0 {g2}px; min-height: {g3}px; }
 QPushButton#Small:checked { background: {amber}; border-color: {amber}; }
+QPushButton:checked:disabled, QPushButton#Small:checked:disabled, QToolButton:checked:disabled {
+    background: transparent; color: {faint}; border-color: {line}; }
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QTextBrowser, QListView, QTreeView, QTableView {
     background: {sunk}; border: 1px solid {line}; border-radius: 6px; padding: {g1}px; }
 QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QListView:focus, QTreeView:focus, QTableView:focus,
 QTextBrowser:focus { border-color: {amber}; }
 QLineEdit:disabled, QComboBox:disabled, QAbstractSpinBox:disabled { color: {faint}; }
+QComboBox { padding-right: {g4}px; }
 QComboBox::drop-down { border: none; width: {g4}px; }
+QComboBox::down-arrow { width: {g3}px; height: {g3}px; right: {g1}px; image: url({arrow}); }
+QComboBox::down-arrow:disabled { image: none; }
 QComboBox QAbstractItemView { background: {raised}; border: 1px solid {line}; }
 QSpinBox::up-button, QSpinBox::down-button, QDoubleSpinBox::up-button, QDoubleSpinBox::down-button { width: 0; }
 QListView::item:selected, QTreeView::item:selected, QTableView::item:selected { background: {amber};
@@ -123,6 +152,7 @@ QTabBar::tab:selected { border-bottom: 2px solid {amber}; }
 QTabWidget::pane { border: none; }
 )");
     const std::pair<const char*, QString> words[]{
+        {"{arrow}", arrowFile(p.dim)},
         {"{ground}", rgb(p.ground)},
         {"{panel}", rgb(p.panel)},
         {"{raised}", rgb(p.raised)},

@@ -173,6 +173,10 @@ TEST(SequenceLayersTest, PlayWhatTheirNameStandsForByThen) {
     });
     EXPECT_EQ(rig.afterKey(), "0 90 72 100; 0 80 72 64");
     EXPECT_EQ(rig.takeFaults().size(), 1U);
+    rig.after([](Backend::QelMessageManager& backend) {
+        backend.postCall([](Backend::QelIF& qel) { qel.deleteSequencePreset("Mine"); });
+    });
+    EXPECT_EQ(rig.afterKey(), "0 90 60 100; 0 80 60 64");
     std::string text;
     rig.afterDirect([&](Backend::QelIF& qel) { text = qel.getProgramText(); });
     EXPECT_NE(text.find("<SequenceSetting preset=\"Mine\" useNote=\"true\" useVelocity=\"false\""), std::string::npos)

@@ -2,6 +2,7 @@
 #include "desktop/DesktopRig.h"
 #include "desktop/dialogs/FileDialogs.h"
 #include "desktop/dialogs/SetupDialog.h"
+#include "desktop/dialogs/TakeDialog.h"
 #include "desktop/panels/ControlsPanel.h"
 #include "desktop/panels/OutputPanel.h"
 #include "desktop/panels/PanelFrame.h"
@@ -201,8 +202,12 @@ TEST_F(DesktopPanels, NothingThatOneCanWorkIsNameless) {
     EXPECT_EQ(namelessIn(rig.window()), "");
     Desktop::SetupDialog setup(rig.models(), nullptr);
     EXPECT_EQ(namelessIn(setup), "");
-    Desktop::SaveDialog save(rig.models(), nullptr);
+    Desktop::SaveDialog save(rig.models(), {"Layers"}, nullptr);
     EXPECT_EQ(namelessIn(save), "");
+    Desktop::TakeDialog takes(rig.models(), nullptr);
+    EXPECT_EQ(namelessIn(takes), "");
+    Desktop::PresetDialog preset("Layers", "", {}, {{"L:1", true}}, nullptr);
+    EXPECT_EQ(namelessIn(preset), "");
 }
 
 } // namespace

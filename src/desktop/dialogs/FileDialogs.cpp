@@ -7,31 +7,29 @@
 #include "gui/QelGui.h"
 #include "platform/PathText.h"
 
-#include <QDateTime>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
-#include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <filesystem>
+#include <algorithm>
+#include <iterator>
 
 namespace Desktop {
 
 namespace {
 
-QString folderOf(Models& models, const char* name) {
-    const QString path =
-        QString::fromStdString(Platform::textOf(models.qel().getApplicationData())) + "/" + QString::fromLatin1(name);
+QString folderOf(Models& models, const QString& name) {
+    const QString path = QString::fromStdString(Platform::textOf(models.qel().getApplicationData())) + "/" + name;
     QDir().mkpath(path);
     return path;
 }
 
 } // namespace
 
-SaveDialog::SaveDialog(Models& models, QWidget* parent) : QDialog(parent), models_(models) {
+SaveDialog::SaveDialog(Models& models, const QStringList& parts, QWidget* parent) : QDialog(parent), models_(models) {
     setWindowTitle(tr("Save"));
     auto* const all = new QVBoxLayout(this);
     all->setSpacing(grid(2));
@@ -57,10 +55,33 @@ SaveDialog::SaveDialog(Models& models, QWidget* parent) : QDialog(parent), model
     all->addWidget(slot_);
     toProgram_ = way(tr("As a program file …"));
     toBank_ = way(tr("The whole bank, with this program in it, as another file …"));
+    toPreset_ = way(tr("A part of it as a preset, all of it or chosen elements …"));
+    part_ = new QComboBox(this);
+    part_->setAccessibleName(tr("Part that is saved as a preset"));
+    part_->addItems(parts);
+    all->addWidget(part_);
+    toPreset_->setEnabled(!parts.isEmpty());
+    const auto follow = [this] {
+        name_->setEnabled(!toPreset_->isChecked());
+        slot_->setEnabled(toSlot_->isChecked());
+        part_->setEnabled(toPreset_->isChecked());
+    };
+    for (const QRadioButton* const each : {toSlot_, toProgram_, toBank_, toPreset_}) {
+        connect(each, &QRadioButton::toggled, this, follow);
+    }
     toSlot_->setEnabled(!programs.empty());
     toBank_->setEnabled(!programs.empty());
     (programs.empty() ? toProgram_ : toSlot_)->setChecked(true);
+    follow();
+    remark_ = new QLabel(this);
+    remark_->setWordWrap(true);
+    all->addWidget(remark_);
     all->addStretch(1);
+    connect(&models.program, &ProgramModel::saved, this, &SaveDialog::saved);
+    connect(&models.program, &ProgramModel::faultSaid, this, [this](const QString& text) {
+        isWaiting_ = false;
+        remark_->setText(tr("It is not saved: %1").arg(text));
+    });
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &SaveDialog::save);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -77,30 +98,49 @@ QString SaveDialog::askForFile(const QString& filter, const QString& ending) {
     return file;
 }
 
+int SaveDialog::presetAsked() const {
+    return toPreset_->isChecked() ? part_->currentIndex() : -1;
+}
+
 void SaveDialog::save() {
-    Backend::QelMessageManager& backend = models_.backend();
-    const std::string name = name_->text().toStdString();
-    if (name != models_.program.program().name) {
-        backend.postChangeProgramName(name);
+    if (toPreset_->isChecked()) {
+        return accept();
     }
-    Platform::WindowHandle owner = models_.gui().getWindowHandle();
+    QString file;
+    if (toProgram_->isChecked()) {
+        file = askForFile(tr("Programs (*.prg)"), ".prg");
+    } else if (toBank_->isChecked()) {
+        file = askForFile(tr("Banks (*.bnk)"), ".bnk");
+    }
+    if (file.isEmpty() && !toSlot_->isChecked()) {
+        return;
+    }
+    if (name_->text() != QString::fromStdString(models_.program.program().name)) {
+        models_.program.rename(name_->text());
+    }
+    isWaiting_ = true;
+    savedEdits_ = models_.edits.index();
+    remark_->clear();
+    Backend::QelMessageManager& backend = models_.backend();
+    const Platform::WindowHandle owner = models_.gui().getWindowHandle();
     if (toSlot_->isChecked()) {
         backend.postSaveToCurrentBank(slot_->currentIndex(), owner);
     } else if (toProgram_->isChecked()) {
-        const QString file = askForFile(tr("Programs (*.prg)"), ".prg");
-        if (file.isEmpty()) {
-            return;
-        }
         backend.postSaveToProgram(file.toStdString(), owner);
     } else {
-        const QString file = askForFile(tr("Banks (*.bnk)"), ".bnk");
-        if (file.isEmpty()) {
-            return;
-        }
         backend.postSaveToBank(file.toStdString(), owner);
     }
-    models_.edits.setClean();
-    accept();
+}
+
+// Nothing counts as saved before it is.
+void SaveDialog::saved() {
+    if (isWaiting_) {
+        isWaiting_ = false;
+        if (models_.edits.index() == savedEdits_) {
+            models_.edits.setClean();
+        }
+        accept();
+    }
 }
 
 bool loadFile(Models& models, QWidget* parent) {
@@ -118,74 +158,56 @@ bool loadFile(Models& models, QWidget* parent) {
     return true;
 }
 
+namespace {
+
+struct ImportKind {
+    const char* ending;
+    const char* filter;
+    const char* folder;
+    void (Backend::QelMessageManager::*post)(const std::string&, const std::string&, Platform::WindowHandle);
+};
+constexpr ImportKind importKinds[]{{".bnk", QT_TRANSLATE_NOOP("QObject", "Banks (*.bnk)"), "Banks",
+                                    &Backend::QelMessageManager::postImportVersion2Bank},
+                                   {".prg", QT_TRANSLATE_NOOP("QObject", "Programs (*.prg)"), "Programs",
+                                    &Backend::QelMessageManager::postImportVersion2Program},
+                                   {".pst", QT_TRANSLATE_NOOP("QObject", "Presets (*.pst)"), "",
+                                    &Backend::QelMessageManager::postImportVersion2Preset}};
+
+} // namespace
+
 void importFile(Models& models, QWidget* parent) {
     const QString source = QFileDialog::getOpenFileName(parent, QObject::tr("Import from version 2"), QDir::homePath(),
                                                         QObject::tr("Banks, programs and presets (*)"));
     if (source.isEmpty()) {
         return;
     }
-    const QString start = folderOf(models, "Banks") + "/" + QFileInfo(source).completeBaseName();
-    const QString target =
-        QFileDialog::getSaveFileName(parent, QObject::tr("Where the imported file goes"), start + ".bnk",
-                                     QObject::tr("Banks (*.bnk);;Programs (*.prg);;Presets (*.pst)"));
+    // What it is, its name says, or else the one who imports it.
+    QStringList filters;
+    QString filter;
+    QString folder = "Banks";
+    for (const ImportKind& kind : importKinds) {
+        filters << QObject::tr(kind.filter);
+        if (source.endsWith(QLatin1String(kind.ending), Qt::CaseInsensitive)) {
+            filter = filters.back();
+            folder = QLatin1String(kind.folder);
+        }
+    }
+    const QString start = folderOf(models, folder) + "/" + QFileInfo(source).completeBaseName();
+    QString target = QFileDialog::getSaveFileName(parent, QObject::tr("Where the imported file goes"), start,
+                                                  filters.join(";;"), &filter);
     if (target.isEmpty()) {
         return;
     }
-    Backend::QelMessageManager& backend = models.backend();
-    Platform::WindowHandle owner = models.gui().getWindowHandle();
-    if (target.endsWith(".prg")) {
-        backend.postImportVersion2Program(source.toStdString(), target.toStdString(), owner);
-    } else if (target.endsWith(".pst")) {
-        backend.postImportVersion2Preset(source.toStdString(), target.toStdString(), owner);
-    } else {
-        backend.postImportVersion2Bank(source.toStdString(), target.toStdString(), owner);
+    const auto isOf = [&](const ImportKind& kind) {
+        return target.endsWith(QLatin1String(kind.ending), Qt::CaseInsensitive);
+    };
+    const ImportKind* kind = std::find_if(std::begin(importKinds), std::end(importKinds), isOf);
+    if (kind == std::end(importKinds)) {
+        kind = importKinds + std::max<qsizetype>(0, filters.indexOf(filter));
+        target += QLatin1String(kind->ending);
     }
-}
-
-TakeDialog::TakeDialog(Models& models, QWidget* parent) : QDialog(parent), models_(models) {
-    setWindowTitle(tr("Takes"));
-    auto* const all = new QVBoxLayout(this);
-    all->addWidget(
-        new QLabel(tr("Everything that is played is recorded. A take ends with five seconds of silence."), this));
-    list_ = new QListWidget(this);
-    list_->setAccessibleName(tr("Takes, the latest first"));
-    takes_ = models.qel().getRetroRecord().takes();
-    for (auto take = takes_.rbegin(); take != takes_.rend(); ++take) {
-        constexpr double ticksASecond = 200;
-        const int seconds = static_cast<int>(static_cast<double>(take->ticks) / ticksASecond);
-        const QString began =
-            take->start == 0 ? tr("earlier")
-                             : QLocale().toString(QDateTime::fromMSecsSinceEpoch(take->start), QLocale::ShortFormat);
-        list_->addItem(tr("%1   %2:%3   %4 notes")
-                           .arg(began)
-                           .arg(seconds / 60)
-                           .arg(seconds % 60, 2, 10, QLatin1Char('0'))
-                           .arg(take->notes));
-    }
-    list_->setCurrentRow(0);
-    all->addWidget(list_, 1);
-    result_ = new QLabel(takes_.empty() ? tr("Nothing has been recorded yet.") : QString(), this);
-    result_->setWordWrap(true);
-    all->addWidget(result_);
-    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Close, this);
-    buttons->button(QDialogButtonBox::Save)->setEnabled(!takes_.empty());
-    connect(buttons, &QDialogButtonBox::accepted, this, &TakeDialog::save);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    all->addWidget(buttons);
-    resize(grid(90), grid(60));
-}
-
-void TakeDialog::save() {
-    const int row = list_->currentRow();
-    const QString file = QFileDialog::getSaveFileName(this, tr("Save the take"), QDir::homePath() + "/take.mid",
-                                                      tr("MIDI files (*.mid)"));
-    if (row < 0 || file.isEmpty()) {
-        return;
-    }
-    const std::u8string path(reinterpret_cast<const char8_t*>(file.toUtf8().constData()));
-    const auto saved = models_.qel().getRetroRecord().save(std::filesystem::path(path), row + 1);
-    result_->setText(saved ? tr("%1 notes are saved.").arg(saved.value().notes)
-                           : QString::fromStdString(saved.fault().text()));
+    models.edits.clear();
+    (models.backend().*kind->post)(source.toStdString(), target.toStdString(), models.gui().getWindowHandle());
 }
 
 } // namespace Desktop

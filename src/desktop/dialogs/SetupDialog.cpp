@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QScrollArea>
 #include <QTabWidget>
 
 namespace Desktop {
@@ -38,14 +39,29 @@ SetupDialog::SetupDialog(Models& models, QWidget* parent) : QDialog(parent), mod
         widget->setToolTip(help);
         layout.addLayout(row);
     };
-    portsPage_ = page(tr("Ports"));
+    auto* const portsTab = page(tr("Ports"));
+    output_ = new QComboBox(this);
+    connect(output_, &QComboBox::activated, this, [this](int index) {
+        models_.settings.set(ChangedSetting::defaultOutput, output_->itemData(index).toInt());
+    });
+    labelled(*portsTab, tr("Default output"), output_, tr("Where all goes that names no output of its own"));
+    auto* const portsArea = new QScrollArea(this);
+    portsArea->setWidgetResizable(true);
+    portsArea->setFocusPolicy(Qt::NoFocus);
+    auto* const portsHolder = new QWidget(portsArea);
+    portsPage_ = new QVBoxLayout(portsHolder);
+    portsPage_->setContentsMargins(0, 0, 0, 0);
+    portsArea->setWidget(portsHolder);
+    portsTab->addWidget(portsArea, 1);
     fillPorts();
     connect(&models.ports, &Model::changed, this, &SetupDialog::fillPorts);
+    connect(&models.settings, &Model::changed, this, &SetupDialog::fillOutputs);
     auto* const display = page(tr("Display"));
     addCheck(*display, tr("List incoming events"), {}, ChangedSetting::displayMidiInputEvents);
     addCheck(*display, tr("List outgoing events"), {}, ChangedSetting::displayMidiOutputEvents);
     addCheck(*display, tr("Large letters in the list"), {}, ChangedSetting::largeDisplayFont);
-    addCheck(*display, tr("Numbers beside names"), {}, ChangedSetting::displayNumbers);
+    addCheck(*display, tr("Bytes beside names"), tr("Each event in the list with its bytes, 90 3C 64"),
+             ChangedSetting::displayNumbers);
     auto* const colours = new QComboBox(this);
     colours->addItems(paletteNames());
     colours->setCurrentText(paletteName());
@@ -111,6 +127,19 @@ void SetupDialog::fillPorts() {
     list->addStretch(1);
     portsPage_->addWidget(ports_);
     ports_->show();
+    fillOutputs();
+}
+
+void SetupDialog::fillOutputs() {
+    output_->clear();
+    const auto& outputs = models_.ports.outputs();
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        if (outputs[i].enabled) {
+            output_->addItem(QString::fromStdString(outputs[i].name), static_cast<int>(i));
+        }
+    }
+    output_->setCurrentIndex(output_->findData(models_.settings.value(ChangedSetting::defaultOutput)));
+    output_->setEnabled(output_->count() > 0);
 }
 
 void SetupDialog::addCheck(QVBoxLayout& page, const QString& text, const QString& help, ChangedSetting setting) {

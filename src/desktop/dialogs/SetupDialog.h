@@ -3,6 +3,7 @@
 
 #include "gui/GuiMessages.h"
 
+#include <QComboBox>
 #include <QDialog>
 #include <QVBoxLayout>
 
@@ -22,9 +23,11 @@ signals:
 
 private:
     void fillPorts();
+    void fillOutputs();
     void addCheck(QVBoxLayout& page, const QString& text, const QString& help, Gui::ChangedSetting setting);
 
     Models& models_;
+    QComboBox* output_ = nullptr;
     QWidget* ports_ = nullptr;
     QVBoxLayout* portsPage_ = nullptr;
 };

@@ -81,11 +81,13 @@ struct ControlsSnapshot {
 
 void ControlsModel::edit(const QString& text, ControlMap after) {
     models_.edits.edit<ControlsSnapshot>(text, ControlsSnapshot{map_}, ControlsSnapshot{std::move(after)},
-                                         [this](const ControlsSnapshot& snapshot) {
-                                             map_ = snapshot.map;
-                                             models_.qel().getControlMessageManager().postSet(map_);
-                                             emit changed();
-                                         });
+                                         [this](const ControlsSnapshot& snapshot) { apply(snapshot.map); });
+}
+
+void ControlsModel::apply(const ControlMap& map) {
+    map_ = map;
+    models_.qel().getControlMessageManager().postSet(map_);
+    emit changed();
 }
 
 void ControlsModel::put(const QString& text, const Control& control) {
@@ -117,6 +119,13 @@ void ControlsModel::remove(const Cell& cell) {
     ControlMap after = map_;
     after.remove(cell);
     edit(tr("remove a control"), std::move(after));
+}
+
+void ControlsModel::loadPreset(const std::string& name) {
+    models_.edits.perform(
+        tr("load the control preset %1").arg(QString::fromStdString(name)),
+        [this, name] { models_.ask([name](Backend::QelIF& qel) { qel.loadControlPreset(name); }); },
+        [this, before = map_] { apply(before); });
 }
 
 } // namespace Desktop

@@ -31,12 +31,14 @@ public:
     void put(const QString& text, const Backend::Controls::Control& control);
     void moveTo(const Cell& from, const Cell& to); // they change places, if there is one already
     void remove(const Cell& cell);
+    void loadPreset(const std::string& name);
 
 signals:
     void valueMoved(const Cell& cell, int value);
     void focusAsked(const Cell& cell); // cell (-1, -1): the selected one
 
 private:
+    void apply(const Backend::Controls::ControlMap& map);
     void edit(const QString& text, Backend::Controls::ControlMap after);
 
     Models& models_;

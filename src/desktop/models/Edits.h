@@ -20,6 +20,10 @@ public:
         }
         push(new Edit<Value>(text, std::move(before), std::move(after), std::move(apply), key));
     }
+    // An edit whose result is not known beforehand: `work` now and whenever it is redone.
+    void perform(const QString& text, std::function<void()> work, std::function<void()> undo) {
+        push(new Work(text, std::move(work), std::move(undo)));
+    }
     // What follows is no part of the edit before, whatever its key.
     void endOfGesture() { ++gesture_; }
 
@@ -46,6 +50,18 @@ private:
         Value after_;
         std::function<void(const Value&)> apply_;
         int key_;
+    };
+
+    class Work final : public QUndoCommand {
+    public:
+        Work(const QString& text, std::function<void()> work, std::function<void()> undo)
+            : QUndoCommand(text), work_(std::move(work)), undo_(std::move(undo)) {}
+        void undo() override { undo_(); }
+        void redo() override { work_(); }
+
+    private:
+        std::function<void()> work_;
+        std::function<void()> undo_;
     };
 
     int gesture_ = 0;

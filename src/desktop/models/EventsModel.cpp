@@ -58,10 +58,6 @@ bool EventsModel::drain() {
     if (taken_.empty()) {
         return false;
     }
-    const auto shows = [this](const ListedEvent& event) {
-        return models_.settings.isOn(event.incoming ? Gui::ChangedSetting::displayMidiInputEvents
-                                                    : Gui::ChangedSetting::displayMidiOutputEvents);
-    };
     int count = 0;
     for (const ListedEvent& event : taken_) {
         if (shows(event)) {
@@ -79,6 +75,52 @@ bool EventsModel::drain() {
     return count > 0;
 }
 
+bool EventsModel::shows(const ListedEvent& event) const {
+    return models_.settings.isOn(event.incoming ? Gui::ChangedSetting::displayMidiInputEvents
+                                                : Gui::ChangedSetting::displayMidiOutputEvents) &&
+           !hidden_.contains(kindOf(event)) && (onlyPort_.isEmpty() || portOf(event) == onlyPort_);
+}
+
+EventsModel::Kind EventsModel::kindOf(const ListedEvent& event) {
+    switch (event.message.getMessageType()) {
+    case MessageType::noteOn:
+    case MessageType::noteOff:
+        return Kind::notes;
+    case MessageType::controllerChange:
+        return Kind::controllers;
+    case MessageType::pitchBend:
+        return Kind::pitchBend;
+    case MessageType::keyPressure:
+    case MessageType::channelPressure:
+        return Kind::pressure;
+    case MessageType::programChange:
+        return Kind::programs;
+    default:
+        return Kind::system;
+    }
+}
+
+void EventsModel::setHidden(Kind kind, bool on) {
+    if (on) {
+        hidden_.insert(kind);
+    } else {
+        hidden_.erase(kind);
+    }
+    sift();
+}
+
+void EventsModel::setOnlyPort(const QString& name) {
+    onlyPort_ = name;
+    sift();
+}
+
+void EventsModel::sift() {
+    std::erase_if(events_, [this](const ListedEvent& event) {
+        return hidden_.contains(kindOf(event)) || (!onlyPort_.isEmpty() && portOf(event) != onlyPort_);
+    });
+    emit changed();
+}
+
 void EventsModel::clear() {
     events_.clear();
     emit changed();
@@ -90,6 +132,14 @@ QString EventsModel::nameOf(const ListedEvent& event) const {
         name.replace(0, 4, tr("Note Off"));
     } else if (event.message.isNoteOn()) {
         name.replace(0, 4, tr("Note On"));
+    }
+    if (models_.settings.isOn(Gui::ChangedSetting::displayNumbers)) {
+        const int bytes = event.message.getMessageSize();
+        const int numbers[]{event.message.getStatusWithChannel(), event.message.getD1(), event.message.getD2()};
+        for (int i = 0; i < 3 && i <= bytes; ++i) {
+            name +=
+                (i == 0 ? "  " : " ") + QStringLiteral("%1").arg(numbers[i] & 0xFF, 2, 16, QLatin1Char('0')).toUpper();
+        }
     }
     return name;
 }
@@ -136,6 +186,7 @@ QString EventsModel::wayOf(const ListedEvent& event) const {
     if (candidates == 1) {
         parts << tr("L:%1").arg(layer + 1);
     }
+    parts << models_.ports.outputName(event.port);
     return parts.join(" → ");
 }
 

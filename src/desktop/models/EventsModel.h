@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <deque>
 #include <mutex>
+#include <set>
 #include <vector>
 
 namespace Desktop {
@@ -55,6 +56,16 @@ public:
     bool drain();
     void clear();
 
+    // What is listed, beside what the settings say of incoming and outgoing events. What is hidden is taken off the
+    // list and does not come back to it.
+    enum class Kind { notes, controllers, pitchBend, pressure, programs, system };
+    [[nodiscard]] static Kind kindOf(const ListedEvent& event);
+    [[nodiscard]] bool isHidden(Kind kind) const { return hidden_.contains(kind); }
+    void setHidden(Kind kind, bool on);
+    // Only those of one port, by its name; empty: of all.
+    [[nodiscard]] const QString& onlyPort() const { return onlyPort_; }
+    void setOnlyPort(const QString& name);
+
 signals:
     void added(int count);
 
@@ -66,6 +77,11 @@ private:
     std::mutex mutex_;
     std::vector<ListedEvent> waiting_; // under the mutex
     std::vector<ListedEvent> taken_;
+    [[nodiscard]] bool shows(const ListedEvent& event) const;
+    void sift();
+
+    std::set<Kind> hidden_;
+    QString onlyPort_;
     bool listening_ = false;
     QElapsedTimer clock_;
 };

@@ -63,11 +63,13 @@ struct JoystickSnapshot {
 
 void JoystickModel::edit(const QString& text, JoystickMap after) {
     models_.edits.edit<JoystickSnapshot>(text, JoystickSnapshot{map_}, JoystickSnapshot{std::move(after)},
-                                         [this](const JoystickSnapshot& snapshot) {
-                                             map_ = snapshot.map;
-                                             models_.qel().getJoystickMessageManager().postSet(map_);
-                                             emit changed();
-                                         });
+                                         [this](const JoystickSnapshot& snapshot) { apply(snapshot.map); });
+}
+
+void JoystickModel::apply(const JoystickMap& map) {
+    map_ = map;
+    models_.qel().getJoystickMessageManager().postSet(map_);
+    emit changed();
 }
 
 void JoystickModel::putAxis(const AxisConfiguration& axis) {
@@ -80,6 +82,13 @@ void JoystickModel::putButton(const JoystickButtonConfiguration& button) {
     JoystickMap after = map_;
     after.buttons.store(button.button, button);
     edit(tr("edit a joystick's button"), std::move(after));
+}
+
+void JoystickModel::loadPreset(const std::string& name) {
+    models_.edits.perform(
+        tr("load the joystick preset %1").arg(QString::fromStdString(name)),
+        [this, name] { models_.ask([name](Backend::QelIF& qel) { qel.loadJoystickInputPreset(name); }); },
+        [this, before = map_] { apply(before); });
 }
 
 } // namespace Desktop

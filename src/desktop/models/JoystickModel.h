@@ -29,11 +29,13 @@ public:
     // Edits, which can be undone.
     void putAxis(const Backend::Joystick::AxisConfiguration& axis);
     void putButton(const Backend::Joystick::JoystickButtonConfiguration& button);
+    void loadPreset(const std::string& name);
 
 signals:
     void moved();
 
 private:
+    void apply(const Backend::Joystick::JoystickMap& map);
     void edit(const QString& text, Backend::Joystick::JoystickMap after);
 
     Models& models_;

@@ -73,7 +73,7 @@ std::optional<KeysModel::KeyNote> KeysModel::noteOf(const Key& key) const {
     return std::nullopt;
 }
 
-void KeysModel::set(const KeyConfigurationMap& map) {
+void KeysModel::apply(const KeyConfigurationMap& map) {
     map_ = map;
     models_.qel().getComputerInputMessageManager().postSet(map);
     emit changed();
@@ -91,7 +91,7 @@ struct KeysSnapshot {
 
 void KeysModel::edit(const QString& text, KeyConfigurationMap after) {
     models_.edits.edit<KeysSnapshot>(text, KeysSnapshot{map_}, KeysSnapshot{std::move(after)},
-                                     [this](const KeysSnapshot& snapshot) { set(snapshot.map); });
+                                     [this](const KeysSnapshot& snapshot) { apply(snapshot.map); });
 }
 
 void KeysModel::put(const QString& text, const std::vector<KeyConfiguration>& configurations) {
@@ -126,6 +126,13 @@ void KeysModel::release(const Key& key) {
     if (down_.erase(key.getCode()) > 0) {
         emit keyMoved(key.getCode(), false);
     }
+}
+
+void KeysModel::loadPreset(const std::string& name) {
+    models_.edits.perform(
+        tr("load the key preset %1").arg(QString::fromStdString(name)),
+        [this, name] { models_.ask([name](Backend::QelIF& qel) { qel.loadComputerInputPreset(name); }); },
+        [this, before = map_] { apply(before); });
 }
 
 } // namespace Desktop

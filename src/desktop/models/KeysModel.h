@@ -44,12 +44,13 @@ public:
     void press(const Key& key, bool repeat);
     void release(const Key& key);
     [[nodiscard]] const std::set<std::uint32_t>& down() const { return down_; } // codes
+    void loadPreset(const std::string& name);
 
 signals:
     void keyMoved(std::uint32_t code, bool isDown);
 
 private:
-    void set(const Backend::ComputerInput::KeyConfigurationMap& map);
+    void apply(const Backend::ComputerInput::KeyConfigurationMap& map);
     void edit(const QString& text, Backend::ComputerInput::KeyConfigurationMap after);
 
     Models& models_;

@@ -44,13 +44,13 @@ void LayersModel::edit(const QString& text, LayerList after, int key) {
         after[i].index = static_cast<std::int32_t>(i);
     }
     models_.edits.edit<LayerList>(
-        text, info_.layers, std::move(after),
-        [this](const LayerList& layers) {
-            info_.layers = layers;
-            models_.ask([layers](Backend::QelIF& qel) { qel.setLayers(layers); });
-            emit changed();
-        },
-        key);
+        text, info_.layers, std::move(after), [this](const LayerList& layers) { apply(layers); }, key);
+}
+
+void LayersModel::apply(const LayerList& layers) {
+    info_.layers = layers;
+    models_.ask([layers](Backend::QelIF& qel) { qel.setLayers(layers); });
+    emit changed();
 }
 
 void LayersModel::change(const QString& text, int layer, const Layer& changedLayer) {
@@ -88,6 +88,13 @@ void LayersModel::moveTo(int from, int to) {
     after.erase(after.begin() + from);
     after.insert(after.begin() + to, layer);
     edit(tr("reorder the layers"), std::move(after));
+}
+
+void LayersModel::loadPreset(const std::string& name) {
+    models_.edits.perform(
+        tr("load the layer preset %1").arg(QString::fromStdString(name)),
+        [this, name] { models_.ask([name](Backend::QelIF& qel) { qel.loadLayerPreset(name); }); },
+        [this, before = info_.layers] { apply(before); });
 }
 
 } // namespace Desktop

@@ -17,6 +17,7 @@ public:
     explicit LayersModel(Models& models);
 
     [[nodiscard]] const Backend::Layers::LayerList& layers() const { return info_.layers; }
+    [[nodiscard]] const std::string& presetName() const { return info_.presetName; }
     [[nodiscard]] int selected() const { return info_.dataSelected; }
     // Without the layer's number.
     [[nodiscard]] QString summary(int layer) const;
@@ -27,8 +28,10 @@ public:
     void add();
     void remove(int layer);
     void moveTo(int from, int to);
+    void loadPreset(const std::string& name);
 
 private:
+    void apply(const Backend::Layers::LayerList& layers);
     void edit(const QString& text, Backend::Layers::LayerList after, int key = 0);
 
     Models& models_;

@@ -11,7 +11,8 @@ namespace Desktop {
 
 Models::Models(Gui::QelGui& gui)
     : gui_(gui), program(*this), settings(*this), ports(*this), keys(*this), controls(*this), layers(*this),
-      sequences(*this), zones(*this), joysticks(*this), oscillators(*this), midiInput(*this), events(*this) {
+      sequences(*this), zones(*this), joysticks(*this), oscillators(*this), midiInput(*this), events(*this),
+      keptEdits(*this) {
     for (Model* model :
          std::initializer_list<Model*>{&program, &settings, &ports, &keys, &controls, &layers, &sequences, &zones,
                                        &joysticks, &oscillators, &midiInput, &playing, &events}) {

@@ -5,6 +5,7 @@
 #include "desktop/models/Edits.h"
 #include "desktop/models/EventsModel.h"
 #include "desktop/models/JoystickModel.h"
+#include "desktop/models/KeptEdits.h"
 #include "desktop/models/KeysModel.h"
 #include "desktop/models/LayersModel.h"
 #include "desktop/models/MidiInputModel.h"
@@ -58,6 +59,7 @@ public:
     MidiInputModel midiInput;
     PlayingModel playing;
     EventsModel events;
+    KeptEdits keptEdits;
 };
 
 } // namespace Desktop

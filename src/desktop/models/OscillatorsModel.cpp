@@ -38,13 +38,13 @@ struct OscillatorsSnapshot {
 
 void OscillatorsModel::edit(const QString& text, OscList after, int key) {
     models_.edits.edit<OscillatorsSnapshot>(
-        text, {list_}, {std::move(after)},
-        [this](const OscillatorsSnapshot& snapshot) {
-            list_ = snapshot.list;
-            models_.ask([list = list_](Backend::QelIF& qel) { qel.setOscillators(list); });
-            emit changed();
-        },
-        key);
+        text, {list_}, {std::move(after)}, [this](const OscillatorsSnapshot& snapshot) { apply(snapshot.list); }, key);
+}
+
+void OscillatorsModel::apply(const OscList& list) {
+    list_ = list;
+    models_.ask([list](Backend::QelIF& qel) { qel.setOscillators(list); });
+    emit changed();
 }
 
 void OscillatorsModel::change(const QString& text, const Oscillator& changedOne) {
@@ -58,6 +58,7 @@ void OscillatorsModel::change(const QString& text, const Oscillator& changedOne)
 void OscillatorsModel::add() {
     OscList after = list_;
     Oscillator oscillator;
+    oscillator.steppedSpeed = true;
     oscillator.midiMessage = Backend::MidiEngine::MidiMessage(Backend::MidiEngine::MessageType::controllerChange, 1);
     after.append(oscillator);
     edit(tr("add an oscillator"), std::move(after));
@@ -72,6 +73,13 @@ void OscillatorsModel::remove(int oscillator) {
         }
     }
     edit(tr("remove an oscillator"), std::move(after));
+}
+
+void OscillatorsModel::loadPreset(const std::string& name) {
+    models_.edits.perform(
+        tr("load the oscillator preset %1").arg(QString::fromStdString(name)),
+        [this, name] { models_.ask([name](Backend::QelIF& qel) { qel.loadOscillatorPreset(name); }); },
+        [this, before = list_] { apply(before); });
 }
 
 } // namespace Desktop

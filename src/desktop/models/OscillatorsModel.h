@@ -23,11 +23,13 @@ public:
     void change(const QString& text, const Backend::Oscillators::Oscillator& after);
     void add();
     void remove(int oscillator);
+    void loadPreset(const std::string& name);
 
 signals:
     void valueMoved(int oscillator, int value);
 
 private:
+    void apply(const Backend::Oscillators::OscList& list);
     void edit(const QString& text, Backend::Oscillators::OscList after, int key = 0);
 
     Models& models_;

@@ -24,7 +24,10 @@ public:
     void rename(const QString& name); // can be undone
 
 signals:
-    void exchanged(); // another program is there
+    void exchanged();                    // another program is there
+    void saved();                        // what was asked to be saved last
+    void imported();                     // a file of version 2
+    void faultSaid(const QString& text); // a file could not be read or written
 
 private:
     Models& models_;

@@ -60,4 +60,14 @@ void SequencesModel::add(const std::string& name, const Sequence& sequence) {
     emit changed();
 }
 
+void SequencesModel::remove(const std::string& name) {
+    models_.edits.perform(
+        tr("delete the sequence %1").arg(QString::fromStdString(name)),
+        [this, name] {
+            models_.gui().deleteSequencePreset(name);
+            emit changed();
+        },
+        [this, name, before = sequence(name)] { add(name, before); });
+}
+
 } // namespace Desktop

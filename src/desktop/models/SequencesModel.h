@@ -29,6 +29,8 @@ public:
     void change(const std::string& name, const Backend::SequenceManagement::Sequence& after);
     // Stores a further one. Undoing other edits leaves it where it is.
     void add(const std::string& name, const Backend::SequenceManagement::Sequence& sequence);
+    // Removes its file: an edit, which can be undone.
+    void remove(const std::string& name);
 
 private:
     Models& models_;

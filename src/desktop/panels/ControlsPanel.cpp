@@ -67,11 +67,26 @@ ControlsPanel::ControlsPanel(Models& models, QWidget* parent)
     });
     setPresets(
         {"Control Presets", [this] { return this->models().controls.map().presetName; },
-         [this](const std::string& name) {
-             this->models().ask([name](Backend::QelIF& qel) { qel.loadControlPreset(name); });
-         },
+         [this](const std::string& name) { this->models().controls.loadPreset(name); },
          [this](const std::string& name) { this->models().qel().getControlMessageManager().postSavePreset(name, {}); },
-         [this](const std::string& name) { this->models().qel().getControlMessageManager().postDeletePreset(name); }});
+         [this](const std::string& name) { this->models().qel().getControlMessageManager().postDeletePreset(name); },
+         [this] {
+             std::vector<PresetElement> elements;
+             for (const Cell& cell : idsOf(this->models().controls.map())) {
+                 const Control& control = *this->models().controls.map().find(cell);
+                 elements.push_back(
+                     {QStringLiteral("%1,%2   %3   %4")
+                          .arg(cell.x)
+                          .arg(cell.y)
+                          .arg(QString::fromStdString(control.name), this->models().controls.textOf(control)),
+                      this->models().controls.selection().contains(cell)});
+             }
+             return elements;
+         },
+         [this](const std::string& name, const std::vector<int>& places) {
+             this->models().qel().getControlMessageManager().postSavePreset(
+                 name, idsAt(this->models().controls.map(), places));
+         }});
     refresh();
 }
 

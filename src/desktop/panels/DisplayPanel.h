@@ -15,10 +15,13 @@ public:
 
 private:
     void refresh();
+    void fillFilters();
 
     EventList* list_;
     QToolButton* in_;
     QToolButton* out_;
+    QToolButton* filter_;
+    QMenu* filters_;
 };
 
 } // namespace Desktop

@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QImage>
+#include <QScrollBar>
 
 namespace Desktop {
 
@@ -19,6 +21,34 @@ QString manualFolder() {
     return {};
 }
 
+QVariant ManualView::loadResource(int type, const QUrl& name) {
+    const QVariant resource = QTextBrowser::loadResource(type, name);
+    if (type != QTextDocument::ImageResource) {
+        return resource;
+    }
+    QImage picture;
+    picture.loadFromData(resource.toByteArray());
+    const int room = static_cast<int>((viewport()->width() - 4 * document()->documentMargin()) * devicePixelRatioF());
+    if (picture.isNull() || room < 1) {
+        return resource;
+    }
+    if (picture.width() > room) {
+        picture = picture.scaledToWidth(room, Qt::SmoothTransformation);
+        picture.setDevicePixelRatio(devicePixelRatioF());
+    }
+    return picture;
+}
+
+void ManualView::resizeEvent(QResizeEvent* event) {
+    const bool wider = event->oldSize().width() != event->size().width();
+    QTextBrowser::resizeEvent(event);
+    if (wider && !source().isEmpty()) {
+        const int place = verticalScrollBar()->value();
+        reload();
+        verticalScrollBar()->setValue(place);
+    }
+}
+
 HelpPanel::HelpPanel(Models& models, QWidget* parent)
     : PanelFrame(Gui::Panel::help, tr("Help"), tr("Point at something to read what it is"), models, parent) {
     text_ = new QLabel(this);
@@ -26,7 +56,7 @@ HelpPanel::HelpPanel(Models& models, QWidget* parent)
     text_->setMinimumHeight(grid(10));
     text_->setAlignment(Qt::AlignTop);
     body().addWidget(text_);
-    manual_ = new QTextBrowser(this);
+    manual_ = new ManualView(this);
     manual_->setAccessibleName(tr("The manual"));
     manual_->setOpenExternalLinks(false);
     manual_->setFocusPolicy(Qt::TabFocus);

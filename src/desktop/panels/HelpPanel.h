@@ -7,6 +7,18 @@
 
 namespace Desktop {
 
+// Shows pages with their pictures as wide as there is room.
+class ManualView final : public QTextBrowser {
+    Q_OBJECT
+
+public:
+    using QTextBrowser::QTextBrowser;
+    [[nodiscard]] QVariant loadResource(int type, const QUrl& name) override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+};
+
 class HelpPanel final : public PanelFrame {
     Q_OBJECT
 
@@ -19,7 +31,7 @@ public:
 
 private:
     QLabel* text_;
-    QTextBrowser* manual_;
+    ManualView* manual_;
 };
 
 // The folder of the manual's pages; empty when it was not built.

@@ -2,6 +2,7 @@
 
 #include "core/QelIF.h"
 #include "desktop/Palette.h"
+#include "desktop/models/ActionTexts.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/FunctionForm.h"
 #include "desktop/widgets/JoystickView.h"
@@ -49,29 +50,42 @@ JoystickPanel::JoystickPanel(Models& models, QWidget* parent)
     joystick_ = box({"1", "2"});
     place(0, 0, tr("Joystick"), joystick_, tr("Which of the two"));
     axis_ = box({"X", "Y", "Z", "U", "V", "R"});
-    place(1, 0, tr("Axis"), axis_, tr("The axis whose message is set here"));
+    place(0, 1, tr("Axis"), axis_, tr("The axis whose message is set here"));
     event_ = box(
         {tr("sends nothing"), tr("Controller Change"), tr("Pitch Bend"), tr("Channel Pressure"), tr("Program Change")});
-    place(1, 1, tr("Axis sends"), event_, tr("The message that carries its position"));
+    place(1, 0, tr("Sends"), event_, tr("The message that carries the position of the axis"));
     number_ = field(0, 127);
-    place(1, 2, tr("Controller of the axis"), number_, tr("Which controller"));
+    place(1, 1, tr("Controller"), number_, tr("Which controller the axis sends"));
     min_ = field(0, 16383);
-    place(2, 0, tr("Axis from"), min_, tr("The value at one end"));
+    place(2, 0, tr("From"), min_, tr("The value at one end of the axis"));
     max_ = field(0, 16383);
-    place(2, 1, tr("Axis to"), max_, tr("The value at the other end; below it, it is mirrored"));
+    place(2, 1, tr("To"), max_, tr("The value at the other end; below it, it is mirrored"));
     button_ = field(0, 31);
     place(3, 0, tr("Button"), button_, tr("The button whose functions are set here"));
+    table->setColumnStretch(1, 1);
+    table->setColumnStretch(3, 1);
     body().addWidget(view_);
-    body().addLayout(table);
-    auto* const forms = new QHBoxLayout;
-    down_ = new FunctionForm(models, tr("when the button goes down"), this);
-    up_ = new FunctionForm(models, tr("when the button comes up"), this);
-    forms->addWidget(down_);
-    forms->addWidget(up_);
-    body().addLayout(forms);
     line_ = new QLabel(this);
     line_->setObjectName("Dim");
+    line_->setWordWrap(true);
     body().addWidget(line_);
+    body().addLayout(table);
+    auto* const forms = new QHBoxLayout;
+    forms->setSpacing(grid(2));
+    const auto form = [&](const QString& title, const QString& role) {
+        auto* const column = new QVBoxLayout;
+        auto* const label = new QLabel(title, this);
+        label->setObjectName("PanelTitle");
+        column->addWidget(label);
+        auto* const made = new FunctionForm(this->models(), role, this);
+        column->addWidget(made);
+        column->addStretch(1);
+        forms->addLayout(column, 1);
+        return made;
+    };
+    down_ = form(tr("Button down"), tr("when the button goes down"));
+    up_ = form(tr("Button up"), tr("when the button comes up"));
+    body().addLayout(forms);
     body().addStretch(1);
     connect(joystick_, &QComboBox::activated, this, &JoystickPanel::refresh);
     connect(axis_, &QComboBox::activated, this, &JoystickPanel::refresh);
@@ -85,11 +99,33 @@ JoystickPanel::JoystickPanel(Models& models, QWidget* parent)
     connect(&models.joysticks, &Model::changed, this, &JoystickPanel::refresh);
     setPresets(
         {"Joystick Presets", [this] { return this->models().joysticks.map().presetName; },
-         [this](const std::string& name) {
-             this->models().ask([name](Backend::QelIF& qel) { qel.loadJoystickInputPreset(name); });
-         },
+         [this](const std::string& name) { this->models().joysticks.loadPreset(name); },
          [this](const std::string& name) { this->models().qel().getJoystickMessageManager().postSavePreset(name, {}); },
-         [this](const std::string& name) { this->models().qel().getJoystickMessageManager().postDeletePreset(name); }});
+         [this](const std::string& name) { this->models().qel().getJoystickMessageManager().postDeletePreset(name); },
+         [this] {
+             std::vector<PresetElement> elements;
+             for (const JoyAxisElementId& id : idsOf(this->models().joysticks.map().axes)) {
+                 elements.push_back({tr("joystick %1, axis %2").arg(id.joystick + 1).arg(axis_->itemText(id.axis)),
+                                     id.joystick == joystick_->currentIndex() && id.axis == axis_->currentIndex()});
+             }
+             for (const JoyButtonElementId& id : idsOf(this->models().joysticks.map().buttons)) {
+                 elements.push_back({tr("joystick %1, button %2").arg(id.joystick + 1).arg(id.button),
+                                     id.joystick == joystick_->currentIndex() && id.button == button_->value()});
+             }
+             return elements;
+         },
+         [this](const std::string& name, const std::vector<int>& places) {
+             const auto& map = this->models().joysticks.map();
+             const int axes = static_cast<int>(map.axes.size());
+             std::vector<int> buttonPlaces;
+             for (const int each : places) {
+                 if (each >= axes) {
+                     buttonPlaces.push_back(each - axes);
+                 }
+             }
+             this->models().qel().getJoystickMessageManager().postSavePreset(
+                 name, {idsAt(map.axes, places), idsAt(map.buttons, buttonPlaces)});
+         }});
     refresh();
 }
 
@@ -113,10 +149,36 @@ void JoystickPanel::refresh() {
                                                             : Backend::ComputerInput::FunctionEntry{};
     down_->setFunction(entry.down);
     up_->setFunction(entry.up);
-    line_->setText(tr("%1 axes and %2 buttons are set up")
-                       .arg(models().joysticks.map().axes.size())
-                       .arg(models().joysticks.map().buttons.size()));
+    line_->setText(mappings());
+    number_->setEnabled(event.event.message.isControllerChange());
     showPresetName();
+}
+
+QString JoystickPanel::mappings() {
+    QStringList parts;
+    const auto& map = models().joysticks.map();
+    for (const JoyAxisElementId& id : idsOf(map.axes)) {
+        QStringList events;
+        for (const AxisEvent& event : map.axes.find(id)->events) {
+            events << tr("%1 from %2 to %3")
+                          .arg(QString::fromStdString(event.event.message.getEventNameWithCcAndNoteDetail()))
+                          .arg(event.min)
+                          .arg(event.max);
+        }
+        if (id.joystick == joystick_->currentIndex() && !events.isEmpty()) {
+            parts << tr("%1: %2").arg(axis_->itemText(id.axis), events.join(", "));
+        }
+    }
+    for (const JoyButtonElementId& id : idsOf(map.buttons)) {
+        for (const auto& entry : map.buttons.find(id)->entries) {
+            if (const auto& function = entry.down ? entry.down : entry.up;
+                function && id.joystick == joystick_->currentIndex()) {
+                parts << tr("%1: %2").arg(id.button).arg(longTextOf(*function));
+            }
+        }
+    }
+    return parts.isEmpty() ? tr("Nothing is set up for this joystick yet: choose an axis or a button.")
+                           : parts.join(" · ");
 }
 
 void JoystickPanel::storeAxis() {

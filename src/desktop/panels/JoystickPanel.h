@@ -19,6 +19,7 @@ public:
 
 private:
     void refresh();
+    [[nodiscard]] QString mappings(); // of the joystick that is chosen, in words
     void storeAxis();
     void storeButton();
 

@@ -38,6 +38,10 @@ const std::vector<Scale>& scales() {
     return all;
 }
 
+bool byCode(const Key& a, const Key& b) {
+    return std::pair(a.getCode(), a.getModifiers()) < std::pair(b.getCode(), b.getModifiers());
+}
+
 // The keys of the row that a key stands in, from that key to the right.
 std::vector<std::uint32_t> rowFrom(std::uint32_t code) {
     static const std::vector<std::vector<std::uint32_t>> rows{
@@ -138,14 +142,25 @@ KeysPanel::KeysPanel(Models& models, QWidget* parent)
         legends_[code] = QString::fromStdString(text);
     }
     setPresets({"Computer Input Presets", [this] { return this->models().keys.map().presetName; },
-                [this](const std::string& name) {
-                    this->models().ask([name](Backend::QelIF& qel) { qel.loadComputerInputPreset(name); });
-                },
+                [this](const std::string& name) { this->models().keys.loadPreset(name); },
                 [this](const std::string& name) {
                     this->models().qel().getComputerInputMessageManager().postSavePreset(name, {});
                 },
                 [this](const std::string& name) {
                     this->models().qel().getComputerInputMessageManager().postDeletePreset(name);
+                },
+                [this] {
+                    std::vector<PresetElement> elements;
+                    for (const Key& each : idsOf(this->models().keys.map(), byCode)) {
+                        elements.push_back(
+                            {QString::fromStdString(each.getName()) + "   " + this->models().keys.longText(each),
+                             each == key()});
+                    }
+                    return elements;
+                },
+                [this](const std::string& name, const std::vector<int>& places) {
+                    this->models().qel().getComputerInputMessageManager().postSavePreset(
+                        name, idsAt(this->models().keys.map(), places, byCode));
                 }});
     refresh();
 }

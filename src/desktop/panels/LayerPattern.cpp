@@ -100,12 +100,18 @@ LayerPattern::LayerPattern(Models& models, int layer, Change change, QWidget* pa
     add->setObjectName("Small");
     describe(add, tr("New sequence"), tr("Makes a sequence of its own for this layer, from the one that it has"));
     connect(add, &QPushButton::clicked, this, &LayerPattern::addSequence);
+    delete_ = new QPushButton("−", this);
+    delete_->setObjectName("Small");
+    describe(delete_, tr("Deletion of the sequence"),
+             tr("Deletes the sequence for all programs; whatever else plays it lets its notes pass. It can be undone"));
+    connect(delete_, &QPushButton::clicked, this, &LayerPattern::deleteSequence, Qt::QueuedConnection);
     edit_ = new QPushButton(tr("edit"), this);
     edit_->setObjectName("Small");
     edit_->setCheckable(true);
     describe(edit_, tr("Sequence editor"), tr("Shows the steps; what plays goes on with what they become"));
     connect(edit_, &QPushButton::clicked, this, &LayerPattern::showEditor);
-    row(tr("sequence"), {sequence_, add, edit_, useNote_, useVelocity_, useLength_});
+    row(tr("sequence"), {sequence_, add, delete_, edit_});
+    row(tr("what of it plays"), {useNote_, useVelocity_, useLength_});
 }
 
 void LayerPattern::chooseSequence(const std::string& name) {
@@ -137,6 +143,17 @@ void LayerPattern::addSequence() {
     chooseSequence(name);
     edit_->setChecked(true);
     showEditor();
+}
+
+void LayerPattern::deleteSequence() {
+    if (!now_.sequence || !models_.sequences.contains(now_.sequence->preset)) {
+        return;
+    }
+    const std::string name = now_.sequence->preset;
+    models_.edits.beginMacro(tr("delete the sequence %1").arg(QString::fromStdString(name)));
+    chooseSequence("");
+    models_.sequences.remove(name);
+    models_.edits.endMacro();
 }
 
 void LayerPattern::showEditor() {
@@ -182,6 +199,7 @@ void LayerPattern::refresh(const Layer& layer) {
         each->setEnabled(layer.sequence.has_value());
     }
     edit_->setEnabled(layer.sequence && models_.sequences.contains(setting.preset));
+    delete_->setEnabled(edit_->isEnabled());
     showEditor();
 }
 

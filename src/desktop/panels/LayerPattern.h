@@ -28,6 +28,7 @@ public:
 private:
     void chooseSequence(const std::string& name);
     void addSequence();
+    void deleteSequence();
     void showEditor();
 
     Models& models_;
@@ -37,7 +38,7 @@ private:
     QStringList names_; // in the list of sequences
     QVBoxLayout* all_;
     QComboBox *arpeggio_, *beat_, *length_, *sequence_;
-    QPushButton *useNote_, *useVelocity_, *useLength_, *edit_;
+    QPushButton *useNote_, *useVelocity_, *useLength_, *delete_, *edit_;
     SequenceEditor* editor_ = nullptr; // from when it is first opened
 };
 

@@ -139,17 +139,20 @@ void LayerStrip::buildDetails(QWidget* details) {
         });
         return box;
     };
-    const auto place = [&](int row, int column, const QString& caption, std::initializer_list<QWidget*> widgets) {
-        auto* const label = new QLabel(caption, details);
+    const auto captioned = [&](const QString& text) {
+        auto* const label = new QLabel(text, details);
         label->setObjectName("Dim");
-        table->addWidget(label, row, column * 2);
+        return label;
+    };
+    const auto place = [&](int row, const QString& caption, std::initializer_list<QWidget*> widgets) {
+        table->addWidget(captioned(caption), row, 0);
         auto* const box = new QHBoxLayout;
         box->setSpacing(grid(1));
         for (QWidget* const widget : widgets) {
             box->addWidget(widget);
         }
         box->addStretch(1);
-        table->addLayout(box, row, column * 2 + 1);
+        table->addLayout(box, row, 1);
     };
     low_ = number(
         tr("Lowest note"), tr("The lowest note it takes"), 0, 127, [](Layer& l, int v) { l.minNote = Note(v); },
@@ -165,12 +168,11 @@ void LayerStrip::buildDetails(QWidget* details) {
     stack_->setStatusTip(tr("A Note Off does not end a note that something else still holds"));
     connect(stack_, &QPushButton::clicked, this,
             [this](bool on) { change(tr("note stack"), [on](Layer& l) { l.useNoteStack = on; }); });
-    place(0, 0, tr("notes"), {low_, high_, stack_});
     minVelocity_ = number(tr("Lowest velocity"), tr("The softest note it takes"), 0, 127,
                           [](Layer& l, int v) { l.minVelocity = static_cast<std::int8_t>(v); });
     maxVelocity_ = number(tr("Highest velocity"), tr("The hardest note it takes"), 0, 127,
                           [](Layer& l, int v) { l.maxVelocity = static_cast<std::int8_t>(v); });
-    place(0, 1, tr("velocities"), {minVelocity_, maxVelocity_});
+    place(0, tr("notes"), {low_, high_, captioned(tr("velocities")), minVelocity_, maxVelocity_, stack_});
     const QStringList kinds{tr("by"), tr("to")};
     transposeKind_ = choice(tr("Kind of transposition"), tr("By so many steps, or to one note"), kinds,
                             [](Layer& l, int i) { l.transpose = valueOf(i == 0, l.transpose.getValue()); });
@@ -183,7 +185,7 @@ void LayerStrip::buildDetails(QWidget* details) {
     }
     key_ = choice(tr("Key"), tr("In a key, a transposition counts steps of its major scale"), keys,
                   [](Layer& l, int i) { l.key = i == 0 ? Note() : Note(i - 1); });
-    place(1, 0, tr("transpose"), {transposeKind_, transpose_, key_});
+    place(1, tr("transpose"), {transposeKind_, transpose_, key_});
     velocityKind_ = choice(tr("Kind of velocity"), tr("By so much, or to one velocity"), kinds,
                            [](Layer& l, int i) { l.velocity = valueOf(i == 0, l.velocity.getValue()); });
     velocity_ = number(
@@ -193,12 +195,13 @@ void LayerStrip::buildDetails(QWidget* details) {
                         [](Layer& l, int v) { l.compress = Fraction(v, l.compress.getDenominator()); });
     denominator_ = number(tr("Compression, below"), tr("... and divided by this"), 1, 16,
                           [](Layer& l, int v) { l.compress = Fraction(l.compress.getNumerator(), v); });
-    place(1, 1, tr("velocity"), {velocityKind_, velocity_, numerator_, denominator_});
+    place(2, tr("velocity"),
+          {velocityKind_, velocity_, captioned(tr("times")), numerator_, captioned("/"), denominator_});
     output_ = choice(tr("Output"), tr("Where the layer plays"), {},
                      [](Layer& l, int i) { l.output = static_cast<std::int8_t>(i - 1); });
     channel_ = number(tr("Channel"), tr("The channel it plays on"), 1, 16,
                       [](Layer& l, int v) { l.channel = static_cast<std::int8_t>(v - 1); });
-    place(2, 0, tr("output, channel"), {output_, channel_});
+    place(3, tr("output"), {output_, captioned(tr("channel")), channel_});
     QStringList zones{tr("any zone")};
     for (int i = 1; i <= 16; ++i) {
         zones << tr("zone %1").arg(i);
@@ -208,7 +211,7 @@ void LayerStrip::buildDetails(QWidget* details) {
     toggle_ = choice(tr("Note toggle"), tr("The second press of a key ends its note, or strikes it again"),
                      {tr("no toggle"), tr("type 1: ends"), tr("type 2: again")},
                      [](Layer& l, int i) { l.toggle = NoteToggle(static_cast<NoteToggle::State>(i)); });
-    place(2, 1, tr("zone, toggle"), {zone_, toggle_});
+    place(4, tr("zone"), {zone_, captioned(tr("toggle")), toggle_});
     pattern_ = new LayerPattern(
         models_, place_,
         [this](const QString& text, const std::function<void(Layer&)>& work) {
@@ -216,9 +219,8 @@ void LayerStrip::buildDetails(QWidget* details) {
             models_.edits.endOfGesture();
         },
         details);
-    table->addWidget(pattern_, 3, 0, 1, 4);
+    table->addWidget(pattern_, 5, 0, 1, 2);
     table->setColumnStretch(1, 1);
-    table->setColumnStretch(3, 1);
 }
 
 Layer LayerStrip::layer() const {

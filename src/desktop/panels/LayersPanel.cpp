@@ -24,7 +24,7 @@ LayersPanel::LayersPanel(Models& models, QWidget* parent)
     strips_->setSpacing(grid(1));
     strips_->addStretch(1);
     area->setWidget(content_);
-    area->setMinimumWidth(grid(88));
+    area->setMinimumWidth(grid(104));
     body().addWidget(area);
     connect(&models.layers, &Model::changed, this, &LayersPanel::refresh);
     connect(&models.ports, &Model::changed, this, &LayersPanel::refresh);
@@ -36,13 +36,25 @@ LayersPanel::LayersPanel(Models& models, QWidget* parent)
     };
     connect(&models.playing, &PlayingModel::noteChanged, this, lamps);
     connect(&models.playing, &PlayingModel::cleared, this, lamps);
-    setPresets({"Layer Presets",
-                [] { return std::string(); },
+    const auto save = [this](const std::string& name, const std::vector<int>& places) {
+        this->models().ask([name, places](Backend::QelIF& qel) { qel.saveLayerPreset(name, places); });
+    };
+    setPresets({"Layer Presets", [this] { return this->models().layers.presetName(); },
+                [this](const std::string& name) { this->models().layers.loadPreset(name); },
+                [save](const std::string& name) { save(name, {}); },
                 [this](const std::string& name) {
-                    this->models().ask([name](Backend::QelIF& qel) { qel.loadLayerPreset(name); });
+                    this->models().ask([name](Backend::QelIF& qel) { qel.deleteLayerPreset(name); });
                 },
-                {},
-                {}});
+                [this] {
+                    std::vector<PresetElement> elements;
+                    for (const auto& layer : this->models().layers.layers()) {
+                        elements.push_back(
+                            {tr("L:%1   %2").arg(layer.index + 1).arg(this->models().layers.summary(layer.index)),
+                             layer.index == this->models().layers.selected()});
+                    }
+                    return elements;
+                },
+                save});
     refresh();
 }
 
@@ -62,6 +74,7 @@ void LayersPanel::refresh() {
         strip->refresh();
         strip->setVisible(true);
     }
+    showPresetName();
 }
 
 } // namespace Desktop

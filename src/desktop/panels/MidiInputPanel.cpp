@@ -68,16 +68,26 @@ MidiInputPanel::MidiInputPanel(Models& models, QWidget* parent)
     connect(&models.ports, &Model::changed, this, &MidiInputPanel::fillTable);
     connect(&models.playing, &PlayingModel::received, this, &MidiInputPanel::light);
     connect(&models.playing, &PlayingModel::received, this, &MidiInputPanel::learned);
-    setPresets({Backend::FolderNames::midiInputPresets, [this] { return this->models().midiInput.map().presetName; },
-                [this](const std::string& name) {
-                    this->models().ask([name](Backend::QelIF& qel) { qel.loadMidiInputPreset(name); });
-                },
-                [this](const std::string& name) {
-                    this->models().qel().getMidiInputMessageManager().postSavePreset(name, {});
-                },
-                [this](const std::string& name) {
-                    this->models().qel().getMidiInputMessageManager().postDeletePreset(name);
-                }});
+    setPresets(
+        {Backend::FolderNames::midiInputPresets, [this] { return this->models().midiInput.map().presetName; },
+         [this](const std::string& name) {
+             this->models().ask([name](Backend::QelIF& qel) { qel.loadMidiInputPreset(name); });
+         },
+         [this](const std::string& name) {
+             this->models().qel().getMidiInputMessageManager().postSavePreset(name, {});
+         },
+         [this](const std::string& name) { this->models().qel().getMidiInputMessageManager().postDeletePreset(name); },
+         [this] {
+             std::vector<PresetElement> elements;
+             for (const auto& event : idsOf(this->models().midiInput.map())) {
+                 elements.push_back({this->models().midiInput.textOf(event)});
+             }
+             return elements;
+         },
+         [this](const std::string& name, const std::vector<int>& places) {
+             this->models().qel().getMidiInputMessageManager().postSavePreset(
+                 name, idsAt(this->models().midiInput.map(), places));
+         }});
     refresh();
 }
 

@@ -4,9 +4,11 @@
 #include "desktop/models/Models.h"
 #include "desktop/widgets/NumberField.h"
 #include "desktop/widgets/WaveView.h"
+#include "values/Ticks.h"
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QVBoxLayout>
 #include <cmath>
 #include <numbers>
@@ -52,9 +54,10 @@ OscillatorStrip::OscillatorStrip(Models& models, int oscillator, QWidget* parent
     : QWidget(parent), models_(models), place_(oscillator) {
     setAccessibleName(tr("Oscillator %1").arg(oscillator + 1));
     auto* const all = new QVBoxLayout(this);
-    all->setContentsMargins(0, 0, 0, 0);
+    all->setContentsMargins(grid(2), grid(2), grid(2), grid(2));
     all->setSpacing(grid(1));
     auto* const top = new QHBoxLayout;
+    top->setSpacing(grid(1));
     auto* const number = new QLabel(QString::number(oscillator + 1), this);
     number->setObjectName("PanelTitle");
     top->addWidget(number);
@@ -88,6 +91,10 @@ OscillatorStrip::OscillatorStrip(Models& models, int oscillator, QWidget* parent
     type_ = box({tr("sine"), tr("triangle"), tr("saw"), tr("pulse"), tr("random")}, tr("Wave"), tr("Its shape"),
                 [](Oscillator& o, int i) { o.type = static_cast<OscillatorType>(i); });
     top->addWidget(type_);
+    speedMode_ = box({tr("by note value"), tr("by time")}, tr("Kind of speed"),
+                     tr("Whether its speed is set, and changed by keys, in note values or in time"),
+                     [](Oscillator& o, int i) { o.steppedSpeed = i == 0; });
+    top->addWidget(speedMode_);
     QStringList names;
     for (const NoteLength& each : lengths) {
         names << QString::fromLatin1(each.name);
@@ -99,8 +106,15 @@ OscillatorStrip::OscillatorStrip(Models& models, int oscillator, QWidget* parent
         }
     });
     top->addWidget(length_);
-    speed_ = field(1, 15360, tr("Period"), tr("The length of one wave in ticks, 480 a quarter note"),
+    speed_ = field(1, 15360, tr("Period"), tr("The length of one wave, at the tempo that the program has"),
                    [](Oscillator& o, int v) { o.speed = v; });
+    speed_->setText([this](int ticks) {
+        if (now().steppedSpeed) {
+            return tr("%1 ticks").arg(ticks);
+        }
+        const double seconds = ticks * 60.0 / Backend::ticksPerQuarter / std::max(1, models_.settings.tempo());
+        return seconds < 1 ? tr("%1 ms").arg(std::lround(seconds * 1000)) : tr("%1 s").arg(seconds, 0, 'f', 2);
+    });
     top->addWidget(speed_);
     top->addStretch(1);
     play_ = new QPushButton(this);
@@ -120,7 +134,21 @@ OscillatorStrip::OscillatorStrip(Models& models, int oscillator, QWidget* parent
     wave_->describe(tr("Wave of oscillator %1").arg(oscillator + 1),
                     tr("Two periods of the wave, and where it is now"));
     all->addWidget(wave_);
-    auto* const bottom = new QHBoxLayout;
+    QHBoxLayout* bottom = nullptr;
+    const auto row = [&] {
+        bottom = new QHBoxLayout;
+        bottom->setSpacing(grid(1));
+        all->addLayout(bottom);
+    };
+    const auto add = [&](const QString& text, QWidget* widget) {
+        if (!text.isEmpty()) {
+            auto* const label = new QLabel(text, this);
+            label->setObjectName("Dim");
+            bottom->addWidget(label);
+        }
+        bottom->addWidget(widget);
+    };
+    row();
     QStringList events;
     for (const MessageType type : targets) {
         events << QString::fromStdString(MidiMessage::getEventNameStatic(type));
@@ -128,30 +156,38 @@ OscillatorStrip::OscillatorStrip(Models& models, int oscillator, QWidget* parent
     event_ = box(events, tr("Message"), tr("What it moves"), [](Oscillator& o, int i) {
         o.midiMessage = MidiMessage(targets[i], o.midiMessage.getD1());
         o.max = targets[i] == MessageType::pitchBend ? 16383 : std::min(o.max, 127);
+        o.min = std::min(o.min, targets[i] == MessageType::pitchBend ? 16383 : 127);
     });
-    bottom->addWidget(event_);
+    add({}, event_);
     number_ = field(0, 127, tr("Controller"), tr("Which controller"), [](Oscillator& o, int v) {
         o.midiMessage = MidiMessage(o.midiMessage.getMessageType(), static_cast<std::int8_t>(v));
     });
-    bottom->addWidget(number_);
-    const auto caption = [&](const QString& text) {
-        auto* const label = new QLabel(text, this);
-        label->setObjectName("Dim");
-        bottom->addWidget(label);
-    };
-    caption(tr("from"));
+    add({}, number_);
     min_ = field(0, 16383, tr("Lower end"), tr("Its value at the bottom"), [](Oscillator& o, int v) { o.min = v; });
-    bottom->addWidget(min_);
-    caption(tr("to"));
+    add(tr("from"), min_);
     max_ = field(0, 16383, tr("Upper end"), tr("Its value at the top"), [](Oscillator& o, int v) { o.max = v; });
-    bottom->addWidget(max_);
-    caption(tr("channel"));
+    add(tr("to"), max_);
+    bottom->addStretch(1);
+    row();
+    const auto orDefault = [](int value) { return value == 0 ? QObject::tr("default") : QString::number(value); };
+    output_ = field(0, 127, tr("Output"), tr("The output it plays on"),
+                    [](Oscillator& o, int v) { o.output = static_cast<std::int8_t>(v - 1); });
+    output_->setText([this](int value) { return models_.ports.outputName(value - 1); });
+    add(tr("output"), output_);
     channel_ = field(0, 16, tr("Channel"), tr("The channel it plays on"),
                      [](Oscillator& o, int v) { o.channel = static_cast<std::int8_t>(v - 1); });
-    channel_->setText([](int value) { return value == 0 ? QObject::tr("default") : QString::number(value); });
-    bottom->addWidget(channel_);
+    channel_->setText(orDefault);
+    add(tr("channel"), channel_);
+    stop_ = field(-1, 16383, tr("Value at its end"), tr("What is sent when it stops"),
+                  [](Oscillator& o, int v) { o.stopValue = v; });
+    stop_->setText([](int value) { return value < 0 ? QObject::tr("nothing") : QString::number(value); });
+    add(tr("at the end"), stop_);
     bottom->addStretch(1);
-    all->addLayout(bottom);
+    connect(&models.settings, &SettingsModel::settingChanged, this, [this](Gui::ChangedSetting setting, int) {
+        if (setting == Gui::ChangedSetting::tempo) {
+            speed_->update();
+        }
+    });
     refresh();
 }
 
@@ -181,7 +217,11 @@ void OscillatorStrip::refresh() {
         }
     }
     length_->setCurrentIndex(place);
+    length_->setVisible(oscillator.steppedSpeed);
+    speedMode_->setCurrentIndex(oscillator.steppedSpeed ? 0 : 1);
     speed_->setValue(oscillator.speed);
+    output_->setValue(oscillator.output + 1);
+    stop_->setValue(oscillator.stopValue);
     min_->setValue(oscillator.min);
     max_->setValue(oscillator.max);
     const auto target = std::find(std::begin(targets), std::end(targets), oscillator.midiMessage.getMessageType());
@@ -189,6 +229,14 @@ void OscillatorStrip::refresh() {
     number_->setValue(oscillator.midiMessage.getD1());
     number_->setEnabled(oscillator.midiMessage.isControllerChange());
     channel_->setValue(oscillator.channel + 1);
+}
+
+void OscillatorStrip::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Desktop::palette().line, 1));
+    painter.setBrush(Desktop::palette().raised);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
 }
 
 void OscillatorStrip::setValue(int value) {

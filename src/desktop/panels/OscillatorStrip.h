@@ -22,6 +22,9 @@ public:
     void refresh();
     void setValue(int value);
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
 private:
     [[nodiscard]] Backend::Oscillators::Oscillator now() const;
     void change(const QString& text, const std::function<void(Backend::Oscillators::Oscillator&)>& work);
@@ -30,8 +33,8 @@ private:
     int place_;
     WaveView* wave_;
     QPushButton* play_;
-    QComboBox *type_, *length_, *event_;
-    NumberField *speed_, *min_, *max_, *number_, *channel_;
+    QComboBox *type_, *speedMode_, *length_, *event_;
+    NumberField *speed_, *min_, *max_, *number_, *channel_, *output_, *stop_;
 };
 
 } // namespace Desktop

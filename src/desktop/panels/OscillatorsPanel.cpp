@@ -24,7 +24,7 @@ OscillatorsPanel::OscillatorsPanel(Models& models, QWidget* parent)
     strips_->setSpacing(grid(2));
     strips_->addStretch(1);
     area->setWidget(content_);
-    area->setMinimumWidth(grid(118));
+    area->setMinimumWidth(grid(92));
     body().addWidget(area);
     connect(&models.oscillators, &Model::changed, this, &OscillatorsPanel::refresh);
     connect(&models.oscillators, &OscillatorsModel::valueMoved, this, [this](int oscillator, int value) {
@@ -32,13 +32,32 @@ OscillatorsPanel::OscillatorsPanel(Models& models, QWidget* parent)
             list_[static_cast<std::size_t>(oscillator)]->setValue(value);
         }
     });
-    setPresets({"Oscillator Presets",
-                [this] { return this->models().oscillators.list().presetName; },
+    setPresets({"Oscillator Presets", [this] { return this->models().oscillators.list().presetName; },
+                [this](const std::string& name) { this->models().oscillators.loadPreset(name); },
                 [this](const std::string& name) {
-                    this->models().ask([name](Backend::QelIF& qel) { qel.loadOscillatorPreset(name); });
+                    this->models().ask([name](Backend::QelIF& qel) { qel.saveOscillatorPreset(name, {}); });
                 },
-                {},
-                {}});
+                [this](const std::string& name) {
+                    this->models().ask([name](Backend::QelIF& qel) { qel.deleteOscillatorPreset(name); });
+                },
+                [this] {
+                    std::vector<PresetElement> elements;
+                    for (const auto& each : this->models().oscillators.list()) {
+                        elements.push_back(
+                            {tr("%1   %2")
+                                 .arg(each.id + 1)
+                                 .arg(QString::fromStdString(each.midiMessage.getEventNameWithCcAndNoteDetail())),
+                             each.selected});
+                    }
+                    return elements;
+                },
+                [this](const std::string& name, const std::vector<int>& places) {
+                    std::vector<OscId> ids;
+                    for (const int place : places) {
+                        ids.push_back({place});
+                    }
+                    this->models().ask([name, ids](Backend::QelIF& qel) { qel.saveOscillatorPreset(name, ids); });
+                }});
     refresh();
 }
 

@@ -4,7 +4,7 @@
 #include "desktop/models/Models.h"
 #include "desktop/models/PresetNames.h"
 
-#include <QInputDialog>
+#include <QMessageBox>
 #include <QPainter>
 #include <utility>
 
@@ -92,6 +92,36 @@ void PanelFrame::savePreset(const std::string& name) {
     }
 }
 
+void PanelFrame::askToSavePreset() {
+    QStringList files;
+    for (const QString& name : presetNames(models_, presets_.folder)) {
+        if (isPresetFile(models_, presets_.folder, name)) {
+            files << name;
+        }
+    }
+    PresetDialog dialog(title(), QString::fromStdString(presetName()), files,
+                        presets_.elements ? presets_.elements() : std::vector<PresetElement>{}, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return;
+    }
+    const std::string name = dialog.name().toStdString();
+    const std::vector<int> chosen = dialog.chosen();
+    chosen.empty() ? savePreset(name) : presets_.saveChosen(name, chosen);
+}
+
+void PanelFrame::askToDeletePreset(const QString& name) {
+    QMessageBox box(
+        QMessageBox::Question, tr("Delete a preset"),
+        tr("Delete the preset “%1” of %2? That cannot be undone. Programs that were saved with it will have "
+           "the default in its place.")
+            .arg(name, title()),
+        QMessageBox::Yes | QMessageBox::No, this);
+    box.setDefaultButton(QMessageBox::No);
+    if (box.exec() == QMessageBox::Yes) {
+        presets_.remove(name.toStdString());
+    }
+}
+
 void PanelFrame::fillPresetMenu() {
     presetMenu_->clear();
     const QStringList names = presetNames(models_, presets_.folder);
@@ -101,20 +131,17 @@ void PanelFrame::fillPresetMenu() {
         action->setChecked(name.toStdString() == presetName());
     }
     presetMenu_->addSeparator();
-    QAction* const save = presetMenu_->addAction(tr("Save as…"), this, [this] {
-        const QString name = QInputDialog::getText(this, tr("Save the preset"), tr("Name of the preset:"),
-                                                   QLineEdit::Normal, QString::fromStdString(presetName()));
-        if (!name.isEmpty()) {
-            savePreset(name.toStdString());
+    if (presets_.save) {
+        presetMenu_->addAction(tr("Save as…"), this, &PanelFrame::askToSavePreset);
+    }
+    if (presets_.remove) {
+        QMenu* const remove = presetMenu_->addMenu(tr("Delete"));
+        for (const QString& name : names) {
+            if (isPresetFile(models_, presets_.folder, name)) {
+                remove->addAction(name, this, [this, name] { askToDeletePreset(name); });
+            }
         }
-    });
-    save->setEnabled(presets_.save != nullptr);
-    QMenu* const remove = presetMenu_->addMenu(tr("Delete"));
-    remove->setEnabled(presets_.remove != nullptr);
-    for (const QString& name : names) {
-        if (isPresetFile(models_, presets_.folder, name)) {
-            remove->addAction(name, this, [this, name] { presets_.remove(name.toStdString()); });
-        }
+        remove->setEnabled(!remove->isEmpty());
     }
 }
 

@@ -3,10 +3,15 @@
 #include "core/QelIF.h"
 #include "core/QelMessageManager.h"
 #include "desktop/Palette.h"
+#include "desktop/dialogs/TakeDialog.h"
 #include "desktop/models/Models.h"
 #include "desktop/widgets/NumberField.h"
+#include "gui/QelGui.h"
+#include "platform/PathText.h"
 #include "values/SelectType.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QInputDialog>
 #include <QVBoxLayout>
@@ -59,7 +64,7 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
         return made;
     };
     auto* const earlier = button("◀", tr("Previous program"), tr("Changes to the program before this one"));
-    connect(earlier, &QPushButton::clicked, this, [this] { models_.program.step(false); });
+    connect(earlier, &QPushButton::clicked, this, [this] { leave([this] { models_.program.step(false); }); });
     row->addWidget(earlier);
     programMenu_ = new QMenu(this);
     program_ = menuButton(tr("Program"), tr("Chooses, renames, saves and loads programs"), programMenu_, this);
@@ -68,10 +73,12 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
     connect(programMenu_, &QMenu::aboutToShow, this, &SystemBar::fillProgramMenu);
     row->addWidget(program_);
     auto* const later = button("▶", tr("Next program"), tr("Changes to the program after this one"));
-    connect(later, &QPushButton::clicked, this, [this] { models_.program.step(true); });
+    connect(later, &QPushButton::clicked, this, [this] { leave([this] { models_.program.step(true); }); });
     row->addWidget(later);
-    bank_ = new QLabel(this);
-    bank_->setStatusTip(tr("The bank that the programs are in"));
+    bankMenu_ = new QMenu(this);
+    bank_ = menuButton(tr("Bank"), tr("The bank that the programs are in: chooses another, changes its size"),
+                       bankMenu_, this);
+    connect(bankMenu_, &QMenu::aboutToShow, this, &SystemBar::fillBankMenu);
     row->addLayout(captioned(tr("BANK"), bank_, this));
     row->addSpacing(grid(2));
 
@@ -108,10 +115,12 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
     connect(global_, &QPushButton::clicked, this,
             [this](bool on) { models_.settings.set(ChangedSetting::globalKeyboard, on); });
     row->addWidget(global_);
-    take_ =
-        button(tr("● take"), tr("Take"), tr("What you have played is recorded all the time: save the last stretch"));
-    connect(take_, &QPushButton::clicked, this, &SystemBar::takeAsked);
-    row->addWidget(take_);
+    takeMenu_ = new QMenu(this);
+    QToolButton* const take = menuButton(
+        tr("Take"), tr("What you have played is recorded all the time: save the last stretch"), takeMenu_, this);
+    take->setText(tr("● take ▾"));
+    connect(takeMenu_, &QMenu::aboutToShow, this, &SystemBar::fillTakeMenu);
+    row->addWidget(take);
     row->addStretch(1);
     auto* const panic =
         button(tr("Panic"), tr("Panic"), tr("Silence: everything that sounds ends. So does Escape, held"));
@@ -137,7 +146,7 @@ void SystemBar::refresh() {
     const std::string& path = models_.program.bank().path;
     const auto slash = path.find_last_of("/\\");
     QString bank = QString::fromStdString(slash == std::string::npos ? path : path.substr(slash + 1));
-    bank_->setText(bank.isEmpty() ? tr("no bank") : bank.replace(".bnk", ""));
+    bank_->setText((bank.isEmpty() ? tr("no bank") : bank.replace(".bnk", "")) + " ▾");
     tempo_->setValue(models_.settings.tempo());
     const int source = models_.settings.value(ChangedSetting::tempoSource);
     source_->setText((source == 0 ? tr("internal") : models_.ports.inputName(source - 1)) + " ▾");
@@ -183,7 +192,7 @@ void SystemBar::fillProgramMenu() {
         const QString name = QString::fromStdString(names[slot]);
         QAction* const action = programMenu_->addAction(
             QStringLiteral("%1  %2").arg(slot + 1, 3, 10, QLatin1Char('0')).arg(name.isEmpty() ? tr("Untitled") : name),
-            this, [this, slot] { models_.program.choose(static_cast<int>(slot)); });
+            this, [this, slot] { leave([this, slot] { models_.program.choose(static_cast<int>(slot)); }); });
         action->setCheckable(true);
         action->setChecked(static_cast<int>(slot) == models_.program.program().slot);
     }
@@ -199,16 +208,72 @@ void SystemBar::fillProgramMenu() {
     programMenu_->addAction(tr("Save…"), this, &SystemBar::saveAsked);
     programMenu_->addAction(tr("Load…"), this, &SystemBar::loadAsked);
     programMenu_->addAction(tr("Import from version 2…"), this, &SystemBar::importAsked);
-    programMenu_->addAction(tr("Size of the bank…"), this, [this] {
-        bool accepted = false;
-        const int now = static_cast<int>(models_.program.bank().programs.size());
-        const int size = QInputDialog::getInt(this, tr("Size of the bank"),
-                                              tr("Programs in the bank. Those beyond the new size are lost:"),
-                                              std::max(1, now), 1, 128, 1, &accepted);
-        if (accepted) {
-            models_.backend().postChangeBankSize(size, nullptr);
-        }
+}
+
+void SystemBar::leave(const std::function<void()>& how) {
+    if (!models_.program.bank().programs.empty() && (!mayLeave_ || mayLeave_())) {
+        models_.edits.clear(); // what was unsaved is not wanted
+        how();
+    }
+}
+
+void SystemBar::fillBankMenu() {
+    bankMenu_->clear();
+    const QDir folder(QString::fromStdString(Platform::textOf(models_.qel().getApplicationData())) + "/Banks");
+    for (const QString& file : folder.entryList({"*.bnk"}, QDir::Files, QDir::Name)) {
+        const QString path = folder.absoluteFilePath(file);
+        QAction* const action = bankMenu_->addAction(file.chopped(4), this, [this, path] {
+            if (!mayLeave_ || mayLeave_()) {
+                models_.edits.clear();
+                models_.backend().postLoadBank(path.toStdString());
+            }
+        });
+        action->setCheckable(true);
+        action->setChecked(QFileInfo(path) == QFileInfo(QString::fromStdString(models_.program.bank().path)));
+    }
+    bankMenu_->addSeparator();
+    bankMenu_->addAction(tr("Load…"), this, &SystemBar::loadAsked);
+    bankMenu_->addAction(tr("Import from version 2…"), this, &SystemBar::importAsked);
+    QAction* const asDefault = bankMenu_->addAction(tr("Start with this bank"), this, [this] {
+        models_.backend().postSetDefaultBank(models_.program.bank().path);
     });
+    asDefault->setCheckable(true);
+    asDefault->setChecked(models_.gui().getRegistrySettings().getDefaultBank() == models_.program.bank().path);
+    bankMenu_->addAction(tr("Size…"), this, &SystemBar::askForBankSize)
+        ->setEnabled(!models_.program.bank().programs.empty());
+}
+
+void SystemBar::askForBankSize() {
+    bool accepted = false;
+    const int now = static_cast<int>(models_.program.bank().programs.size());
+    const int size = QInputDialog::getInt(this, tr("Size of the bank"),
+                                          tr("Programs in the bank. Those beyond the new size are lost:"),
+                                          std::max(1, now), 1, 128, 1, &accepted);
+    if (accepted && (size > models_.program.program().slot || !mayLeave_ || mayLeave_())) {
+        models_.backend().postChangeBankSize(size, nullptr);
+    }
+}
+
+void SystemBar::fillTakeMenu() {
+    constexpr int mostInMenu = 8;
+    takeMenu_->clear();
+    const auto takes = models_.qel().getRetroRecord().takes();
+    int fromLast = 0;
+    for (auto take = takes.rbegin(); take != takes.rend() && fromLast < mostInMenu; ++take) {
+        ++fromLast;
+        takeMenu_->addAction(tr("Save %1…").arg(textOf(*take)), this, [this, fromLast] { emit takeAsked(fromLast); });
+    }
+    if (takes.empty()) {
+        takeMenu_->addAction(tr("Nothing has been recorded yet"))->setEnabled(false);
+    }
+    takeMenu_->addSeparator();
+    takeMenu_->addAction(tr("All takes…"), this, &SystemBar::takesAsked);
+    takeMenu_->addAction(tr("Save everything…"), this, [this] { emit takeAsked(0); })->setEnabled(!takes.empty());
+    QAction* const records = takeMenu_->addAction(tr("Record what is played"), this, [this](bool on) {
+        models_.settings.set(ChangedSetting::retroRecordEnabled, on ? 1 : 0);
+    });
+    records->setCheckable(true);
+    records->setChecked(models_.settings.isOn(ChangedSetting::retroRecordEnabled));
 }
 
 void SystemBar::fillOutputMenu() {

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QToolButton>
 #include <QWidget>
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace Desktop {
@@ -24,6 +26,8 @@ public:
 
     void showProgramMenu();
     void showOutputMenu();
+    // Asked before another program takes the place of this one.
+    void setLeaving(std::function<bool()> mayLeave) { mayLeave_ = std::move(mayLeave); }
     // Why there are no global keys here; empty: there are.
     void setGlobalKeysObstacle(const QString& reason);
 
@@ -32,8 +36,8 @@ signals:
     void saveAsked();
     void loadAsked();
     void importAsked();
-    void undoAsked();
-    void takeAsked();
+    void takesAsked();            // all of them
+    void takeAsked(int fromLast); // 1: the last one; 0: everything
     void panicAsked();
 
 private:
@@ -41,12 +45,17 @@ private:
     void fillProgramMenu();
     void fillOutputMenu();
     void fillTempoMenu();
+    void fillBankMenu();
+    void fillTakeMenu();
+    void askForBankSize();
+    void leave(const std::function<void()>& how);
     void tap();
 
     Models& models_;
     QToolButton* program_;
     QMenu* programMenu_;
-    QLabel* bank_;
+    QToolButton* bank_;
+    QMenu* bankMenu_;
     NumberField* tempo_;
     QToolButton* source_;
     QMenu* sourceMenu_;
@@ -54,10 +63,11 @@ private:
     QMenu* outputMenu_;
     QPushButton* thru_;
     QPushButton* global_;
-    QPushButton* take_;
+    QMenu* takeMenu_;
     QElapsedTimer lastTap_;
     std::vector<qint64> taps_; // milliseconds between them
     QString obstacle_;
+    std::function<bool()> mayLeave_;
 };
 
 } // namespace Desktop

@@ -58,6 +58,7 @@ void EventList::adjust(bool follow) {
     const int count = static_cast<int>((paused_ ? held_ : events_.events()).size());
     bar_.setRange(0, std::max(0, count - visibleRows()));
     bar_.setPageStep(visibleRows());
+    bar_.setVisible(bar_.maximum() > 0);
     if (follow) {
         bar_.setValue(bar_.maximum());
     }

@@ -4,9 +4,14 @@
 
 #include <QPainterPath>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace Desktop {
+
+namespace {
+constexpr int periods = 2; // that are drawn
+}
 
 WaveView::WaveView(QWidget* parent) : Instrument(parent) {
     setFocusPolicy(Qt::NoFocus);
@@ -28,8 +33,33 @@ void WaveView::setRunning(bool on) {
 void WaveView::setValue(int value) {
     value_ = value;
     if (running_) {
+        follow();
         update();
     }
+}
+
+// Only values arrive: the point goes forward along the wave to the next place that has the value.
+void WaveView::follow() {
+    constexpr int steps = 256;
+    constexpr double near = 1.0 / 64;
+    const double part = portion();
+    double best = near;
+    double found = phase_;
+    for (int i = 0; i < steps; ++i) {
+        const double phase = std::fmod(phase_ + static_cast<double>(i) / steps, 1.0);
+        if (const double off = std::abs(wave_(phase) - part); off < best) {
+            best = off;
+            found = phase;
+            if (off < near / 4) {
+                break;
+            }
+        }
+    }
+    phase_ = found;
+}
+
+double WaveView::portion() const {
+    return low_ == high_ ? 0 : std::clamp(static_cast<double>(value_ - low_) / (high_ - low_), 0.0, 1.0);
 }
 
 QString WaveView::valueText() const {
@@ -50,7 +80,6 @@ void WaveView::paintEvent(QPaintEvent*) {
     painter.drawLine(QPointF(area.left(), yOf(0.5)), QPointF(area.right(), yOf(0.5)));
     if (wave_) {
         QPainterPath path;
-        constexpr int periods = 2;
         const int steps = std::max(2, static_cast<int>(area.width()));
         for (int i = 0; i <= steps; ++i) {
             const double at = static_cast<double>(i) / steps;
@@ -62,10 +91,9 @@ void WaveView::paintEvent(QPaintEvent*) {
         painter.drawPath(path);
     }
     if (running_ && low_ != high_) {
-        const double part = std::clamp(static_cast<double>(value_ - low_) / (high_ - low_), 0.0, 1.0);
         painter.setPen(Qt::NoPen);
         painter.setBrush(p.text);
-        painter.drawEllipse(QPointF(area.left() + area.width() * 0.5, yOf(part)), 4, 4);
+        painter.drawEllipse(QPointF(area.left() + area.width() * phase_ / periods, yOf(portion())), 4, 4);
     }
     painter.setFont(figureFont(0.8));
     painter.setPen(p.dim);

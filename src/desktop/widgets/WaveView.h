@@ -1,4 +1,4 @@
-// One period of a wave, with the point that moves along it.
+// Two periods of a wave, with the point that moves along it.
 #pragma once
 
 #include "desktop/widgets/Instrument.h"
@@ -24,11 +24,15 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void follow();
+    [[nodiscard]] double portion() const; // how high the value is, 0..1
+
     std::function<double(double)> wave_;
     int low_ = 0;
     int high_ = 127;
     int value_ = 0;
     bool running_ = false;
+    double phase_ = 0; // where the point is, 0..1
 };
 
 } // namespace Desktop
