@@ -26,7 +26,6 @@
 #include <QToolButton>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <set>
 
 namespace {
 
@@ -45,19 +44,18 @@ protected:
     std::string answering(std::vector<Answer> answers, const std::function<void()>& work) {
         QObject context; // ends the looking
         std::size_t next = 0;
-        std::set<QWidget*> answered; // they come back when what they have opened closes
         // Each look is a timer of its own: one that is at work does not go off in the loop of a further dialog.
         const std::function<void()> look = [&] {
             QTimer::singleShot(2, &context, look);
             auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr || answered.contains(dialog)) {
+            if (dialog == nullptr || dialog->property("answered").toBool()) { // it comes back when another closes
                 return;
             }
             if (next == answers.size()) {
                 ADD_FAILURE() << "another dialog: " << dialog->windowTitle().toStdString();
                 return dialog->reject();
             }
-            answered.insert(dialog);
+            dialog->setProperty("answered", true);
             answers[next++](*dialog);
         };
         look();
