@@ -220,6 +220,7 @@ void OscillatorStrip::refresh() {
     length_->setVisible(oscillator.steppedSpeed);
     speedMode_->setCurrentIndex(oscillator.steppedSpeed ? 0 : 1);
     speed_->setValue(oscillator.speed);
+    speed_->setVisible(!oscillator.steppedSpeed || place == static_cast<int>(std::size(lengths))); // else it is named
     output_->setValue(oscillator.output + 1);
     stop_->setValue(oscillator.stopValue);
     min_->setValue(oscillator.min);

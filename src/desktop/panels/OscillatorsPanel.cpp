@@ -24,7 +24,7 @@ OscillatorsPanel::OscillatorsPanel(Models& models, QWidget* parent)
     strips_->setSpacing(grid(2));
     strips_->addStretch(1);
     area->setWidget(content_);
-    area->setMinimumWidth(grid(92));
+    area->setMinimumWidth(grid(108));
     body().addWidget(area);
     connect(&models.oscillators, &Model::changed, this, &OscillatorsPanel::refresh);
     connect(&models.oscillators, &OscillatorsModel::valueMoved, this, [this](int oscillator, int value) {
