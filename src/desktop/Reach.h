@@ -14,7 +14,8 @@ namespace Desktop {
 // True when the toolkit can open a window: it ends the program where it cannot.
 [[nodiscard]] bool canOpenWindows();
 
-// Hides a text window that the system has opened for this program alone, as it does when the program is started by mouse.
+// Hides a text window that the system has opened for this program alone, as it does when the program is started by
+// mouse.
 void hideOwnConsole();
 
 // The key code (class Key) of the place of a native scan code on a US board; 0: none that is known.

@@ -195,7 +195,7 @@ TEST_F(ProgramFiles, LayerPresetsAreSavedWholeOrInPart) {
     EXPECT_EQ(rig.afterMidi(0xC0, 7, 0), "0 C1 7; 0 C2 7; 0 C3 7");
     post([&](QelMessageManager&) { layers.postLoadPreset("Other"); });
     EXPECT_EQ(rig.afterMidi(0xC0, 7, 0), "0 C0 7");
-    EXPECT_THAT(rig.takeFaults(), ElementsAre());
+    EXPECT_THAT(rig.takeFaults(), ElementsAre("Layer Presets: \"a/b\" cannot be the name of a preset"));
     post([&](QelMessageManager&) {
         layers.postDeletePreset("Other");
         layers.postLoadPreset("Other");

@@ -244,9 +244,10 @@ TEST_F(ComputerInput, ReportsPresetsThatCannotBeRead) {
     for (const char* name : {"", "none", "broken", "other", "../outside", "a\\b", "a:b", "\n"}) {
         keys.loadPreset(name);
         EXPECT_EQ(faults.size(), 1U) << name;
-        faults.clear();
         keys.savePreset("../escape", {});
+        EXPECT_EQ(faults.size(), 2U) << name;
         keys.deletePreset(name);
+        faults.clear();
     }
     EXPECT_EQ(pressed("Q"), "1");
     EXPECT_EQ(keys.map().presetName, "");
