@@ -119,10 +119,17 @@ int main(int argc, char** argv) {
                 rig.window().showPanel(panel, true);
                 openEditors(*frame, true);
                 rig.window().resize(1500, 1250);
+                if (panel == Gui::Panel::midiInput) { // whose forms want room
+                    rig.window().showPanel(Gui::Panel::computerInput, false);
+                    rig.window().showPanel(Gui::Panel::layer, false);
+                    rig.window().resize(900, 1250);
+                }
                 QApplication::processEvents();
                 save(*frame,
                      folder + "/panel-" + QString::fromLatin1(Gui::panelNames[i].data()) + "-" + ending + ".png");
                 openEditors(*frame, false);
+                rig.window().showPanel(Gui::Panel::computerInput, true);
+                rig.window().showPanel(Gui::Panel::layer, true);
                 rig.window().showPanel(panel, shown);
             }
         }
