@@ -30,12 +30,12 @@ void copyAll(const fs::path& from, const fs::path& to, std::error_code& failure)
 }
 
 // Copies that a killed program began: one takes moments.
-void removeOldCopies(const fs::path& data) {
+void removeOldCopies(const fs::path& data, fs::file_time_type now) {
     std::error_code failure;
     for (fs::directory_iterator each(data, failure), end; !failure && each != end; each.increment(failure)) {
         std::error_code ignored;
         if (Platform::isNameForReplacement(each->path()) && fs::is_directory(each->symlink_status(ignored)) &&
-            fs::last_write_time(each->path(), ignored) < fs::file_time_type::clock::now() - std::chrono::hours(1)) {
+            fs::last_write_time(each->path(), ignored) < now - std::chrono::hours(1)) {
             fs::remove_all(each->path(), ignored);
         }
     }
@@ -43,9 +43,9 @@ void removeOldCopies(const fs::path& data) {
 
 } // namespace
 
-void FactoryFiles::removeLeftovers(const Surroundings& surroundings) {
+void FactoryFiles::removeLeftovers(const Surroundings& surroundings, fs::file_time_type now) {
     const fs::path data = QelUtils::getQelAppDataDir(surroundings);
-    removeOldCopies(data);
+    removeOldCopies(data, now);
     for (const char* const folder : FolderNames::withFactoryContent) {
         Platform::removeLeftovers(data / folder);
     }

@@ -3,6 +3,7 @@
 
 #include "core/Surroundings.h"
 
+#include <filesystem>
 #include <string>
 
 namespace Backend {
@@ -13,8 +14,9 @@ class FactoryFiles final {
 public:
     FactoryFiles() = delete;
 
-    // Removes what killed programs left half written in the folders and beside them. [any]
-    static void removeLeftovers(const Surroundings& surroundings);
+    // Removes what killed programs left half written in the folders and, when an hour old, beside them. [any]
+    static void removeLeftovers(const Surroundings& surroundings,
+                                std::filesystem::file_time_type now = std::filesystem::file_time_type::clock::now());
 
     // Copies each of the folders that the user does not have. A folder appears whole or, when something fails, not at
     // all. [backend]
