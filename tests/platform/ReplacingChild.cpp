@@ -38,7 +38,8 @@ int runReplacingChild(int argc, char** argv) {
 }
 
 bool startReplacingChild(const std::filesystem::path& file, int milliseconds) {
-    const int status = startOwnProgram(std::string(replacingChildOption) + " \"" + file.string() + "\" " +
-                                       std::to_string(milliseconds));
+    std::string arguments(replacingChildOption);
+    arguments.append(" \"").append(file.string()).append("\" ").append(std::to_string(milliseconds));
+    const int status = startOwnProgram(arguments);
     return status == tornAway || status == tornAway << 8; // as the systems' shells say it
 }

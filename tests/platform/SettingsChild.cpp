@@ -23,6 +23,7 @@ int runSettingsChild(int argc, char** argv) {
 }
 
 int startSettingsChild(const std::filesystem::path& folder, const std::string& prefix, unsigned count) {
-    return startOwnProgram(std::string(settingsChildOption) + " \"" + folder.string() + "\" " + prefix + " " +
-                           std::to_string(count));
+    std::string arguments(settingsChildOption);
+    arguments.append(" \"").append(folder.string()).append("\" ").append(prefix).append(" ");
+    return startOwnProgram(arguments + std::to_string(count));
 }
