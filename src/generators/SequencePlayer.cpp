@@ -101,6 +101,10 @@ void SequencePlayer::reset() {
     step_ = 0;
 }
 
+bool SequencePlayer::isSounding(Voice voice) const {
+    return std::any_of(begun_.begin(), begun_.end(), [voice](const Begun& begun) { return begun.voice == voice; });
+}
+
 void SequencePlayer::forgetOutput(std::int8_t output) {
     std::erase_if(begun_, [output](const Begun& begun) { return begun.noteOn.getOutput() == output; });
 }

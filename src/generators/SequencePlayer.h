@@ -34,6 +34,7 @@ public:
     void setStep(std::size_t step) { step_ = step; }
 
     [[nodiscard]] bool isSounding() const { return !begun_.empty(); }
+    [[nodiscard]] bool isSounding(Voice voice) const;
     // Forgets all that sounds and goes back to the first step; the notes are ended elsewhere.
     void reset();
     // What began on that output is ended elsewhere.

@@ -34,7 +34,7 @@ public:
     virtual void pause(SequenceManagement::SequencePlayer& steps) = 0;
     // Goes on where the other, of the same setting, was paused.
     virtual void continueFrom(const Arpeggio& other) = 0;
-    // Gives up what goes to that output.
+    // Gives up what goes to that output; `steps` has forgotten what sounded there, what sounds elsewhere still ends.
     virtual void forgetOutput(std::int8_t output, SequenceManagement::SequencePlayer& steps) = 0;
 
     [[nodiscard]] const ArpeggioSetting& setting() const { return setting_; }

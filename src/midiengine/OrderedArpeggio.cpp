@@ -141,7 +141,13 @@ void OrderedArpeggio::continueFrom(const Arpeggio& other) {
 
 void OrderedArpeggio::forgetOutput(std::int8_t output, SequencePlayer& steps) {
     for (int place = count() - 1; place >= 0; --place) {
-        if (held_[static_cast<std::size_t>(place)].noteOn.getOutput() == output) {
+        ArpeggioNote& note = held_[static_cast<std::size_t>(place)];
+        if (note.noteOn.getOutput() != output) {
+            continue;
+        }
+        if (note.playing && steps.isSounding(note.voice)) { // where its key went before it was pressed again
+            note.released = true;
+        } else {
             remove(place, steps);
         }
     }

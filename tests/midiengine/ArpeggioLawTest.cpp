@@ -213,6 +213,14 @@ TEST(ArpeggioLawTest, WithToggles) {
     playRounds({.toggles = true}, 100);
 }
 
+// The key that comes back goes to another output than its note that still sounds; then that output is closed.
+TEST(ArpeggioLawTest, WhatSoundsElsewhereEndsThereWhenAnOutputIsClosed) {
+    EngineRig rig(R"(<Layer mono="true"><UpArpeggio beat="12" length="7"/></Layer>)");
+    EXPECT_EQ(rig.play("on 70 9; on 69 9; wait 11; default 2; on 70 9; off 70; output 2 off; off 70; off 69; wait 20"),
+              "0 0 90 70 9; 7 0 80 70 9; 12 0 90 69 9; 19 0 80 69 9");
+    EXPECT_FALSE(rig.engine.isBusy());
+}
+
 // Layers that are exchanged while keys are held.
 
 TEST(ArpeggioExchangeTest, AnArpeggioGoesOnOnItsBeats) {
