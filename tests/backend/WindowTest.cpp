@@ -41,6 +41,7 @@ protected:
         settle();
     }
     ~WindowTest() override {
+        gui->stopListening();
         rig.stop();
         Gui::QelGuiFactory::setBuilder({});
     }

@@ -21,15 +21,27 @@ public:
     using QelGui::QelGui;
     using Handler = std::function<void(std::uintptr_t wParam, std::intptr_t lParam)>;
 
+    // What is still on its way is taken while the handlers are there.
+    ~BareGui() override {
+        stopListening();
+        closeWindow();
+    }
+
     std::map<std::uint32_t, Handler> handlers;
 
     template <typename Value> void on(std::uint32_t id, std::function<void(const Value&)> work) {
-        handlers[id] = [work](std::uintptr_t w, std::intptr_t) {
-            if (w != 0) {
-                work(*Backend::takeCopy<Value>(w));
+        handlers[id] = [this, work](std::uintptr_t w, std::intptr_t) {
+            if (w == 0) {
+                return;
+            }
+            const auto copy = Backend::takeCopy<Value>(w);
+            if (isListening_) {
+                work(*copy);
             }
         };
     }
+    // From now on copies are freed and shown to nobody: at the end of a test, whose variables are gone.
+    void stopListening() { isListening_ = false; }
 
     void initialize() override {}
     void end() override {}
@@ -67,6 +79,8 @@ private:
     template <typename Part> [[noreturn]] static Part& missing() {
         throw std::logic_error("this user interface has no such part");
     }
+
+    bool isListening_ = true;
 };
 
 } // namespace TestSupport
