@@ -152,7 +152,7 @@ private:
     void playFromOscillator(const QelMidiMessage& message) override;
     void oscillatorMoved(OscId id, std::int32_t value) override;
 
-    void takeIn(const QelMidiMessage& message, Ticks stamp);
+    void takeIn(const QelMidiMessage& message, Ticks stamp, Ticks earliest);
     void processPpq(Ticks ppq, Ticks earliest);
     [[nodiscard]] bool actsOnTicks() const;
     void playNoteOn(QelMidiMessage& message);

@@ -21,7 +21,8 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
     if (to < from || from < lastTick_) { // time goes back
         lastTick_ = lastGiven_ = lastStamp_ = noTicks;
     }
-    pending_.drainInbox([this, to](const QelMidiMessage& message) { takeIn(message, std::max(to, lastStamp_)); });
+    const Ticks earliest = from <= to ? from : noTicks;
+    pending_.drainInbox([&](const QelMidiMessage& message) { takeIn(message, std::max(to, lastStamp_), earliest); });
     if (from <= to) {
         if ((to - from).count < MAX_TIME_SLICE && from < to) {
             pending_.catchUp(from);
@@ -50,19 +51,22 @@ void MidiEngine::playTimeSlice(Ticks from, Ticks to) {
     now_ = noTicks;
 }
 
-void MidiEngine::takeIn(const QelMidiMessage& message, Ticks stamp) {
+// Untimed messages are stamped with `stamp`; a timed one is too late when it is from before `earliest`.
+void MidiEngine::takeIn(const QelMidiMessage& message, Ticks stamp, Ticks earliest) {
     if (message.isQelReset()) {
         reset();
         resets_.done(Reset::soft);
     } else if (message.isQelHardReset()) {
         hardReset();
         resets_.done(Reset::hard);
-    } else if (message.isTimedEvent()) {
-        pending_.schedule(message);
     } else {
         QelMidiMessage stamped = message;
-        stamped.setPpq(stamp);
-        lastStamp_ = stamp; // a tick that is run again must not let what comes then overtake this
+        if (!message.isTimedEvent()) {
+            stamped.setPpq(stamp);
+            lastStamp_ = stamp; // a tick that is run again must not let what comes then overtake this
+        } else if (message.getPpq() < earliest && earliest <= lastStamp_) {
+            stamped.setPpq(lastStamp_); // nor may what comes too late
+        }
         pending_.schedule(stamped);
     }
 }

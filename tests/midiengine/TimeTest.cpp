@@ -120,6 +120,25 @@ TEST(MidiEngineTimeTest, ATickThatIsRunAgainDoesNotLetLaterEventsOvertake) {
     EXPECT_EQ(rig.takePlayed(), "300 0 90 62 1");
 }
 
+// Handed in by one who is held up: first without a tick, then at ticks that have passed.
+TEST(MidiEngineTimeTest, WhatComesTooLateForItsTickStaysBehindWhatCameBefore) {
+    for (const bool inTheFirstSlice : {true, false}) {
+        SCOPED_TRACE(inTheFirstSlice);
+        EngineRig rig;
+        const std::vector<QelMidiMessage> handedIn{at(2, "cc 1 1"), eventOf("cc 2 1"), at(4, "cc 3 1"),
+                                                   at(3, "cc 4 1"), eventOf("cc 5 1"), at(9, "cc 6 1")};
+        rig.engine.addPending(inTheFirstSlice ? handedIn : std::vector<QelMidiMessage>());
+        rig.slice(7, 7);
+        rig.engine.addPending(inTheFirstSlice ? std::vector<QelMidiMessage>() : handedIn);
+        rig.slice(7, 8);
+        rig.slice(8, 8);
+        rig.slice(8, 10);
+        EXPECT_EQ(rig.takePlayed(), inTheFirstSlice
+                                        ? "7 0 B0 1 1; 7 0 B0 2 1; 7 0 B0 3 1; 7 0 B0 4 1; 7 0 B0 5 1; 9 0 B0 6 1"
+                                        : "7 0 B0 1 1; 8 0 B0 2 1; 8 0 B0 3 1; 8 0 B0 4 1; 8 0 B0 5 1; 9 0 B0 6 1");
+    }
+}
+
 TEST(MidiEngineTimeTest, WhenTimeGoesBackNothingIsLostThatWasDue) {
     EngineRig rig;
     rig.engine.addPending({at(1009, "cc 1 1"), at(1010, "cc 2 1"), at(499, "cc 3 1"), at(700, "cc 4 1")});

@@ -147,8 +147,7 @@ Outcome LiveScript::Reading::performLines() {
 }
 
 void LiveScript::Reading::handIn(const PerformanceEvent& event) {
-    const Ticks tick = start + Ticks{event.tick};
-    postEvent(event, qel, tick > player.now() ? tick : Backend::noTicks);
+    postEvent(event, qel, start + Ticks{event.tick});
 }
 
 bool LiveScript::Reading::pause(std::chrono::nanoseconds time) {
