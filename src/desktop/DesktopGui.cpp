@@ -139,6 +139,7 @@ void DesktopGui::create(Platform::WindowHandle) {
             [&keys](const Key& key) { keys.release(key); }, [this] { shown_->window->panic(); },
             [this](std::uint32_t code, const QString& text) { shown_->window->keys().setLegend(code, text); }});
     shown.hook = makeKeyboardHook([this](std::uint32_t scan, bool down) { shown_->keys->globalKey(scan, down); });
+    shown.focus = watchFocus([this](bool isHere) { shown_->keys->keyboardMoved(isHere); });
     shown.window->bar().setGlobalKeysObstacle(QString::fromStdString(shown.hook->obstacle()));
     const auto followGlobal = [this] {
         shown_->hook->setActive(shown_->models->settings.isOn(Gui::ChangedSetting::globalKeyboard));
@@ -192,6 +193,7 @@ void DesktopGui::destroy() {
     shown_->models->events.stop();
     shown_->frame.stop();
     shown_->hook.reset();
+    shown_->focus.reset();
     shown_->keys.reset();
     shown_->window->hide();
 }

@@ -60,6 +60,7 @@ private:
         std::unique_ptr<KeyCapture> keys;
         std::unique_ptr<WakeUp> wake;
         std::unique_ptr<Gui::KeyboardHookProxy> hook;
+        std::unique_ptr<FocusWatch> focus;
         QTimer frame; // runs while messages wait
     };
 

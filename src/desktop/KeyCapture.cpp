@@ -150,12 +150,14 @@ bool KeyCapture::eventFilter(QObject* object, QEvent* event) {
     case QEvent::WindowDeactivate:
     case QEvent::Hide:
     case QEvent::Close:
-        if (object == &window_) {
+        if (object == &window_ && !(isElsewhere_ && event->type() == QEvent::WindowDeactivate)) {
             releaseAll();
         }
         break;
     case QEvent::ApplicationStateChange:
-        releaseAll();
+        if (!isElsewhere_) { // else all has been let go, and what is held now is held elsewhere
+            releaseAll();
+        }
         break;
     case QEvent::Show:
         if (auto* const widget = qobject_cast<QWidget*>(object);
@@ -219,12 +221,19 @@ void KeyCapture::releaseAll() {
     globalModifiers_ = 0;
 }
 
+void KeyCapture::keyboardMoved(bool isHere) {
+    isElsewhere_ = !isHere;
+    if (isElsewhere_) {
+        releaseAll();
+    }
+}
+
 void KeyCapture::globalKey(std::uint32_t scanCode, bool isDown) {
     const std::uint32_t code = codeOfScanCode(scanCode);
     if (code == 0) {
         return;
     }
-    if (QApplication::activeWindow() != nullptr) { // then it comes as an event, if it is for us
+    if (!isElsewhere_ && QApplication::activeWindow() != nullptr) { // then it comes as an event, if it is for us
         return;
     }
     const std::uint32_t own = ownModifier(code);

@@ -39,6 +39,8 @@ public:
     void releaseAll();
     // A key of the whole system, told while another program has the keyboard.
     void globalKey(std::uint32_t scanCode, bool isDown);
+    // The keyboard has left the windows of this program or has come back: where the system says so before the toolkit.
+    void keyboardMoved(bool isHere);
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -54,6 +56,7 @@ private:
     std::map<std::uint32_t, Key> down_; // by code
     std::uint32_t globalModifiers_ = 0;
     bool focusByKeys_ = false;
+    bool isElsewhere_ = false; // the keyboard, as far as the system has said
     QTimer escape_;
 };
 

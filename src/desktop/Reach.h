@@ -37,4 +37,12 @@ public:
 using GlobalKey = std::function<void(std::uint32_t nativeScanCode, bool down)>;
 [[nodiscard]] std::unique_ptr<Gui::KeyboardHookProxy> makeKeyboardHook(GlobalKey listener);
 
+// While it lives, `listener` is told at once when the keyboard leaves the windows of this program and when it comes
+// back, on the thread of the window; null where the toolkit says so as soon itself.
+class FocusWatch {
+public:
+    virtual ~FocusWatch() = default;
+};
+[[nodiscard]] std::unique_ptr<FocusWatch> watchFocus(std::function<void(bool isHere)> listener);
+
 } // namespace Desktop

@@ -30,6 +30,13 @@ protected:
     std::string press(int key) {
         return rig.after([&] { QTest::keyPress(&rig.window(), static_cast<Qt::Key>(key)); });
     }
+    static quint32 scanCodeOf(char key) {
+        quint32 scan = 0;
+        while (Desktop::codeOfScanCode(scan) != static_cast<std::uint32_t>(key)) {
+            ++scan;
+        }
+        return scan;
+    }
     std::string release(int key) {
         return rig.after([&] { QTest::keyRelease(&rig.window(), static_cast<Qt::Key>(key)); });
     }
@@ -160,11 +167,7 @@ TEST_F(DesktopKeys, OnlyThoseThatAreGlobalPlayFromElsewhere) {
         rig.after([&] { rig.models().keys.put("scene", {key}); });
     };
     const auto elsewhere = [&](char code, bool down) {
-        std::uint32_t scan = 0;
-        while (Desktop::codeOfScanCode(scan) != static_cast<std::uint32_t>(code)) {
-            ++scan;
-        }
-        return rig.after([&] { rig.gui->keys().globalKey(scan, down); });
+        return rig.after([&] { rig.gui->keys().globalKey(scanCodeOf(code), down); });
     };
     local('W', false);
     EXPECT_EQ(elsewhere('Q', true), "") << "our window has the keyboard: it comes as an event";
@@ -176,6 +179,23 @@ TEST_F(DesktopKeys, OnlyThoseThatAreGlobalPlayFromElsewhere) {
     EXPECT_EQ(elsewhere('Q', true), "") << "it repeats";
     EXPECT_EQ(elsewhere('Q', false), "0 80 60 100") << "what it began it ends";
     EXPECT_EQ(elsewhere('W', false), "");
+}
+
+TEST_F(DesktopKeys, WhoKnowsEarlierThanTheToolkitThatTheKeyboardHasGoneIsBelieved) {
+    const quint32 placeOfQ = scanCodeOf('Q');
+    EXPECT_EQ(press(Qt::Key_W), "0 90 62 100");
+    EXPECT_EQ(rig.after([&] { rig.gui->keys().keyboardMoved(false); }), "0 80 62 100");
+    EXPECT_EQ(rig.after([&] { rig.gui->keys().globalKey(placeOfQ, true); }), "0 90 60 100");
+    const auto deactivate = [&] {
+        QEvent event(QEvent::WindowDeactivate);
+        QApplication::sendEvent(&rig.window(), &event);
+    };
+    EXPECT_EQ(rig.after(deactivate), "") << "the toolkit has noticed; the key is held in another window";
+    EXPECT_EQ(rig.after([&] { rig.gui->keys().globalKey(placeOfQ, false); }), "0 80 60 100");
+    rig.gui->keys().keyboardMoved(true);
+    EXPECT_EQ(rig.after([&] { rig.gui->keys().globalKey(placeOfQ, true); }), "") << "it comes as an event";
+    EXPECT_EQ(press(Qt::Key_W), "0 90 62 100");
+    EXPECT_EQ(rig.after(deactivate), "0 80 62 100");
 }
 
 TEST_F(DesktopKeys, ScanCodesAreTakenByPlace) {

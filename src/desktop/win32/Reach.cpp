@@ -115,4 +115,8 @@ std::unique_ptr<Gui::KeyboardHookProxy> makeKeyboardHook(GlobalKey listener) {
     return std::make_unique<LowLevelHook>(std::move(listener));
 }
 
+std::unique_ptr<FocusWatch> watchFocus(std::function<void(bool)>) {
+    return nullptr;
+}
+
 } // namespace Desktop
