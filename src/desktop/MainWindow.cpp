@@ -4,6 +4,7 @@
 #include "core/QelMessageManager.h"
 #include "desktop/Backup.h"
 #include "desktop/Palette.h"
+#include "desktop/TabOrder.h"
 #include "desktop/dialogs/FileDialogs.h"
 #include "desktop/dialogs/SetupDialog.h"
 #include "desktop/dialogs/TakeDialog.h"
@@ -19,6 +20,7 @@
 #include "desktop/panels/OutputPanel.h"
 #include "desktop/panels/SystemBar.h"
 #include "desktop/panels/ZonesPanel.h"
+#include "desktop/widgets/ElidedLabel.h"
 #include "desktop/widgets/ValueInstrument.h"
 #include "gui/QelGui.h"
 #include "platform/PathText.h"
@@ -96,7 +98,7 @@ MainWindow::MainWindow(Models& models, std::function<void(Panel, bool)> noteShow
     line->setAttribute(Qt::WA_StyledBackground);
     auto* const lineBox = new QHBoxLayout(line);
     lineBox->setContentsMargins(grid(3), grid(1), grid(3), grid(1));
-    helpText_ = new QLabel(line);
+    helpText_ = new ElidedLabel(line);
     helpText_->setObjectName("Dim");
     helpText_->setAccessibleName(tr("Help line"));
     helpText_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -183,6 +185,10 @@ void MainWindow::buildPanels() {
     rowSplitters_[0]->setStretchFactor(0, 3);
     rowSplitters_[0]->setStretchFactor(1, 2);
     rowSplitters_[0]->setSizes({300, 200, 140});
+    for (int i = 0; i < rowSplitters_[1]->count(); ++i) {
+        constexpr int ofTheList = 3;
+        rowSplitters_[1]->setStretchFactor(i, rowSplitters_[1]->widget(i) == panel(Panel::display) ? ofTheList : 2);
+    }
     rowSplitters_[1]->setSizes({200, 200, 200, 240, 160});
 }
 
@@ -346,7 +352,7 @@ bool MainWindow::askAboutUnsaved() {
     if (models_.edits.isClean()) {
         return true;
     }
-    QMessageBox box(QMessageBox::Question, tr("Unsaved changes"),
+    QMessageBox box(QMessageBox::NoIcon, tr("Unsaved changes"),
                     tr("The program “%1” has changes that are not saved.").arg(models_.program.title()),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     const int answer = box.exec();
@@ -387,6 +393,10 @@ void MainWindow::closeEvent(QCloseEvent* event) {
         emit closing();
     }
     event->accept();
+}
+
+bool MainWindow::focusNextPrevChild(bool next) {
+    return focusNextByTab(*this, next);
 }
 
 void MainWindow::paintEvent(QPaintEvent*) {

@@ -35,7 +35,7 @@ const NamedPalette& named(std::size_t place) {
             "#ebebee", "#1a1c21", "#3a3f49",
             "#e0526b"}},
         {"Light", {
-            "#e9ebee", "#f7f8fa", "#ffffff", "#dfe2e7", "#c3c8d0",
+            "#e9ebee", "#f7f8fa", "#ffffff", "#e6e9ee", "#c3c8d0",
             "#1b1e24", "#535a66", "#8d95a1",
             "#b06a00",
             "#0c8577", "#2563c9", "#c2365a",
@@ -45,7 +45,7 @@ const NamedPalette& named(std::size_t place) {
             "#c2263f"}},
         {"High contrast", {
             "#000000", "#000000", "#16161a", "#2a2a31", "#b9bdc6",
-            "#ffffff", "#e3e6ea", "#b9bdc6",
+            "#ffffff", "#e3e6ea", "#8f949e",
             "#ffd23f",
             "#3df2dc", "#9cc6ff", "#ff9db4",
             "#7dff72",
@@ -63,10 +63,13 @@ QString rgb(const QColor& colour) {
     return colour.name();
 }
 
-// A small triangle as a picture: style sheets take one from files only. Empty where there is no room for files.
-QString arrowFile(const QColor& colour) {
+enum class Sign { arrow, tick, dot };
+
+// A small sign as a picture: style sheets take one from files only. Empty where there is no room for files.
+QString pictureFile(Sign sign, const QColor& colour) {
     static const QTemporaryDir folder;
-    const QString file = folder.filePath("arrow-" + rgb(colour).mid(1) + ".png");
+    const QString file =
+        folder.filePath(QStringLiteral("%1-%2.png").arg(static_cast<int>(sign)).arg(rgb(colour).mid(1)));
     if (folder.isValid() && !QFile::exists(file)) {
         constexpr int size = 32; // scaled down to whatever is wanted
         QImage picture(size, size, QImage::Format_ARGB32_Premultiplied);
@@ -75,7 +78,19 @@ QString arrowFile(const QColor& colour) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(colour);
-        painter.drawPolygon(QPolygonF{{3, 10}, {size - 3, 10}, {size / 2.0, 25}});
+        switch (sign) {
+        case Sign::arrow:
+            painter.drawPolygon(QPolygonF{{3, 10}, {size - 3, 10}, {size / 2.0, 25}});
+            break;
+        case Sign::tick:
+            painter.setBrush(Qt::NoBrush);
+            painter.setPen(QPen(colour, 5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+            painter.drawPolyline(QPolygonF{{6, 17}, {13, 24}, {26, 8}});
+            break;
+        case Sign::dot:
+            painter.drawEllipse(QPointF(size / 2.0, size / 2.0), 7, 7);
+            break;
+        }
         painter.end();
         picture.save(file);
     }
@@ -99,33 +114,41 @@ QPushButton:hover, QToolButton:hover { border-color: {dim}; }
 QPushButton:pressed, QToolButton:pressed { background: {sunk}; }
 QPushButton:checked, QToolButton:checked { background: {teal}; color: {onAccent}; border-color: {teal}; }
 QPushButton:disabled, QToolButton:disabled { color: {faint}; }
-QPushButton:focus, QToolButton:focus { border: 1px solid {amber}; }
-QToolButton#Flat { background: transparent; border-color: transparent; }
-QToolButton#Flat:hover, QToolButton#Flat:focus { border-color: {line}; }
-QToolButton#Flat:focus { border-color: {amber}; }
+QToolButton#Flat, QPushButton#Arrow { background: transparent; border-color: transparent; }
+QToolButton#Flat { padding: {g1}px 2px; }
+QPushButton#Arrow { padding: {g1}px {g1}px; min-width: {g4}px; }
+QToolButton#Flat:hover, QPushButton#Arrow:hover { border-color: {line}; }
 QToolButton#Flat:checked { background: {amber}; color: {onAccent}; border-color: {amber}; }
+QToolButton#Program { background: {sunk}; font-weight: 600; min-height: {g5}px; }
+QPushButton#Pill, QToolButton#Pill { border-radius: {pill}px; padding: {g1}px {g2}px; }
 QToolButton::menu-indicator { image: none; width: 0; }
-QPushButton#PanelButton { color: {dim}; background: transparent; border-bottom: 2px solid transparent; }
+QPushButton#PanelButton { color: {dim}; background: transparent; }
 QPushButton#PanelButton:checked { color: {text}; background: {raised}; border-color: {line};
     border-bottom: 2px solid {amber}; }
-QPushButton#PanelButton:focus { border-color: {amber}; }
-QPushButton#Panic { color: {danger}; background: transparent; border-color: {danger}; font-weight: 600; }
+QPushButton#Panic { color: {danger}; background: transparent; border-color: {danger}; font-weight: 600;
+    min-width: {g20}px; }
 QPushButton#Panic:pressed { color: {onAccent}; background: {danger}; }
 QPushButton#Small { padding: 0 {g2}px; min-height: {g3}px; }
 QPushButton#Small:checked { background: {amber}; border-color: {amber}; }
 QPushButton:checked:disabled, QPushButton#Small:checked:disabled, QToolButton:checked:disabled {
     background: transparent; color: {faint}; border-color: {line}; }
+QPushButton:focus, QToolButton:focus, QPushButton#Small:focus, QPushButton#Panic:focus, QPushButton#PanelButton:focus,
+QPushButton#Arrow:focus, QToolButton#Flat:focus { border: 2px solid {amber}; }
+QPushButton:checked:focus, QToolButton:checked:focus, QPushButton#Small:checked:focus,
+QToolButton#Flat:checked:focus { border: 2px solid {text}; }
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QTextBrowser, QListView, QTreeView, QTableView {
     background: {sunk}; border: 1px solid {line}; border-radius: 6px; padding: {g1}px; }
 QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QListView:focus, QTreeView:focus, QTableView:focus,
 QTextBrowser:focus { border-color: {amber}; }
 QLineEdit:disabled, QComboBox:disabled, QAbstractSpinBox:disabled { color: {faint}; }
-QComboBox { padding-right: {g4}px; }
+QLineEdit { padding-left: {g2}px; padding-right: {g2}px; }
+QComboBox { padding-left: {g2}px; padding-right: {g4}px; }
 QComboBox::drop-down { border: none; width: {g4}px; }
 QComboBox::down-arrow { width: {g3}px; height: {g3}px; right: {g1}px; image: url({arrow}); }
 QComboBox::down-arrow:disabled { image: none; }
 QComboBox QAbstractItemView { background: {raised}; border: 1px solid {line}; }
 QSpinBox::up-button, QSpinBox::down-button, QDoubleSpinBox::up-button, QDoubleSpinBox::down-button { width: 0; }
+QListView::item, QTreeView::item { padding: 2px 0; }
 QListView::item:selected, QTreeView::item:selected, QTableView::item:selected { background: {amber};
     color: {onAccent}; }
 QHeaderView::section { background: {panel}; color: {dim}; border: none; padding: {g1}px; }
@@ -136,23 +159,36 @@ QMenu::item:selected { background: {amber}; color: {onAccent}; }
 QMenu::item:disabled { color: {faint}; }
 QMenu::separator { height: 1px; background: {line}; margin: {g1}px; }
 QCheckBox, QRadioButton { spacing: {g2}px; }
-QCheckBox::indicator { width: {g3}px; height: {g3}px; border: 1px solid {dim}; border-radius: 3px; background: {sunk}; }
-QCheckBox::indicator:checked { background: {amber}; border-color: {amber}; }
-QCheckBox:focus { color: {amber}; }
+QCheckBox::indicator, QRadioButton::indicator, QListView::indicator { width: {g3}px; height: {g3}px;
+    border: 1px solid {dim}; border-radius: 3px; background: {sunk}; }
+QRadioButton::indicator { border-radius: {round}px; }
+QCheckBox::indicator:checked, QListView::indicator:checked { background: {amber}; border-color: {amber};
+    image: url({tick}); }
+QRadioButton::indicator:checked { background: {amber}; border-color: {amber}; image: url({dot}); }
+QCheckBox:disabled, QRadioButton:disabled { color: {faint}; }
+QCheckBox::indicator:disabled, QRadioButton::indicator:disabled { border-color: {line}; }
+QCheckBox::indicator:checked:disabled, QRadioButton::indicator:checked:disabled { background: {line}; }
+QCheckBox:focus, QRadioButton:focus { color: {amber}; }
+QCheckBox::indicator:focus, QRadioButton::indicator:focus { border: 2px solid {amber}; }
 QScrollArea { border: none; }
+QAbstractScrollArea::corner { background: transparent; border: none; }
 QScrollBar { background: transparent; width: {g2}px; height: {g2}px; margin: 0; }
-QScrollBar::handle { background: {line}; border-radius: 3px; min-height: {g5}px; min-width: {g5}px; }
+QScrollBar::handle { background: {faint}; border-radius: 3px; min-height: {g5}px; min-width: {g5}px; }
 QScrollBar::handle:hover { background: {dim}; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 QSplitter::handle { background: transparent; }
 QSplitter::handle:hover { background: {line}; }
-QTabBar::tab { padding: {g1}px {g3}px; background: {panel}; border-bottom: 2px solid transparent; }
-QTabBar::tab:selected { border-bottom: 2px solid {amber}; }
+QTabBar { qproperty-drawBase: 0; }
+QTabBar::tab { padding: {g1}px {g3}px; color: {dim}; background: transparent; border-bottom: 2px solid {line}; }
+QTabBar::tab:selected { color: {text}; border-bottom: 2px solid {amber}; }
+QTabBar::tab:selected:focus { color: {amber}; }
 QTabWidget::pane { border: none; }
 )");
     const std::pair<const char*, QString> words[]{
-        {"{arrow}", arrowFile(p.dim)},
+        {"{arrow}", pictureFile(Sign::arrow, p.dim)},
+        {"{tick}", pictureFile(Sign::tick, p.onAccent)},
+        {"{dot}", pictureFile(Sign::dot, p.onAccent)},
         {"{ground}", rgb(p.ground)},
         {"{panel}", rgb(p.panel)},
         {"{raised}", rgb(p.raised)},
@@ -170,7 +206,10 @@ QTabWidget::pane { border: none; }
         {"{g3}", QString::number(grid(3))},
         {"{g4}", QString::number(grid(4))},
         {"{g5}", QString::number(grid(5))},
-        {"{small}", QString::number(std::max(9, QFontMetrics(QApplication::font()).height() * 5 / 8))}};
+        {"{g20}", QString::number(grid(20))},
+        {"{pill}", QString::number(grid(3))},
+        {"{round}", QString::number((grid(3) + 2) / 2)},
+        {"{small}", QString::number(std::max(9, QFontMetrics(QApplication::font()).height() * 5 / 7))}};
     for (const auto& [word, value] : words) {
         sheet.replace(QLatin1String(word), value);
     }

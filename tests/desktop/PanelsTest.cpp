@@ -1,5 +1,6 @@
 // Every panel shows, plays and edits its section.
 #include "desktop/DesktopRig.h"
+#include "desktop/TabOrder.h"
 #include "desktop/dialogs/FileDialogs.h"
 #include "desktop/dialogs/SetupDialog.h"
 #include "desktop/dialogs/TakeDialog.h"
@@ -25,6 +26,7 @@
 #include <QToolButton>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
+#include <set>
 
 namespace {
 
@@ -167,6 +169,52 @@ TEST_F(DesktopPanels, EventsAreListedUpToTenThousand) {
     events.drain();
     EXPECT_EQ(events.events().size(), Desktop::EventsModel::capacity);
     EXPECT_EQ(events.events().back().message.getD1(), 11999 % 100) << "the newest are kept";
+}
+
+TEST_F(DesktopPanels, TabComesToEverythingOnceAndPanelByPanel) {
+    showAll();
+    rig.after([&] {
+        rig.models().layers.add(); // after the other panels have been made
+        rig.models().zones.add();
+        rig.models().oscillators.add();
+    });
+    rig.after([&] { rig.named<QToolButton>("Details of layer 1").click(); });
+    std::set<QWidget*> expected;
+    for (QWidget* const each : rig.window().findChildren<QWidget*>()) {
+        const bool inside =
+            (each->parentWidget()->focusPolicy() & Qt::TabFocus) != 0 || qobject_cast<QScrollBar*>(each) != nullptr;
+        if (each->isVisible() && each->isEnabled() && !inside && (each->focusPolicy() & Qt::TabFocus) != 0 &&
+            each->focusProxy() == nullptr && each->window() == &rig.window()) {
+            expected.insert(each);
+        }
+    }
+    const auto panelOf = [](QWidget* widget) {
+        while (widget != nullptr && qobject_cast<Desktop::PanelFrame*>(widget) == nullptr) {
+            widget = widget->parentWidget();
+        }
+        return widget;
+    };
+    std::set<QWidget*> seen;
+    std::set<QWidget*> panelsLeft;
+    QWidget* panel = nullptr;
+    QWidget* here = Desktop::nextByTab(rig.window(), nullptr, true);
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_TRUE(seen.insert(here).second) << "again " << here->accessibleName().toStdString();
+        if (panelOf(here) != panel) {
+            EXPECT_TRUE(panelsLeft.insert(panel).second) << here->accessibleName().toStdString();
+            panel = panelOf(here);
+        }
+        QWidget* const next = Desktop::nextByTab(rig.window(), here, true);
+        EXPECT_EQ(Desktop::nextByTab(rig.window(), next, false), here) << "the way back";
+        here = next;
+    }
+    for (QWidget* const each : expected) {
+        EXPECT_TRUE(seen.contains(each)) << each->metaObject()->className() << ' '
+                                         << each->accessibleName().toStdString();
+    }
+    rig.after([&] { rig.window().setFocus(); });
+    rig.after([&] { QTest::keyClick(&rig.window(), Qt::Key_Tab); });
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), "Previous program");
 }
 
 // What somebody who cannot see works with.

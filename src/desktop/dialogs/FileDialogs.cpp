@@ -52,14 +52,21 @@ SaveDialog::SaveDialog(Models& models, const QStringList& parts, QWidget* parent
             QStringLiteral("%1  %2").arg(i + 1, 3, 10, QLatin1Char('0')).arg(QString::fromStdString(programs[i])));
     }
     slot_->setCurrentIndex(models.program.program().slot);
-    all->addWidget(slot_);
+    slot_->setPlaceholderText(tr("there is no bank"));
+    const auto below = [all](QWidget* widget) { // the way that it belongs to
+        auto* const row = new QHBoxLayout;
+        row->setContentsMargins(grid(5), 0, 0, 0);
+        row->addWidget(widget);
+        all->addLayout(row);
+    };
+    below(slot_);
     toProgram_ = way(tr("As a program file …"));
     toBank_ = way(tr("The whole bank, with this program in it, as another file …"));
     toPreset_ = way(tr("A part of it as a preset, all of it or chosen elements …"));
     part_ = new QComboBox(this);
     part_->setAccessibleName(tr("Part that is saved as a preset"));
     part_->addItems(parts);
-    all->addWidget(part_);
+    below(part_);
     toPreset_->setEnabled(!parts.isEmpty());
     const auto follow = [this] {
         name_->setEnabled(!toPreset_->isChecked());

@@ -25,6 +25,7 @@ SetupDialog::SetupDialog(Models& models, QWidget* parent) : QDialog(parent), mod
     const auto page = [&](const QString& name) {
         auto* const widget = new QWidget(tabs);
         auto* const layout = new QVBoxLayout(widget);
+        layout->setContentsMargins(0, grid(4), 0, 0);
         layout->setSpacing(grid(2));
         tabs->addTab(widget, name);
         return layout;
@@ -104,6 +105,8 @@ void SetupDialog::fillPorts() {
     delete ports_;
     ports_ = new QWidget(this);
     auto* const list = new QVBoxLayout(ports_);
+    list->setContentsMargins(0, 0, 0, 0);
+    list->setSpacing(grid(2));
     const auto add = [&](const QString& title, const auto& ports, auto enable) {
         auto* const label = new QLabel(title, ports_);
         label->setObjectName("PanelTitle");

@@ -4,6 +4,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/ControlEditor.h"
+#include "desktop/widgets/ElidedLabel.h"
 #include "desktop/widgets/Fader.h"
 #include "desktop/widgets/Knob.h"
 #include "desktop/widgets/NumberField.h"
@@ -33,9 +34,8 @@ ControlsPanel::ControlsPanel(Models& models, QWidget* parent)
     box->setContentsMargins(0, 0, 0, 0);
     area->setWidget(holder_);
     body().addWidget(area, 1);
-    line_ = new QLabel(this);
+    line_ = new ElidedLabel(this);
     line_->setObjectName("Dim");
-    line_->setMinimumWidth(grid(20));
     body().addWidget(line_);
     editor_ = new ControlEditor(models, this);
     editor_->hide();

@@ -2,6 +2,7 @@
 
 #include "desktop/models/Models.h"
 #include "desktop/widgets/EventList.h"
+#include "desktop/widgets/MenuButton.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -44,10 +45,8 @@ DisplayPanel::DisplayPanel(Models& models, QWidget* parent)
     connect(out_, &QToolButton::clicked, this,
             [this](bool on) { this->models().settings.set(ChangedSetting::displayMidiOutputEvents, on); });
     filters_ = new QMenu(this);
-    filter_ =
-        makeButton({}, tr("Filter of the list"), tr("Which kinds of events, and of which port, are listed"), this);
-    filter_->setMenu(filters_);
-    filter_->setPopupMode(QToolButton::InstantPopup);
+    filter_ = new MenuButton(tr("Filter of the list"), tr("Which kinds of events, and of which port, are listed"),
+                             filters_, this);
     connect(filters_, &QMenu::aboutToShow, this, &DisplayPanel::fillFilters);
     addHeadWidget(filter_);
     QToolButton* const pause = toggle(tr("pause"), tr("Pause the list"), tr("Keeps the list still, to read it"));
@@ -71,7 +70,7 @@ void DisplayPanel::refresh() {
     for (const auto& [kind, name] : kinds) {
         all = all && !models().events.isHidden(kind);
     }
-    filter_->setText((port.isEmpty() ? (all ? tr("all events") : tr("some events")) : port) + " ▾");
+    filter_->setValue(port.isEmpty() ? (all ? tr("all events") : tr("some events")) : port);
 }
 
 void DisplayPanel::fillFilters() {

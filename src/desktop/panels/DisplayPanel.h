@@ -6,6 +6,7 @@
 namespace Desktop {
 
 class EventList;
+class MenuButton;
 
 class DisplayPanel final : public PanelFrame {
     Q_OBJECT
@@ -20,7 +21,7 @@ private:
     EventList* list_;
     QToolButton* in_;
     QToolButton* out_;
-    QToolButton* filter_;
+    MenuButton* filter_;
     QMenu* filters_;
 };
 

@@ -53,8 +53,9 @@ HelpPanel::HelpPanel(Models& models, QWidget* parent)
     : PanelFrame(Gui::Panel::help, tr("Help"), tr("Point at something to read what it is"), models, parent) {
     text_ = new QLabel(this);
     text_->setWordWrap(true);
-    text_->setMinimumHeight(grid(10));
+    text_->setMinimumHeight(grid(8)); // two lines: the page below stays where it is
     text_->setAlignment(Qt::AlignTop);
+    text_->setText(tr("Point at something: here stands what it is."));
     body().addWidget(text_);
     manual_ = new ManualView(this);
     manual_->setAccessibleName(tr("The manual"));

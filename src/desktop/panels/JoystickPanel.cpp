@@ -5,7 +5,9 @@
 #include "desktop/models/ActionTexts.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/FunctionForm.h"
+#include "desktop/widgets/ColumnArea.h"
 #include "desktop/widgets/JoystickView.h"
+#include "desktop/widgets/MenuBox.h"
 #include "desktop/widgets/NumberField.h"
 #include "input/JoystickMessageManager.h"
 
@@ -27,7 +29,8 @@ JoystickPanel::JoystickPanel(Models& models, QWidget* parent)
     view_ = new JoystickView(models.joysticks, this);
     view_->describe(tr("How the joystick stands"), tr("Its axes and its buttons, as they are now"));
     auto* const table = new QGridLayout;
-    table->setSpacing(grid(1));
+    table->setHorizontalSpacing(grid(2));
+    table->setVerticalSpacing(grid(1));
     const auto place = [&](int row, int column, const QString& caption, QWidget* widget, const QString& help) {
         auto* const label = new QLabel(caption, this);
         label->setObjectName("Dim");
@@ -38,7 +41,7 @@ JoystickPanel::JoystickPanel(Models& models, QWidget* parent)
         table->addWidget(widget, row, column * 2 + 1);
     };
     const auto box = [&](const QStringList& items) {
-        auto* const made = new QComboBox(this);
+        auto* const made = makeMenu({}, {}, this);
         made->addItems(items);
         return made;
     };
@@ -61,32 +64,40 @@ JoystickPanel::JoystickPanel(Models& models, QWidget* parent)
     max_ = field(0, 16383);
     place(2, 1, tr("To"), max_, tr("The value at the other end; below it, it is mirrored"));
     button_ = field(0, 31);
+    button_->setText([](int button) { return QString::number(button + 1); });
     place(3, 0, tr("Button"), button_, tr("The button whose functions are set here"));
     table->setColumnStretch(1, 1);
     table->setColumnStretch(3, 1);
-    body().addWidget(view_);
+    auto* const area = new ColumnArea(this);
+    auto* const content = new QWidget(area);
+    auto* const column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(grid(2));
+    area->setWidget(content);
+    body().addWidget(area);
+    column->addWidget(view_);
     line_ = new QLabel(this);
     line_->setObjectName("Dim");
     line_->setWordWrap(true);
-    body().addWidget(line_);
-    body().addLayout(table);
+    column->addWidget(line_);
+    column->addLayout(table);
     auto* const forms = new QHBoxLayout;
     forms->setSpacing(grid(2));
     const auto form = [&](const QString& title, const QString& role) {
-        auto* const column = new QVBoxLayout;
+        auto* const side = new QVBoxLayout;
         auto* const label = new QLabel(title, this);
         label->setObjectName("PanelTitle");
-        column->addWidget(label);
+        side->addWidget(label);
         auto* const made = new FunctionForm(this->models(), role, this);
-        column->addWidget(made);
-        column->addStretch(1);
-        forms->addLayout(column, 1);
+        side->addWidget(made);
+        side->addStretch(1);
+        forms->addLayout(side, 1);
         return made;
     };
     down_ = form(tr("Button down"), tr("when the button goes down"));
     up_ = form(tr("Button up"), tr("when the button comes up"));
-    body().addLayout(forms);
-    body().addStretch(1);
+    column->addLayout(forms);
+    column->addStretch(1);
     connect(joystick_, &QComboBox::activated, this, &JoystickPanel::refresh);
     connect(axis_, &QComboBox::activated, this, &JoystickPanel::refresh);
     connect(button_, &NumberField::moved, this, &JoystickPanel::refresh);
@@ -109,7 +120,7 @@ JoystickPanel::JoystickPanel(Models& models, QWidget* parent)
                                      id.joystick == joystick_->currentIndex() && id.axis == axis_->currentIndex()});
              }
              for (const JoyButtonElementId& id : idsOf(this->models().joysticks.map().buttons)) {
-                 elements.push_back({tr("joystick %1, button %2").arg(id.joystick + 1).arg(id.button),
+                 elements.push_back({tr("joystick %1, button %2").arg(id.joystick + 1).arg(id.button + 1),
                                      id.joystick == joystick_->currentIndex() && id.button == button_->value()});
              }
              return elements;
@@ -173,7 +184,7 @@ QString JoystickPanel::mappings() {
         for (const auto& entry : map.buttons.find(id)->entries) {
             if (const auto& function = entry.down ? entry.down : entry.up;
                 function && id.joystick == joystick_->currentIndex()) {
-                parts << tr("%1: %2").arg(id.button).arg(longTextOf(*function));
+                parts << tr("%1: %2").arg(id.button + 1).arg(longTextOf(*function));
             }
         }
     }

@@ -7,6 +7,7 @@
 #include "desktop/models/Models.h"
 #include "desktop/panels/FunctionForm.h"
 #include "desktop/widgets/ComputerKeyboard.h"
+#include "desktop/widgets/ElidedLabel.h"
 #include "input/ComputerInputMessageManager.h"
 #include "input/FunctionFactory.h"
 
@@ -65,9 +66,8 @@ KeysPanel::KeysPanel(Models& models, QWidget* parent)
     keyboard_ = new ComputerKeyboard(this);
     keyboard_->describe(tr("Computer keyboard"), tr("Double-click a key, or press Enter, to edit what it does"));
     body().addWidget(keyboard_, 1);
-    line_ = new QLabel(this);
+    line_ = new ElidedLabel(this);
     line_->setObjectName("Dim");
-    line_->setMinimumWidth(grid(20));
     body().addWidget(line_);
 
     editor_ = new QWidget(this);

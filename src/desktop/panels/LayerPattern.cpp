@@ -31,9 +31,10 @@ LayerPattern::LayerPattern(Models& models, int layer, Change change, QWidget* pa
     };
     const auto row = [this](const QString& caption, std::initializer_list<QWidget*> widgets) {
         auto* const line = new QHBoxLayout;
-        line->setSpacing(grid(1));
+        line->setSpacing(grid(2));
         auto* const label = new QLabel(caption, this);
         label->setObjectName("Dim");
+        label->setMinimumWidth(fontMetrics().horizontalAdvance(tr("transpose"))); // the longest one above
         line->addWidget(label);
         for (QWidget* const widget : widgets) {
             line->addWidget(widget);
@@ -111,7 +112,7 @@ LayerPattern::LayerPattern(Models& models, int layer, Change change, QWidget* pa
     describe(edit_, tr("Sequence editor"), tr("Shows the steps; what plays goes on with what they become"));
     connect(edit_, &QPushButton::clicked, this, &LayerPattern::showEditor);
     row(tr("sequence"), {sequence_, add, delete_, edit_});
-    row(tr("what of it plays"), {useNote_, useVelocity_, useLength_});
+    row(tr("with its"), {useNote_, useVelocity_, useLength_});
 }
 
 void LayerPattern::chooseSequence(const std::string& name) {

@@ -3,6 +3,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/LayerPattern.h"
+#include "desktop/widgets/ElidedLabel.h"
 #include "desktop/widgets/NumberField.h"
 #include "desktop/widgets/RangeBar.h"
 
@@ -40,6 +41,7 @@ LayerStrip::LayerStrip(Models& models, int layer, QWidget* parent) : QWidget(par
     all->setContentsMargins(grid(4), grid(1), grid(2), grid(1));
     all->setSpacing(grid(1));
     auto* const top = new QHBoxLayout;
+    top->setSpacing(grid(2));
     name_ = new QToolButton(this);
     name_->setObjectName("Flat");
     name_->setText(QStringLiteral("L:%1").arg(layer + 1));
@@ -48,9 +50,8 @@ LayerStrip::LayerStrip(Models& models, int layer, QWidget* parent) : QWidget(par
     name_->setAccessibleName(tr("Details of layer %1").arg(layer + 1));
     name_->setStatusTip(tr("Selects the layer and opens its settings"));
     top->addWidget(name_);
-    summary_ = new QLabel(this);
+    summary_ = new ElidedLabel(this);
     summary_->setObjectName("Dim");
-    summary_->setMinimumWidth(grid(10));
     top->addWidget(summary_, 1);
     const auto button = [&](const QString& text, const QString& what, const QString& help) {
         auto* const made = new QPushButton(text, this);
@@ -112,7 +113,8 @@ LayerStrip::LayerStrip(Models& models, int layer, QWidget* parent) : QWidget(par
 void LayerStrip::buildDetails(QWidget* details) {
     auto* const table = new QGridLayout(details);
     table->setContentsMargins(0, 0, 0, 0);
-    table->setSpacing(grid(1));
+    table->setVerticalSpacing(grid(1));
+    table->setHorizontalSpacing(grid(2));
     const auto number = [&](const QString& name, const QString& help, int min, int max,
                             std::function<void(Layer&, int)> set, std::function<QString(int)> text = {}) {
         auto* const field = new NumberField(details);
@@ -147,7 +149,7 @@ void LayerStrip::buildDetails(QWidget* details) {
     const auto place = [&](int row, const QString& caption, std::initializer_list<QWidget*> widgets) {
         table->addWidget(captioned(caption), row, 0);
         auto* const box = new QHBoxLayout;
-        box->setSpacing(grid(1));
+        box->setSpacing(grid(2));
         for (QWidget* const widget : widgets) {
             box->addWidget(widget);
         }

@@ -4,6 +4,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/LayerStrip.h"
+#include "desktop/widgets/ColumnArea.h"
 
 #include <QTimer>
 
@@ -14,10 +15,7 @@ LayersPanel::LayersPanel(Models& models, QWidget* parent)
     QToolButton* const add = makeButton("+", tr("Add a layer"), tr("Adds a layer at the end"), this);
     connect(add, &QToolButton::clicked, this, [this] { this->models().layers.add(); });
     addHeadWidget(add);
-    auto* const area = new QScrollArea(this);
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* const area = new ColumnArea(this);
     content_ = new QWidget(area);
     strips_ = new QVBoxLayout(content_);
     strips_->setContentsMargins(0, 0, 0, 0);

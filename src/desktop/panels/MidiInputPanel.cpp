@@ -9,12 +9,12 @@
 #include "desktop/panels/MessageFields.h"
 #include "desktop/panels/TranslationForm.h"
 #include "desktop/panels/TryOut.h"
+#include "desktop/widgets/ColumnArea.h"
 #include "desktop/widgets/EmptyState.h"
 #include "midiinput/IncomingMessage.h"
 #include "midiinput/MidiInputMessageManager.h"
 
 #include <QHeaderView>
-#include <QScrollArea>
 #include <algorithm>
 #include <utility>
 
@@ -121,11 +121,8 @@ void MidiInputPanel::makeTable() {
 }
 
 void MidiInputPanel::makeEditor() {
-    auto* const scroll = new QScrollArea(parts_);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setFocusPolicy(Qt::NoFocus); // it follows the focus of what is in it
-    scroll->setMinimumSize(grid(84), grid(30));
+    auto* const scroll = new ColumnArea(parts_);
+    scroll->setMinimumHeight(grid(30));
     editor_ = new QWidget(scroll);
     auto* const all = new QVBoxLayout(editor_);
     all->setContentsMargins(grid(2), 0, grid(2), 0);

@@ -70,6 +70,7 @@ OscillatorStrip::OscillatorStrip(Models& models, int oscillator, QWidget* parent
                          std::function<void(Oscillator&, int)> set) {
         auto* const made = new QComboBox(this);
         made->addItems(items);
+        made->setMinimumWidth(grid(20)); // in a narrow panel they give way
         named(made, name, help);
         connect(made, &QComboBox::activated, this, [this, name, set = std::move(set)](int index) {
             change(name, [&](Oscillator& o) { set(o, index); });

@@ -4,8 +4,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/OscillatorStrip.h"
-
-#include <QScrollArea>
+#include "desktop/widgets/ColumnArea.h"
 
 namespace Desktop {
 
@@ -15,9 +14,7 @@ OscillatorsPanel::OscillatorsPanel(Models& models, QWidget* parent)
     QToolButton* const add = makeButton("+", tr("Add an oscillator"), tr("Adds an oscillator at the end"), this);
     connect(add, &QToolButton::clicked, this, [this] { this->models().oscillators.add(); });
     addHeadWidget(add);
-    auto* const area = new QScrollArea(this);
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
+    auto* const area = new ColumnArea(this);
     content_ = new QWidget(area);
     strips_ = new QVBoxLayout(content_);
     strips_->setContentsMargins(0, 0, 0, 0);

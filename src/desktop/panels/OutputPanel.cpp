@@ -3,12 +3,12 @@
 #include "core/QelMessageManager.h"
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/widgets/MenuButton.h"
 #include "desktop/widgets/MusicKeyboard.h"
 #include "desktop/widgets/NumberField.h"
 #include "values/ControllerNames.h"
 #include "values/QelMidiMessage.h"
 
-#include <QComboBox>
 #include <QGridLayout>
 #include <QScrollArea>
 
@@ -157,6 +157,10 @@ constexpr const char* sounds[]{"Acoustic grand piano",
                                "Gunshot"};
 static_assert(std::size(sounds) == 128 && std::size(families) == 16);
 
+QString nameOfZone(int zone) {
+    return zone < 0 ? OutputPanel::tr("no zone") : OutputPanel::tr("zone %1").arg(zone + 1);
+}
+
 } // namespace
 
 OutputPanel::OutputPanel(Models& models, QWidget* parent)
@@ -175,21 +179,19 @@ OutputPanel::OutputPanel(Models& models, QWidget* parent)
             });
         }
     }
-    QToolButton* const sound =
-        makeButton(tr("GM sound ▾"), tr("General MIDI sound"), tr("Chooses a sound by its name in General MIDI"), this);
-    sound->setMenu(programs_);
-    sound->setPopupMode(QToolButton::InstantPopup);
+    auto* const sound =
+        new MenuButton(tr("General MIDI sound"), tr("Chooses a sound by its name in General MIDI"), programs_, this);
+    sound->setValue(tr("GM sound"));
     addHeadWidget(sound);
-    auto* const zone = new QComboBox(this);
-    zone->setAccessibleName(tr("Zone of the music keyboard"));
-    zone->setStatusTip(tr("The zone that this keyboard plays in"));
-    zone->setFocusPolicy(Qt::TabFocus);
-    zone->addItem(tr("no zone"));
-    for (int i = 1; i <= 4; ++i) {
-        zone->addItem(tr("zone %1").arg(i));
+    auto* const zones = new QMenu(this);
+    zoneButton_ =
+        new MenuButton(tr("Zone of the music keyboard"), tr("The zone that this keyboard plays in"), zones, this);
+    constexpr int zonesOffered = 4;
+    for (int zone = -1; zone < zonesOffered; ++zone) {
+        zones->addAction(nameOfZone(zone), this, [this, zone] { setZone(zone); });
     }
-    connect(zone, &QComboBox::activated, this, [this](int index) { setZone(index - 1); });
-    addHeadWidget(zone);
+    setZone(-1);
+    addHeadWidget(zoneButton_);
     controllersButton_ = makeButton(tr("CC"), tr("Controllers"), tr("Shows all controllers with their values"), this);
     controllersButton_->setCheckable(true);
     connect(controllersButton_, &QToolButton::clicked, this, &OutputPanel::controllersAsked);
@@ -214,6 +216,11 @@ OutputPanel::OutputPanel(Models& models, QWidget* parent)
         }
     });
     refresh();
+}
+
+void OutputPanel::setZone(int zone) {
+    zone_ = zone;
+    zoneButton_->setValue(nameOfZone(zone));
 }
 
 void OutputPanel::play(bool on, int note, int velocity) {

@@ -14,7 +14,7 @@ class OutputPanel final : public PanelFrame, public Gui::OutputPanel, public Gui
 public:
     OutputPanel(Models& models, QWidget* parent);
 
-    void setZone(int zone) override { zone_ = zone; }
+    void setZone(int zone) override;
     void setChannel(int channel) override { channel_ = channel; }
     void clearHilight() override;
     [[nodiscard]] MusicKeyboard& keyboard() { return *keyboard_; }
@@ -33,6 +33,7 @@ private:
 
     MusicKeyboard* keyboard_;
     QMenu* programs_;
+    MenuButton* zoneButton_;
     QToolButton* controllersButton_;
     QWidget* controllers_;
     std::map<int, NumberField*> fields_; // by controller

@@ -3,6 +3,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
 #include "desktop/models/PresetNames.h"
+#include "desktop/widgets/MenuButton.h"
 
 #include <QMessageBox>
 #include <QPainter>
@@ -15,18 +16,17 @@ PanelFrame::PanelFrame(Gui::Panel panel, const QString& title, const QString& he
     setAccessibleName(title);
     setStatusTip(help);
     auto* const all = new QVBoxLayout(this);
-    all->setContentsMargins(grid(3), grid(1), grid(2), grid(2));
-    all->setSpacing(grid(1));
+    all->setContentsMargins(grid(3), grid(1), grid(3), grid(2));
+    all->setSpacing(grid(3)); // with the line between head and body
     head_ = new QHBoxLayout;
     head_->setSpacing(grid(1));
     title_ = new QLabel(title, this);
     title_->setObjectName("PanelTitle");
     head_->addWidget(title_);
     head_->addStretch(1);
-    presetButton_ = makeButton({}, tr("Presets of %1").arg(title), tr("Load, save or delete a preset"), this);
     presetMenu_ = new QMenu(this);
-    presetButton_->setMenu(presetMenu_);
-    presetButton_->setPopupMode(QToolButton::InstantPopup);
+    presetButton_ =
+        new MenuButton(tr("Presets of %1").arg(title), tr("Load, save or delete a preset"), presetMenu_, this);
     presetButton_->hide();
     connect(presetMenu_, &QMenu::aboutToShow, this, &PanelFrame::fillPresetMenu);
     head_->addWidget(presetButton_);
@@ -63,6 +63,8 @@ void PanelFrame::paintEvent(QPaintEvent*) {
     painter.setPen(QPen(Desktop::palette().line, 1));
     painter.setBrush(Desktop::palette().panel);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 7, 7);
+    const double below = head_->geometry().bottom() + grid(1) + 0.5;
+    painter.drawLine(QPointF(1, below), QPointF(width() - 1, below));
 }
 
 void PanelFrame::setPresets(PresetAccess access) {
@@ -73,7 +75,7 @@ void PanelFrame::setPresets(PresetAccess access) {
 
 void PanelFrame::showPresetName() {
     const QString name = QString::fromStdString(presetName());
-    presetButton_->setText((name.isEmpty() ? tr("preset") : name) + " ▾");
+    presetButton_->setValue(name.isEmpty() ? tr("preset") : name);
 }
 
 std::string PanelFrame::presetName() const {
@@ -111,7 +113,7 @@ void PanelFrame::askToSavePreset() {
 
 void PanelFrame::askToDeletePreset(const QString& name) {
     QMessageBox box(
-        QMessageBox::Question, tr("Delete a preset"),
+        QMessageBox::NoIcon, tr("Delete a preset"),
         tr("Delete the preset “%1” of %2? That cannot be undone. Programs that were saved with it will have "
            "the default in its place.")
             .arg(name, title()),

@@ -19,6 +19,7 @@
 
 namespace Desktop {
 
+class MenuButton;
 class Models;
 
 // What a panel's preset menu needs of its section.
@@ -99,7 +100,7 @@ private:
     QLabel* title_;
     QHBoxLayout* head_;
     QVBoxLayout* body_;
-    QToolButton* presetButton_;
+    MenuButton* presetButton_;
     QMenu* presetMenu_;
     PresetAccess presets_;
 };

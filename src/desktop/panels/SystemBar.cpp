@@ -5,6 +5,7 @@
 #include "desktop/Palette.h"
 #include "desktop/dialogs/TakeDialog.h"
 #include "desktop/models/Models.h"
+#include "desktop/widgets/MenuButton.h"
 #include "desktop/widgets/NumberField.h"
 #include "gui/QelGui.h"
 #include "platform/PathText.h"
@@ -27,21 +28,13 @@ namespace {
 constexpr qint64 longestTap = 3000; // milliseconds: slower than 20 beats a minute begins anew
 constexpr std::size_t tapsCounted = 6;
 
-QToolButton* menuButton(const QString& name, const QString& help, QMenu* menu, QWidget* parent) {
-    auto* const button = new QToolButton(parent);
-    button->setAccessibleName(name);
-    button->setStatusTip(help);
-    button->setMenu(menu);
-    button->setPopupMode(QToolButton::InstantPopup);
-    button->setFocusPolicy(Qt::TabFocus);
-    return button;
-}
-
+// What is chosen, with small letters over it that say of what.
 QVBoxLayout* captioned(const QString& caption, QWidget* widget, QWidget* parent) {
     auto* const box = new QVBoxLayout;
     box->setSpacing(0);
     auto* const label = new QLabel(caption, parent);
     label->setObjectName("Caption");
+    label->setIndent(grid(2)); // over the text below it
     label->setBuddy(widget);
     box->addWidget(label);
     box->addWidget(widget);
@@ -55,7 +48,8 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
     setAttribute(Qt::WA_StyledBackground);
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(grid(3), grid(1), grid(3), grid(1));
-    row->setSpacing(grid(2));
+    row->setSpacing(grid(1));
+    const auto gap = [row] { row->addSpacing(grid(2)); };
     const auto button = [&](const QString& text, const QString& name, const QString& help) {
         auto* const made = new QPushButton(text, this);
         made->setAccessibleName(name);
@@ -63,28 +57,34 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
         made->setFocusPolicy(Qt::TabFocus);
         return made;
     };
-    auto* const earlier = button("◀", tr("Previous program"), tr("Changes to the program before this one"));
+    auto* const earlier = button("◂", tr("Previous program"), tr("Changes to the program before this one"));
     connect(earlier, &QPushButton::clicked, this, [this] { leave([this] { models_.program.step(false); }); });
+    earlier->setObjectName("Arrow");
     row->addWidget(earlier);
     programMenu_ = new QMenu(this);
-    program_ = menuButton(tr("Program"), tr("Chooses, renames, saves and loads programs"), programMenu_, this);
-    program_->setMinimumWidth(grid(44));
-    program_->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    program_ = new MenuButton(tr("Program"), tr("Chooses, renames, saves and loads programs"), programMenu_, this);
+    program_->setObjectName("Program");
+    program_->setWidths(32, 64);
+    program_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    program_->setMaximumWidth(grid(64));
     connect(programMenu_, &QMenu::aboutToShow, this, &SystemBar::fillProgramMenu);
-    row->addWidget(program_);
-    auto* const later = button("▶", tr("Next program"), tr("Changes to the program after this one"));
+    row->addWidget(program_, 1);
+    auto* const later = button("▸", tr("Next program"), tr("Changes to the program after this one"));
     connect(later, &QPushButton::clicked, this, [this] { leave([this] { models_.program.step(true); }); });
+    later->setObjectName("Arrow");
     row->addWidget(later);
+    gap();
     bankMenu_ = new QMenu(this);
-    bank_ = menuButton(tr("Bank"), tr("The bank that the programs are in: chooses another, changes its size"),
-                       bankMenu_, this);
+    bank_ = new MenuButton(tr("Bank"), tr("The bank that the programs are in: chooses another, changes its size"),
+                           bankMenu_, this);
     connect(bankMenu_, &QMenu::aboutToShow, this, &SystemBar::fillBankMenu);
     row->addLayout(captioned(tr("BANK"), bank_, this));
-    row->addSpacing(grid(2));
+    gap();
 
     tempo_ = new NumberField(this);
     tempo_->setRange(10, 500);
-    tempo_->setScale(1.25);
+    tempo_->setScale(1.5);
+    tempo_->setFrame(false);
     tempo_->describe(tr("Tempo"), tr("Beats a minute: drag, turn the wheel, or double-click to type"));
     connect(tempo_, &NumberField::moved, this, [this](int value) { models_.settings.setTempo(value); });
     connect(tempo_, &NumberField::letGo, this, [this] { models_.edits.endOfGesture(); });
@@ -93,32 +93,37 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
     connect(tapButton, &QPushButton::pressed, this, &SystemBar::tap);
     row->addWidget(tapButton);
     sourceMenu_ = new QMenu(this);
-    source_ = menuButton(tr("Tempo source"), tr("What sets the tempo: this program or the clock of a MIDI input"),
-                         sourceMenu_, this);
+    source_ = new MenuButton(tr("Tempo source"), tr("What sets the tempo: this program or the clock of a MIDI input"),
+                             sourceMenu_, this);
     connect(sourceMenu_, &QMenu::aboutToShow, this, &SystemBar::fillTempoMenu);
-    row->addWidget(source_);
-    row->addSpacing(grid(2));
+    row->addLayout(captioned(tr("CLOCK"), source_, this));
+    gap();
     outputMenu_ = new QMenu(this);
-    output_ = menuButton(tr("Default output"), tr("Where all goes that names no output of its own"), outputMenu_, this);
+    output_ =
+        new MenuButton(tr("Default output"), tr("Where all goes that names no output of its own"), outputMenu_, this);
     connect(outputMenu_, &QMenu::aboutToShow, this, &SystemBar::fillOutputMenu);
     row->addLayout(captioned(tr("OUTPUT"), output_, this));
-    row->addSpacing(grid(2));
+    gap();
 
     thru_ = button(tr("thru"), tr("MIDI thru"), tr("While it is on, what your MIDI devices play goes out again"));
+    thru_->setObjectName("Pill");
     thru_->setCheckable(true);
     connect(thru_, &QPushButton::clicked, this,
             [this](bool on) { models_.settings.set(ChangedSetting::midiThru, on); });
     row->addWidget(thru_);
     global_ = button(tr("global keys"), tr("Global keys"),
                      tr("While it is on, the keys play even when another program has the keyboard"));
+    global_->setObjectName("Pill");
     global_->setCheckable(true);
     connect(global_, &QPushButton::clicked, this,
             [this](bool on) { models_.settings.set(ChangedSetting::globalKeyboard, on); });
     row->addWidget(global_);
     takeMenu_ = new QMenu(this);
-    QToolButton* const take = menuButton(
+    auto* const take = new MenuButton(
         tr("Take"), tr("What you have played is recorded all the time: save the last stretch"), takeMenu_, this);
-    take->setText(tr("● take ▾"));
+    take->setObjectName("Pill");
+    take->setFigure("●");
+    take->setValue(tr("take"));
     connect(takeMenu_, &QMenu::aboutToShow, this, &SystemBar::fillTakeMenu);
     row->addWidget(take);
     row->addStretch(1);
@@ -129,6 +134,7 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
     row->addWidget(panic);
     auto* const setup = button("⚙", tr("Set-up"), tr("Ports, display, recording, window"));
     connect(setup, &QPushButton::clicked, this, &SystemBar::setupAsked);
+    setup->setObjectName("Arrow");
     row->addWidget(setup);
 
     connect(&models_.program, &Model::changed, this, &SystemBar::refresh);
@@ -140,19 +146,18 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
 
 void SystemBar::refresh() {
     const Gui::ProgramInfo& program = models_.program.program();
-    program_->setText(QStringLiteral("%1  %2%3  ▾")
-                          .arg(program.slot + 1, 3, 10, QLatin1Char('0'))
-                          .arg(models_.program.title(), models_.edits.isClean() ? "" : " *"));
+    program_->setFigure(QStringLiteral("%1").arg(program.slot + 1, 3, 10, QLatin1Char('0')));
+    program_->setValue(models_.program.title() + (models_.edits.isClean() ? "" : " *"));
     const std::string& path = models_.program.bank().path;
     const auto slash = path.find_last_of("/\\");
     QString bank = QString::fromStdString(slash == std::string::npos ? path : path.substr(slash + 1));
-    bank_->setText((bank.isEmpty() ? tr("no bank") : bank.replace(".bnk", "")) + " ▾");
+    bank_->setValue(bank.isEmpty() ? tr("no bank") : bank.replace(".bnk", ""));
     tempo_->setValue(models_.settings.tempo());
     const int source = models_.settings.value(ChangedSetting::tempoSource);
-    source_->setText((source == 0 ? tr("internal") : models_.ports.inputName(source - 1)) + " ▾");
+    source_->setValue(source == 0 ? tr("internal") : models_.ports.inputName(source - 1));
     const auto& outputs = models_.ports.outputs();
     const int output = models_.settings.value(ChangedSetting::defaultOutput);
-    output_->setText((outputs.empty() ? tr("none") : models_.ports.outputName(output)) + " ▾");
+    output_->setValue(outputs.empty() ? tr("none") : models_.ports.outputName(output));
     thru_->setChecked(models_.settings.isOn(ChangedSetting::midiThru));
     global_->setChecked(models_.settings.isOn(ChangedSetting::globalKeyboard) && obstacle_.isEmpty());
 }

@@ -15,6 +15,7 @@
 
 namespace Desktop {
 
+class MenuButton;
 class Models;
 class NumberField;
 
@@ -52,14 +53,14 @@ private:
     void tap();
 
     Models& models_;
-    QToolButton* program_;
+    MenuButton* program_;
     QMenu* programMenu_;
-    QToolButton* bank_;
+    MenuButton* bank_;
     QMenu* bankMenu_;
     NumberField* tempo_;
-    QToolButton* source_;
+    MenuButton* source_;
     QMenu* sourceMenu_;
-    QToolButton* output_;
+    MenuButton* output_;
     QMenu* outputMenu_;
     QPushButton* thru_;
     QPushButton* global_;

@@ -2,6 +2,7 @@
 
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/widgets/ColumnArea.h"
 #include "desktop/widgets/NumberField.h"
 
 #include <QGridLayout>
@@ -14,9 +15,15 @@ ZonesPanel::ZonesPanel(Models& models, QWidget* parent)
     QToolButton* const add = makeButton("+", tr("Add a zone"), tr("Adds a zone"), this);
     connect(add, &QToolButton::clicked, this, [this] { this->models().zones.add(); });
     addHeadWidget(add);
-    content_ = new QWidget(this);
-    body().addWidget(content_);
-    body().addStretch(1);
+    auto* const area = new ColumnArea(this);
+    auto* const holder = new QWidget(area);
+    auto* const column = new QVBoxLayout(holder);
+    column->setContentsMargins(0, 0, 0, 0);
+    content_ = new QWidget(holder);
+    column->addWidget(content_);
+    column->addStretch(1);
+    area->setWidget(holder);
+    body().addWidget(area);
     connect(&models.zones, &Model::changed, this, &ZonesPanel::refresh);
     connect(&models.keys, &Model::changed, this, &ZonesPanel::refresh);
     connect(&models.layers, &Model::changed, this, &ZonesPanel::refresh);

@@ -216,17 +216,21 @@ QSize ComputerKeyboard::minimumSizeHint() const {
     return sizeHint() * 0.62;
 }
 
-double ComputerKeyboard::unit() const {
-    return std::min(width() / columns, height() / rowCount);
+QSizeF ComputerKeyboard::unit() const {
+    constexpr double tallest = 1.4; // of its width
+    constexpr double flattest = 0.75;
+    const double wide = std::min(width() / columns, height() / rowCount / flattest);
+    return {wide, std::min(height() / rowCount, wide * tallest)};
 }
 
 QRectF ComputerKeyboard::rectOf(std::uint32_t code) const {
-    const double u = unit();
-    const double left = (width() - columns * u) / 2;
-    const double top = (height() - rowCount * u) / 2;
+    const QSizeF u = unit();
+    const double left = (width() - columns * u.width()) / 2;
+    const double top = (height() - rowCount * u.height()) / 2;
     for (const DrawnKey& key : drawnKeys()) {
         if (key.code == code) {
-            return QRectF(left + key.x * u, top + key.y * u, key.width * u, u).adjusted(1.5, 1.5, -1.5, -1.5);
+            return QRectF(left + key.x * u.width(), top + key.y * u.height(), key.width * u.width(), u.height())
+                .adjusted(1.5, 1.5, -1.5, -1.5);
         }
     }
     return {};
@@ -276,11 +280,11 @@ void ComputerKeyboard::paintEvent(QPaintEvent* event) {
     const Palette& p = Desktop::palette();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double u = unit();
+    const double u = unit().height();
     QFont small = font();
-    small.setPixelSize(std::max(7, static_cast<int>(u * 0.25)));
+    small.setPixelSize(std::clamp(static_cast<int>(std::min(u * 0.27, unit().width() * 0.31)), 7, grid(4)));
     QFont large = font();
-    large.setPixelSize(std::max(7, static_cast<int>(u * 0.28)));
+    large.setPixelSize(std::clamp(static_cast<int>(std::min(u * 0.32, (unit().width() - 7) / 2.35)), 7, grid(5)));
     large.setWeight(QFont::DemiBold);
     const QFontMetricsF largeMetrics(large);
     const QFontMetricsF smallMetrics(small);
@@ -297,24 +301,31 @@ void ComputerKeyboard::paintEvent(QPaintEvent* event) {
         painter.setPen(QPen(key.code == selected_ && hasFocus() ? p.amber : p.line, 1));
         painter.setBrush(down ? accent : (face.action.isEmpty() ? p.panel : p.raised));
         painter.drawRoundedRect(body, 3, 3);
-        const QRectF inner = body.adjusted(u * 0.1, u * 0.06, -u * 0.06, -u * 0.06);
+        const QRectF inner = body.adjusted(unit().width() * 0.1, u * 0.06, -u * 0.06, -u * 0.06);
         painter.setFont(small);
         painter.setPen(down ? p.onAccent : p.dim);
         painter.drawText(inner, Qt::AlignLeft | Qt::AlignTop,
                          face.legend.isEmpty() ? keyCaption(key.code) : face.legend);
         if (!face.action.isEmpty()) {
-            // What is longer than a note's name gets smaller letters before it is cut.
+            // What is longer than a note's name gets smaller letters, and two lines, before it is cut.
             const bool fits = largeMetrics.horizontalAdvance(face.action) <= body.width() - 4;
             painter.setFont(fits ? large : small);
             painter.setPen(down ? p.onAccent : p.text);
-            const QRectF place = body.adjusted(2, u * 0.3, -2, -u * 0.1);
-            painter.drawText(
-                place, Qt::AlignCenter,
-                (fits ? largeMetrics : smallMetrics).elidedText(face.action, Qt::ElideRight, place.width()));
+            const QRectF place = body.adjusted(1, u * 0.32, -1, -u * 0.08);
+            const auto gap = face.action.lastIndexOf(' ');
+            const bool inTwo = !fits && gap > 0 && smallMetrics.horizontalAdvance(face.action) > place.width() &&
+                               2 * smallMetrics.height() <= place.height() + 4;
+            const auto elided = [&](const QString& text) {
+                return (fits ? largeMetrics : smallMetrics).elidedText(text, Qt::ElideRight, place.width());
+            };
+            painter.drawText(place, Qt::AlignCenter,
+                             inTwo ? elided(face.action.left(gap)) + '\n' + elided(face.action.mid(gap + 1))
+                                   : elided(face.action));
             if (!down && face.colour.isValid()) {
                 painter.setPen(Qt::NoPen);
                 painter.setBrush(face.colour);
-                painter.drawRoundedRect(QRectF(body.left() + 1, body.bottom() - u * 0.09, body.width() - 2, u * 0.08),
+                const double stripe = std::clamp(u * 0.08, 2.0, 4.0);
+                painter.drawRoundedRect(QRectF(body.left() + 1, body.bottom() - stripe - 0.5, body.width() - 2, stripe),
                                         1.5, 1.5);
             }
         }

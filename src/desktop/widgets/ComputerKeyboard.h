@@ -55,7 +55,7 @@ protected:
 
 private:
     [[nodiscard]] std::uint32_t codeAt(const QPointF& point) const;
-    [[nodiscard]] double unit() const; // pixels of a key
+    [[nodiscard]] QSizeF unit() const; // pixels of a key as wide as most
     void step(QPointF direction);
 
     std::map<std::uint32_t, Face> faces_;

@@ -152,6 +152,12 @@ void EventList::paintEvent(QPaintEvent*) {
         draw(column, 0, captions[column], caption, p.dim, column == 4 ? Qt::AlignRight : Qt::AlignLeft);
     }
     const auto& list = paused_ ? held_ : events_.events();
+    if (list.empty()) {
+        painter.setFont(font());
+        painter.setPen(p.dim);
+        painter.drawText(rect().adjusted(0, row, 0, 0), Qt::AlignCenter,
+                         tr("Play something: what goes out is listed here."));
+    }
     const int first = bar_.value();
     const int last = std::min(static_cast<int>(list.size()), first + visibleRows() + 1);
     for (int i = first; i < last; ++i) {

@@ -61,7 +61,7 @@ void JoystickView::paintEvent(QPaintEvent*) {
         painter.setBrush(down ? p.green : p.raised);
         painter.drawRoundedRect(place, 3, 3);
         painter.setPen(down ? p.onAccent : p.dim);
-        painter.drawText(place, Qt::AlignCenter, QString::number(button));
+        painter.drawText(place, Qt::AlignCenter, QString::number(button + 1));
     }
 }
 

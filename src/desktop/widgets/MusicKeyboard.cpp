@@ -114,7 +114,11 @@ void MusicKeyboard::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QFont letterFont = font();
-    letterFont.setPixelSize(std::clamp(static_cast<int>(rectOf(60).width() * 0.52), 8, grid(4)));
+    // Below the black keys, above the names of the octaves.
+    const double room = (1 - blackHeight) * height();
+    letterFont.setPixelSize(std::clamp(static_cast<int>(std::min(rectOf(60).width() * 0.52, room * 0.4)), 7, grid(4)));
+    QFont blackFont = letterFont; // has less room
+    blackFont.setPixelSize(std::max(7, letterFont.pixelSize() * 4 / 5));
     QFont octaveFont = letterFont;
     octaveFont.setPixelSize(std::max(7, letterFont.pixelSize() * 3 / 4));
     const auto paintKey = [&](int note) {
@@ -131,14 +135,14 @@ void MusicKeyboard::paintEvent(QPaintEvent* event) {
         painter.drawRoundedRect(body, 3, 3);
         painter.setPen(on ? p.onAccent : (black ? p.white : p.onWhite));
         if (const auto letter = letters_.find(note); letter != letters_.end()) {
-            painter.setFont(letterFont);
-            const double line = letterFont.pixelSize() * 1.5;
-            painter.drawText(QRectF(key.left(), key.bottom() - line * (black ? 1.1 : 2.1), key.width(), line),
+            painter.setFont(black ? blackFont : letterFont);
+            const double line = letterFont.pixelSize() * 1.3;
+            painter.drawText(QRectF(key.left(), key.bottom() - line * (black ? 1.1 : 1.8) - 2, key.width(), line),
                              Qt::AlignCenter, letter->second);
         }
         if (note % 12 == 0) {
             painter.setFont(octaveFont);
-            const double line = octaveFont.pixelSize() * 1.7;
+            const double line = octaveFont.pixelSize() * 1.3 + 2;
             painter.drawText(QRectF(key.left() - 4, key.bottom() - line, key.width() + 8, line), Qt::AlignCenter,
                              QString::fromStdString(Note(note).getName()));
         }

@@ -18,6 +18,11 @@ void NumberField::setScale(double scale) {
     updateGeometry();
 }
 
+void NumberField::setFrame(bool on) {
+    hasFrame_ = on;
+    update();
+}
+
 QString NumberField::valueText() const {
     return text_ ? text_(value()) : QString::number(value());
 }
@@ -28,21 +33,28 @@ QSize NumberField::sizeHint() const {
     for (const int each : {range().min, range().max, value()}) {
         width = std::max(width, metrics.horizontalAdvance(text_ ? text_(each) : QString::number(each)));
     }
-    return {width + grid(3), std::max(metrics.height() + grid(), grid(6))};
+    return {width + grid(3), std::max(metrics.height() + grid(), grid(7))};
+}
+
+// Long texts are cut before everything beside them is.
+QSize NumberField::minimumSizeHint() const {
+    const QSize whole = sizeHint();
+    return {std::min(whole.width(), grid(18)), whole.height()};
 }
 
 void NumberField::paintEvent(QPaintEvent*) {
     const Palette& p = Desktop::palette();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(p.line, 1));
-    painter.setBrush(p.sunk);
+    painter.setPen(hasFrame_ ? QPen(p.line, 1) : QPen(Qt::NoPen));
+    painter.setBrush(hasFrame_ ? QBrush(p.sunk) : QBrush(Qt::NoBrush));
     const double height = std::min<double>(this->height(), sizeHint().height());
     const QRectF box(0.5, (this->height() - height) / 2 + 0.5, width() - 1, height - 1);
     painter.drawRoundedRect(box, 6, 6);
     painter.setFont(figureFont(scale_));
     painter.setPen(isEnabled() ? p.text : p.faint);
-    painter.drawText(box, Qt::AlignCenter, valueText());
+    const QFontMetricsF metrics(painter.font());
+    painter.drawText(box, Qt::AlignCenter, metrics.elidedText(valueText(), Qt::ElideRight, box.width() - 4));
     paintRing(painter);
 }
 

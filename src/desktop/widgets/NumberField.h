@@ -15,9 +15,10 @@ public:
     // How a value is written; decimal without.
     void setText(std::function<QString(int)> text);
     void setScale(double scale); // of the figures
+    void setFrame(bool on);      // without, the figures stand alone
     [[nodiscard]] QString valueText() const override;
     [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -25,6 +26,7 @@ protected:
 private:
     std::function<QString(int)> text_;
     double scale_ = 1.0;
+    bool hasFrame_ = true;
 };
 
 } // namespace Desktop
