@@ -58,3 +58,11 @@ void JackServer::kill() {
     static_cast<void>(server_->waitForEnd());
     running_ = false;
 }
+
+void JackServer::hang() {
+    server_->signal(SIGSTOP);
+}
+
+void JackServer::goOn() {
+    server_->signal(SIGCONT);
+}

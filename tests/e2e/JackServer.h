@@ -18,6 +18,8 @@ public:
 
     void start();
     void kill(); // at once, as a crash would
+    void hang(); // it is there and does nothing
+    void goOn(); // harmless when it does not hang
     [[nodiscard]] bool isRunning() const { return running_; }
     [[nodiscard]] std::string error() const; // what it printed
 

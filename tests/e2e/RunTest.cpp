@@ -1,9 +1,11 @@
 // tembrel run without a MIDI system.
+#include "e2e/HeldThread.h"
 #include "e2e/RunningProgram.h"
 #include "platform/TemporaryFolder.h"
 
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
@@ -199,6 +201,46 @@ TEST_F(Run, SaysWhatIsMissingInOneLine) {
         EXPECT_EQ(std::count(error.begin(), error.end(), '\n'), 1) << error;
         EXPECT_EQ(program->output(), "");
     }
+}
+
+// A file system that does not answer keeps the thread that asked it, and no other.
+TEST_F(Run, WhatSoundsGoesOnWhileAFileIsWaitedFor) {
+    const auto layer = [](const char* transpose) {
+        return std::string("<Layers><Layer transpose=\"") + transpose +
+               "\"><UpArpeggio beat=\"30\" length=\"15\"/></Layer></Layers>";
+    };
+    const std::string program =
+        file("arpeggio.prg", "<ProgramFile><Program>" + layer("+0") + "</Program></ProgramFile>");
+    std::filesystem::create_directories(path("data/Layer Presets"));
+    file("data/Layer Presets/Slow.pst", layer("+12"));
+    const auto run = start({"run", "--headless", "--midi", "none", "--program", program, "--events", path("events")});
+    const auto notes = [&](const std::string& start) {
+        std::ifstream stream(path("events"));
+        std::vector<Line> lines = linesOf(std::string(std::istreambuf_iterator<char>(stream), {}));
+        std::erase_if(lines, [&](const Line& line) { return !line.message.starts_with(start); });
+        return lines;
+    };
+    run->write("0 midi 0 0x90 60 100\n");
+    ASSERT_TRUE(eventually([&] { return notes("0 90 60").size() > 2; })) << run->error();
+    {
+        HeldThread backend(run->processId(), "tembrel-backend", "Slow.pst");
+        if (!backend.isFollowed()) {
+            GTEST_SKIP() << "threads may not be followed here";
+        }
+        run->write("0 function <LoadLayerPreset preset=\"Slow\"/>\n");
+        ASSERT_TRUE(backend.isHeld());
+        const std::size_t before = notes("0 90 60").size();
+        ASSERT_TRUE(eventually([&] { return notes("0 90 60").size() > before + 40; }));
+        const std::vector<Line> played = notes("0 90 60");
+        for (std::size_t i = 1; i < played.size(); ++i) {
+            EXPECT_EQ(played[i].tick - played[i - 1].tick, 30) << i;
+        }
+        EXPECT_TRUE(notes("0 90 72").empty());
+    }
+    EXPECT_TRUE(eventually([&] { return notes("0 90 72").size() > 2; })) << "then the file has been read";
+    run->signal(SIGTERM);
+    EXPECT_EQ(run->waitForEnd(), 0);
+    EXPECT_EQ(notes("0 90").size(), notes("0 80").size());
 }
 
 } // namespace

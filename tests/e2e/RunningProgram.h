@@ -25,6 +25,7 @@ public:
     // The exit code; 128 + the number of the signal that ended it; -1 when it did not end in time.
     [[nodiscard]] int waitForEnd();
     [[nodiscard]] bool isRunning();
+    [[nodiscard]] pid_t processId() const { return pid_; }
 
     [[nodiscard]] std::string output() const;
     [[nodiscard]] std::string error() const;

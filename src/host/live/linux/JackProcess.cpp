@@ -1,20 +1,34 @@
 #include "host/live/linux/JackProcess.h"
 
+#include "platform/Clocks.h"
+
 #include <algorithm>
 #include <jack/midiport.h>
+#include <utility>
 
 namespace Host {
+
+using namespace std::chrono_literals;
 
 namespace {
 
 // Several periods of everything that fits into JACK's own port buffers.
 constexpr std::size_t arrivalRoom = 16384;
 constexpr std::size_t departureRoom = 32768;
-constexpr std::size_t queueRoom = 16384;
+constexpr std::size_t queueRoom = departureRoom; // all may be for one port
+// What is more than a burst. The rest of the room is for ends of notes: of as many as can be held, twice.
+constexpr std::size_t fullAt = departureRoom - 2 * 4096;
+// A server that stood still for so long has made of what waits something that nobody wants to hear any more.
+constexpr std::chrono::nanoseconds longSilence = 1s;
+
+// What is not made up for when it is too late: the begin of a note, a clock.
+bool isOfItsMoment(const MidiBytes& message) {
+    return ((message.bytes[0] & 0xF0U) == 0x90 && message.bytes[2] != 0) || message.bytes[0] == 0xF8;
+}
 
 } // namespace
 
-JackProcess::JackProcess() : arrivals_(arrivalRoom), departures_(departureRoom) {}
+JackProcess::JackProcess() : arrivals_(arrivalRoom), departures_(departureRoom), room_(PortRoster::maxPlaces, fullAt) {}
 
 void JackProcess::connect(jack_client_t* client, std::uint32_t connection) {
     client_.store(client);
@@ -68,6 +82,12 @@ bool JackProcess::send(int place, const MidiBytes& bytes, std::int64_t due) noex
     if (const std::uint32_t connection = connection_.load(); connection != dueConnection_) {
         dueConnection_ = connection;
         lastDue_.fill(0);
+        room_.clear();
+    }
+    if (const std::int64_t waiting = waiting_.load(std::memory_order_relaxed);
+        !room_.admits(place, bytes, static_cast<std::size_t>(std::max<std::int64_t>(waiting, 0)))) {
+        counters_.overflows.fetch_add(1, std::memory_order_relaxed);
+        return false;
     }
     std::int64_t& last = lastDue_[static_cast<std::size_t>(place)];
     const bool soon = due == PeriodClock::asSoonAsPossible;
@@ -85,6 +105,7 @@ bool JackProcess::send(int place, const MidiBytes& bytes, std::int64_t due) noex
 void JackProcess::process(jack_nframes_t frames) noexcept {
     processing_.enter();
     if (client_.load() != nullptr) {
+        const bool isLate = comesLate();
         updateFrame();
         const std::int64_t lastArrival = readInputs(frames);
         if (lastArrival >= 0) {
@@ -95,7 +116,7 @@ void JackProcess::process(jack_nframes_t frames) noexcept {
                                  static_cast<std::int32_t>(jack_get_sample_rate(client_.load())), lastArrival,
                                  seenConnection_, 0, readTransport(*clock)});
         }
-        sortDepartures();
+        sortDepartures(frames, isLate);
         const int places = outputPlaces_.load();
         for (int place = 0; place < places; ++place) {
             writeOutput(outputs_[static_cast<std::size_t>(place)], frames);
@@ -193,14 +214,33 @@ std::int64_t JackProcess::readInput(std::uint8_t place, jack_port_t* port, jack_
     return last;
 }
 
-void JackProcess::sortDepartures() noexcept {
+bool JackProcess::comesLate() noexcept {
+    const std::chrono::nanoseconds before = std::exchange(lastPeriodAt_, Platform::monotonicTime());
+    return before.count() != 0 && lastPeriodAt_ - before > longSilence;
+}
+
+void JackProcess::sortDepartures(jack_nframes_t frames, bool areOld) noexcept {
+    // Frames may stand still with the server, while the clock went on by itself: then what it has played is due when it
+    // would have been. No tick is farther ahead than this (PeriodClock).
+    const auto rate = static_cast<std::int32_t>(jack_get_sample_rate(client_.load()));
+    const auto period = static_cast<std::int32_t>(frames);
+    const std::int64_t latestDue = frame_ + rate / 4 + period + PeriodClock::latencyOf({frame_, period, rate});
     Departing departing;
     while (departures_.pop(departing)) {
-        if (!departing.soon && departing.message.due < frame_) {
+        DueMessage& message = departing.message;
+        const bool isLate = areOld || message.due < frame_;
+        if (isLate && !departing.soon) {
             counters_.late.fetch_add(1, std::memory_order_relaxed);
         }
+        if (areOld && isOfItsMoment(message.bytes)) {
+            left(1);
+            continue;
+        }
+        if (areOld || message.due > latestDue) {
+            message.due = frame_;
+        }
         DueQueue* const queue = outputs_[departing.place].queue.load();
-        if (queue == nullptr || !queue->push(departing.message)) {
+        if (queue == nullptr || !queue->push(message)) {
             left(1);
             counters_.overflows.fetch_add(1, std::memory_order_relaxed);
         }

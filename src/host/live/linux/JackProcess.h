@@ -7,10 +7,12 @@
 #include "host/live/MidiBytes.h"
 #include "host/live/PeriodClock.h"
 #include "host/live/PortRoster.h"
+#include "host/live/RoomForEnds.h"
 #include "platform/AutoResetEvent.h"
 
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <jack/jack.h>
 #include <memory>
@@ -18,6 +20,8 @@
 namespace Host {
 
 // Ports are known by their places. [process] is JACK's real-time thread: nothing there allocates, waits or locks.
+// While a server hangs, what is to be sent waits; when it goes on, notes that would have begun meanwhile do not begin,
+// and all else leaves at once.
 class JackProcess final {
 public:
     struct Arrived {
@@ -45,7 +49,8 @@ public:
 
     // Queues a message to leave at frame `due`, or at the first frame that is possible and behind all that was queued
     // before on its port (PeriodClock::asSoonAsPossible): what ends a note must not overtake it. False when it cannot
-    // be sent. [any thread under the engine lock]
+    // be sent, as when too much waits already; what ends a note that was sent always can. [any thread under the engine
+    // lock]
     [[nodiscard]] bool send(int place, const MidiBytes& bytes, std::int64_t due) noexcept;
     // Whether all that was queued has been handed to JACK. [any]
     [[nodiscard]] bool isIdle() const noexcept { return waiting_.load(std::memory_order_acquire) == 0; }
@@ -81,10 +86,12 @@ private:
 
     [[nodiscard]] TransportReading readTransport(const PeriodClock& clock) const noexcept;
     void updateFrame() noexcept;
+    // Whether so much time has passed since the last period that what waits is old.
+    [[nodiscard]] bool comesLate() noexcept;
     // Both give the frame of the last message that came in, -1 for none.
     [[nodiscard]] std::int64_t readInputs(jack_nframes_t frames) noexcept;
     [[nodiscard]] std::int64_t readInput(std::uint8_t place, jack_port_t* port, jack_nframes_t frames) noexcept;
-    void sortDepartures() noexcept;
+    void sortDepartures(jack_nframes_t frames, bool areOld) noexcept;
     void writeOutput(Output& output, jack_nframes_t frames) noexcept;
     void forgetQueued() noexcept;
     void left(std::int64_t messages) noexcept { waiting_.fetch_sub(messages, std::memory_order_release); }
@@ -108,8 +115,10 @@ private:
     // [process]
     std::int64_t frame_ = 0; // of the period's first frame, counted on where JACK's 32 bits wrap
     std::uint32_t seenConnection_ = 0;
+    std::chrono::nanoseconds lastPeriodAt_{0};
 
     // Under the engine lock.
+    RoomForEnds room_;
     std::array<std::int64_t, PortRoster::maxPlaces> lastDue_{};
     std::uint32_t dueConnection_ = 0;
 };

@@ -2,28 +2,25 @@
 #pragma once
 
 #include "host/live/MidiSystem.h"
-#include "host/live/PortRoster.h"
 #include "host/live/PortWishes.h"
-#include "host/live/linux/JackNeighbours.h"
-#include "host/live/linux/JackProcess.h"
-#include "platform/AutoResetEvent.h"
 #include "platform/Result.h"
 #include "platform/Threads.h"
 
-#include <array>
 #include <atomic>
 #include <chrono>
-#include <jack/jack.h>
-#include <map>
+#include <cstdint>
 #include <memory>
-#include <mutex>
 
 namespace Host {
+
+class AbandonableThread;
+class JackPorts;
+class PeriodClock;
 
 // The client "Tembrel" with an input "in" and an output "out", to which the user connects what he likes; in the lists
 // both are called "Tembrel". The ports of others are listed too. One that is opened gets a port of ours of its own,
 // which is connected to it. A server that dies takes all ports with it; another is looked for every second, and then
-// everything that was open is opened again.
+// everything that was open is opened again. Only the watcher of the ports waits for a server that hangs.
 class JackSystem final : public MidiSystem {
 public:
     // Null when no server answers within `patience`; a fault when there is no port for a wish. [main]
@@ -43,52 +40,18 @@ public:
     [[nodiscard]] MidiSystemCounts counts() const noexcept override;
 
 private:
-    using Direction = JackDirection;
-
-    explicit JackSystem(const PortWishes& wishes);
-
-    // The watcher's; before start() the opener's.
-    void watch();
-    void attach(jack_client_t* client);
-    void detach();
-    // Brings the lists up to date, opens and closes what has to be, and says so.
-    void look();
-    void lookAt(const std::vector<std::string>& in, const std::vector<std::string>& out);
-    [[nodiscard]] Platform::Outcome lookFirst();
-    bool settle(Direction direction);
-    [[nodiscard]] jack_port_t* openPort(Direction direction, const std::string& name);
-    // Connects our port at that place to the one it is for; false when it has to be tried again.
-    bool connect(Direction direction, int place, const std::string& name);
-    void connectSynthesizer();
+    explicit JackSystem(std::shared_ptr<JackPorts> ports);
 
     void handOn(); // the input thread
     // The tick in which a message came in; none without a clock.
     [[nodiscard]] Backend::Ticks tickOf(std::int64_t frame) const;
-    [[nodiscard]] std::vector<std::string> names(Direction direction);
-    [[nodiscard]] PortRoster& roster(Direction direction) { return direction == Direction::in ? inputs_ : outputs_; }
 
-    PortWishes wishes_;
-    std::shared_ptr<JackProcess> process_ = std::make_shared<JackProcess>();
+    const std::shared_ptr<JackPorts> ports_; // the watcher's, too
+    std::unique_ptr<AbandonableThread> watcher_;
     std::atomic<PeriodClock*> clock_ = nullptr;
     MidiSystemListener* listener_ = nullptr;
-
-    jack_client_t* client_ = nullptr; // the watcher's
-    std::uint32_t connections_ = 0;
-    std::atomic<bool> lost_ = false;
-    JackNeighbours neighbours_;
-    std::map<std::string, std::chrono::nanoseconds> hiddenUntil_; // ports that are about to go
-    std::array<std::array<jack_port_t*, PortRoster::maxPlaces>, 2> ports_{};
-    std::array<std::array<bool, PortRoster::maxPlaces>, 2> connected_{}; // once; the user may part them again
-    bool lookAgain_ = false;                                             // soon, without being told
-
-    mutable std::mutex mutex_; // over the rosters
-    PortRoster inputs_;
-    PortRoster outputs_;
     std::atomic<std::uint64_t> unsendable_ = 0;
-
-    Platform::AutoResetEvent wake_;
     std::atomic<bool> stopping_ = false;
-    std::unique_ptr<Platform::Thread> watcher_;
     std::unique_ptr<Platform::Thread> inputThread_;
 };
 
