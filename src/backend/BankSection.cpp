@@ -2,6 +2,7 @@
 
 #include "backend/ProgramXml.h"
 #include "backend/Selection.h"
+#include "platform/ChangeLock.h"
 #include "platform/PathText.h"
 #include "platform/SafeFiles.h"
 #include "platform/XmlDocument.h"
@@ -17,6 +18,10 @@ using Platform::Outcome;
 using Platform::Result;
 
 Result<BankText> BankSection::asItIs() const {
+    std::error_code unknown;
+    if (bank_ && std::filesystem::status(path_, unknown).type() == std::filesystem::file_type::not_found) {
+        return *bank_;
+    }
     Result<std::string> text = Platform::readWholeFile(path_, Platform::maxXmlBytes);
     if (!text) {
         return text.fault();
@@ -85,6 +90,10 @@ void BankSection::saveToBank(const std::filesystem::path& file, Platform::Window
 }
 
 Outcome BankSection::save(const std::filesystem::path& target, int slot) {
+    const Platform::ChangeLock alone(target);
+    if (const Outcome state = alone.state(); !state) {
+        return state;
+    }
     const Result<BankText> bank = asItIs();
     if (!bank) {
         return bank.fault();
@@ -95,14 +104,22 @@ Outcome BankSection::save(const std::filesystem::path& target, int slot) {
     if (!changed) {
         return changed.fault();
     }
-    if (const Outcome written = Platform::replaceFile(target, changed.value().text()); !written) {
-        return written;
-    }
     std::error_code unknown;
     if (target == path_ || std::filesystem::equivalent(target, path_, unknown)) {
-        takeIn(std::move(changed.value()));
+        return write(std::move(changed.value()));
     }
-    return Platform::success();
+    return Platform::replaceFile(target, changed.value().text());
+}
+
+Outcome BankSection::write(BankText changed) {
+    // Not the folders above it: they may be a drive that has been taken away.
+    std::error_code shownByTheWrite;
+    std::filesystem::create_directory(path_.parent_path(), shownByTheWrite);
+    Outcome written = Platform::replaceFile(path_, changed.text());
+    if (written) {
+        takeIn(std::move(changed));
+    }
+    return written;
 }
 
 void BankSection::changeSize(int newSize) {
@@ -118,6 +135,10 @@ void BankSection::changeSize(int newSize) {
 }
 
 Outcome BankSection::resize(int newSize) {
+    const Platform::ChangeLock alone(path_);
+    if (const Outcome state = alone.state(); !state) {
+        return state;
+    }
     const Result<BankText> bank = asItIs();
     if (!bank) {
         return bank.fault();
@@ -126,11 +147,7 @@ Outcome BankSection::resize(int newSize) {
     if (!changed) {
         return changed.fault();
     }
-    Outcome written = Platform::replaceFile(path_, changed.value().text());
-    if (written) {
-        takeIn(std::move(changed.value()));
-    }
-    return written;
+    return write(std::move(changed.value()));
 }
 
 } // namespace Backend

@@ -20,8 +20,9 @@ namespace Backend {
 inline constexpr std::uint32_t savedToBankMessage = Platform::applicationMessage + 114;
 
 // Programs are changed from memory, so that no disk is waited for while playing. What is saved is put into the file as
-// it is then: other programs in it stay as they are, byte for byte, whoever has written them. What fails is reported
-// and leaves every file as it was. [backend]
+// it is then: other programs in it stay as they are, byte for byte, whoever has written them, also at the same moment.
+// A file that has been removed is made again from memory, and its folder. What fails is reported and leaves every file
+// as it was. [backend]
 class BankSection final {
 public:
     // Both outlive the section.
@@ -50,10 +51,12 @@ public:
     void changeSize(int size);
 
 private:
-    // What the current bank's file holds now.
+    // What the current bank's file holds now; what it held when there is none any more.
     [[nodiscard]] Platform::Result<BankText> asItIs() const;
     [[nodiscard]] Platform::Outcome save(const std::filesystem::path& target, int slot);
     [[nodiscard]] Platform::Outcome resize(int size);
+    // Into the current bank's file.
+    [[nodiscard]] Platform::Outcome write(BankText changed);
     // What the current bank's file now holds.
     void takeIn(BankText bank);
     // Only of a bank that is there.

@@ -1,4 +1,4 @@
-#include "platform/Clocks.h"
+#include "platform/LockPatience.h"
 #include "platform/Notices.h"
 #include "platform/PathText.h"
 #include "platform/SafeFiles.h"
@@ -93,18 +93,12 @@ std::optional<SettingsTree> SettingsFile::keepAside(const Fault& fault) const {
     return {};
 }
 
-// However many others write: as long as they do, it is a matter of time.
 std::unique_ptr<FileLock> SettingsFile::lock() const {
     std::error_code unknown;
-    auto written = fs::last_write_time(file_, unknown);
-    auto patientUntil = monotonicTime() + FileLock::usualPatience;
+    LockPatience patience(file_);
     auto lock = std::make_unique<FileLock>(lockFile_, FileLock::Patience::none);
-    while (!lock->isHeld() && !trouble_->isLocked && monotonicTime() < patientUntil && fs::exists(lockFile_, unknown)) {
+    while (!lock->isHeld() && !trouble_->isLocked && patience.isLeft() && fs::exists(lockFile_, unknown)) {
         sleepMilliseconds(1);
-        if (const auto now = fs::last_write_time(file_, unknown); now != written) {
-            written = now;
-            patientUntil = monotonicTime() + FileLock::usualPatience;
-        }
         lock = std::make_unique<FileLock>(lockFile_, FileLock::Patience::none);
     }
     trouble_->isLocked = !lock->isHeld();

@@ -3,6 +3,7 @@
 #include "backend/LayerMessageManager.h"
 #include "core/QelMessageManager.h"
 #include "platform/SafeFiles.h"
+#include "platform/Threads.h"
 #include "platform/WindowMessages.h"
 #include "values/RelativeFixedValue.h"
 #include "values/SelectType.h"
@@ -237,11 +238,73 @@ TEST_F(ProgramFiles, TheFileIsTakenAsItIsNow) {
     EXPECT_EQ(contentOf(path), broken);
     EXPECT_THAT(rig.takeFaults(), ElementsAre(StartsWith("bank.bnk:3: "), StartsWith("bank.bnk:3: ")));
     std::filesystem::remove(path);
-    post([](QelMessageManager& backend) { backend.postSaveToCurrentBank(0, nullptr); });
     post([](QelMessageManager& backend) { backend.postSaveToCurrentBank(-1, nullptr); });
-    post([](QelMessageManager& backend) { backend.postChangeBankSize(7, nullptr); });
-    EXPECT_THAT(rig.takeFaults(), ElementsAre(StartsWith("bank.bnk: "), StartsWith("bank.bnk: ")));
-    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_TRUE(rig.takeFaults().empty());
+    EXPECT_FALSE(std::filesystem::exists(path)) << "there is no such slot";
+}
+
+// The file, its folder, or the drive with both: nothing that was in the bank is lost.
+TEST_F(ProgramFiles, ABankThatWasRemovedIsMadeAgain) {
+    namespace fs = std::filesystem;
+    const std::string bank =
+        rig.writeFile("Stick/Mine/bank.bnk", R"(<Bank><Program name="a"/><Program name="b"/></Bank>)");
+    const fs::path folder = fs::path(bank).parent_path();
+    post([&](QelMessageManager& backend) { backend.postLoadBank(bank); });
+    const auto save = [&](const std::string& name) {
+        post([&](QelMessageManager& backend) {
+            backend.postChangeProgramName(name);
+            backend.postSaveToCurrentBank(1, {});
+        });
+        return rig.takeFaults().size();
+    };
+    for (const fs::path& removed : {fs::path(bank), folder}) {
+        fs::remove_all(removed);
+        EXPECT_EQ(save("c"), 0U) << removed;
+        EXPECT_NE(contentOf(bank).find("name=\"a\""), std::string::npos) << contentOf(bank);
+        EXPECT_NE(contentOf(bank).find("name=\"c\""), std::string::npos) << contentOf(bank);
+        fs::remove_all(removed);
+        post([](QelMessageManager& backend) { backend.postChangeBankSize(3, {}); });
+        post([](QelMessageManager& backend) { backend.postChangeBankSize(2, {}); });
+        EXPECT_EQ(rig.takeFaults().size(), 0U);
+        EXPECT_NE(contentOf(bank).find("name=\"c\""), std::string::npos) << contentOf(bank);
+    }
+    fs::remove_all(folder.parent_path());
+    EXPECT_EQ(save("d"), 1U);
+    const std::string elsewhere = rig.writeFile("elsewhere.bnk", "");
+    post([&](QelMessageManager& backend) { backend.postSaveToBank(elsewhere, {}); });
+    EXPECT_EQ(rig.takeFaults().size(), 0U);
+    EXPECT_NE(contentOf(elsewhere).find("name=\"d\""), std::string::npos) << contentOf(elsewhere);
+    EXPECT_NE(contentOf(elsewhere).find("name=\"c\""), std::string::npos) << contentOf(elsewhere);
+}
+
+TEST_F(ProgramFiles, TwoProgramsThatSaveIntoOneBankAtOnceLoseNothing) {
+    constexpr int slots = 8;
+    std::string text;
+    for (int slot = 0; slot < slots; ++slot) {
+        text += "<Program name=\"empty\"/>";
+    }
+    const std::string bank = loadBank("<Bank>" + text + "</Bank>");
+    const auto saveAll = [&bank](BackendRig& at, int firstSlot, const std::string& who) {
+        at.after([&](QelMessageManager& backend) { backend.postLoadBank(bank); });
+        for (int turn = 0; turn < 40; ++turn) {
+            at.after([&](QelMessageManager& backend) {
+                backend.postChangeProgramName(who + std::to_string(turn));
+                backend.postSaveToCurrentBank(firstSlot + turn * 2 % slots, {});
+            });
+        }
+    };
+    BackendRig other;
+    Platform::Thread beside([&] { saveAll(other, 1, "other "); });
+    beside.resume();
+    saveAll(rig, 0, "one ");
+    beside.join();
+    EXPECT_TRUE(rig.takeFaults().empty());
+    EXPECT_TRUE(other.takeFaults().empty());
+    const std::string saved = contentOf(bank);
+    for (int slot = 0; slot < slots; ++slot) {
+        const std::string name = (slot % 2 == 0 ? "one " : "other ") + std::to_string(36 + slot / 2);
+        EXPECT_NE(saved.find("\"" + name + "\""), std::string::npos) << name << '\n' << saved;
+    }
 }
 
 TEST_F(ProgramFiles, ABankIsSavedUnderAnotherName) {
