@@ -87,7 +87,9 @@ void BufferFiles::append(std::string_view event) {
 
 Outcome BufferFiles::write() {
     std::error_code error;
-    if (!fs::exists(current(), error)) { // writing into a file that was deleted would succeed
+    // Writing into a file that was deleted, or moved for a folder, would succeed.
+    if (const auto type = fs::status(current(), error).type();
+        type == fs::file_type::not_found || type == fs::file_type::directory) {
         return Fault{Platform::textOf(current()), 0, "is not there any more"};
     }
     if (pending_.empty()) {

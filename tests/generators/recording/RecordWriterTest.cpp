@@ -320,6 +320,37 @@ TEST(RecordWriter, GoesOnInAFolderThatIsMadeAgain) {
     EXPECT_EQ(rig.writer->missed(), 0U);
 }
 
+// From the start, or all of a sudden, where the system lets open files be moved.
+TEST(RecordWriter, AFolderInThePlaceOfTheBufferPausesTheRecord) {
+    for (const bool fromTheStart : {true, false}) {
+        RecordRig rig;
+        const fs::path current = rig.buffers() / "_current.tmp";
+        if (fromTheStart) {
+            rig.writer.reset();
+            fs::remove(current);
+        } else if (std::error_code error; fs::rename(current, rig.folder.path() / "away", error), error) {
+            GTEST_SKIP() << "this system keeps files that are open";
+        }
+        fs::create_directory(current);
+        if (fromTheStart) {
+            rig.start({});
+        }
+        for (int second = 0; second < 3; ++second) {
+            rig.play(1000, 0x90, 61, 1);
+            rig.flush();
+        }
+        ASSERT_EQ(rig.remarks.size(), 1U) << fromTheStart;
+        fs::remove(current);
+        rig.now += 1000;
+        rig.flush();
+        rig.play(0, 0x90, 62, 1);
+        rig.flush();
+        EXPECT_EQ(rig.remarks.size(), 2U) << fromTheStart;
+        EXPECT_EQ(rig.writer->missed(), fromTheStart ? 3U : 2U) << "what was to be written when it happened is kept";
+        EXPECT_EQ(rig.writer->takes().at(0).notes, fromTheStart ? 1U : 2U);
+    }
+}
+
 TEST(RecordWriter, TornAndForeignBuffersGiveWhatIsWholeInThem) {
     RandomCases random;
     for (int round = 0; round < 50; ++round) {
