@@ -94,8 +94,8 @@ std::string BankText::withLineEnds(std::string_view lines) const {
 }
 
 Result<BankText> BankText::withText(std::string text) const {
-    // The least text that could have more elements than are read is looked at anew.
-    constexpr std::size_t large = Platform::maxXmlElements * 4;
+    // The least text that could have more parts than are read is looked at anew.
+    constexpr std::size_t large = Platform::maxXmlParts * 4;
     if (text.size() > large) {
         if (const Result<Platform::CheckedXml> checked = Platform::checkXml(text, file_); !checked) {
             return checked.fault();

@@ -54,6 +54,10 @@ private:
         reason_ = reason;
         return false;
     }
+    // Of all that costs memory, or parts what does.
+    bool countPart() noexcept {
+        return parts_++ < maxXmlParts || fail("more than a million elements, attributes and the like");
+    }
     bool isAtEnd() const noexcept { return at_ == text_.size(); }
     bool isAt(char expected) const noexcept { return !isAtEnd() && text_[at_] == expected; }
     bool startsWith(std::string_view expected) const noexcept { return text_.substr(at_).starts_with(expected); }
@@ -90,6 +94,7 @@ private:
     int line_ = 1;
     const char* reason_ = "";
     CheckedXml found_;
+    std::size_t parts_ = 0;
     std::vector<std::string_view> openElements_;
     std::vector<std::string_view> attributes_; // of the tag at hand
 };
@@ -267,13 +272,13 @@ bool Checker::checkDeclaration() noexcept {
 
 bool Checker::checkComment() noexcept {
     take("<!--");
-    return takeUpTo("--", "a comment without its end") && (take('>') || fail("\"--\" in a comment"));
+    return countPart() && takeUpTo("--", "a comment without its end") && (take('>') || fail("\"--\" in a comment"));
 }
 
 bool Checker::checkInstruction() noexcept {
     take("<?");
     std::string_view target;
-    if (!takeName(target)) {
+    if (!countPart() || !takeName(target)) {
         return false;
     }
     if (target.size() == 3 && (target[0] | 0x20) == 'x' && (target[1] | 0x20) == 'm' && (target[2] | 0x20) == 'l') {
@@ -317,6 +322,9 @@ bool Checker::checkAttribute() {
     if (attributes_.size() == maxXmlAttributes) {
         return fail("too many attributes");
     }
+    if (!countPart()) {
+        return false;
+    }
     attributes_.push_back(name);
     takeBlanks();
     if (!take('=')) {
@@ -351,8 +359,8 @@ bool Checker::checkStartTag() {
     if (openElements_.size() == static_cast<std::size_t>(maxXmlDepth)) {
         return fail("elements nested too deep");
     }
-    if (found_.startLines.size() == maxXmlElements) {
-        return fail("too many elements");
+    if (!countPart()) {
+        return false;
     }
     found_.startLines.push_back(line_);
     const std::size_t begin = at_;
@@ -424,7 +432,7 @@ bool Checker::checkMarkup() {
         return fail("document type declarations are not supported");
     }
     if (startsWith("<![CDATA[") && !openElements_.empty()) {
-        return takeUpTo("]]>", "a CDATA section without its end");
+        return countPart() && takeUpTo("]]>", "a CDATA section without its end");
     }
     return second == '?' ? checkInstruction() : fail("a declaration that does not belong here");
 }

@@ -34,7 +34,8 @@ struct XmlElement {
 // Bounds on what is read, so that a hostile file cannot exhaust memory or stack.
 inline constexpr std::size_t maxXmlBytes = std::size_t{64} * 1024 * 1024;
 inline constexpr int maxXmlDepth = 128; // the root is at depth 1
-inline constexpr std::size_t maxXmlElements = 2'000'000;
+inline constexpr std::size_t maxXmlParts =
+    1'000'000;                                       // elements, attributes, CDATA, comments ...: 4 bytes each, or more
 inline constexpr std::size_t maxXmlAttributes = 256; // of one element
 
 // Parses a UTF-8 document and gives its root element. `name` names the source in faults. Documents that are not

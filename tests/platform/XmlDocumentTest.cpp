@@ -2,6 +2,7 @@
 
 #include "platform/SafeFiles.h"
 #include "platform/TemporaryFolder.h"
+#include "platform/XmlCheck.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -166,7 +167,14 @@ TEST(XmlDocument, KeepsItsBounds) {
     ASSERT_TRUE(full);
     EXPECT_EQ(full.value().attributes.size(), maxXmlAttributes);
     EXPECT_FALSE(parseXml("<a" + attributes + " b=''/>", "x"));
-    EXPECT_FALSE(parseXml("<a>" + repeated("<b/>", static_cast<int>(maxXmlElements)) + "</a>", "x"));
+    constexpr int most = static_cast<int>(maxXmlParts) - 1; // and the root
+    EXPECT_TRUE(checkXml("<a>" + repeated("<b/>", most) + "</a>", "x"));
+    for (const char* const part : {"<b/>", "<!---->", "<?p?>", "<![CDATA[]]>"}) {
+        const auto tooMany = checkXml("<a>\n\n" + repeated(part, most + 1) + "</a>", "x");
+        ASSERT_FALSE(tooMany) << part;
+        EXPECT_EQ(tooMany.fault().text(), "x:3: more than a million elements, attributes and the like") << part;
+    }
+    EXPECT_FALSE(checkXml("<a>" + repeated("<b c='' d='' e=''/>", (most + 1) / 4) + "</a>", "x"));
     const auto tooBig = parseXml("<a>" + std::string(maxXmlBytes, ' ') + "</a>", "x");
     ASSERT_FALSE(tooBig);
     EXPECT_EQ(tooBig.fault().line, 0);
