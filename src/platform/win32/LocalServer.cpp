@@ -22,6 +22,7 @@ using std::chrono::nanoseconds;
 constexpr nanoseconds patienceWithClients = 2s;
 constexpr nanoseconds never = nanoseconds::max();
 constexpr DWORD pipeBuffer = 64 * 1024;
+constexpr DWORD pauseAfterFaults = 100; // milliseconds
 
 // Memory that the system hands out.
 struct LocalFreer {
@@ -174,6 +175,10 @@ struct LocalServer::State {
             if (begun || GetLastError() != ERROR_PIPE_CONNECTED) {
                 const DWORD error = connecting.finish(pipe->get(), begun, never, stopping.get());
                 if (error == WAIT_TIMEOUT) {
+                    return;
+                }
+                if (error != ERROR_SUCCESS && error != ERROR_NO_DATA && // one that has gone again
+                    WaitForSingleObject(stopping.get(), pauseAfterFaults) != WAIT_TIMEOUT) {
                     return;
                 }
             }
