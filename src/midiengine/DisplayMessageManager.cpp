@@ -76,6 +76,7 @@ void DisplayMessageManager::passed(const MidiEngine::QelMidiMessage& message, bo
     record.output = message.getOutput();
     record.input = message.getInput();
     record.zone = message.getZone();
+    record.layer = engine_.sendingLayer();
     record.milliseconds = milliseconds_();
     if (!Platform::postThreadMessage(thread_->id(), {SHOW_MESSAGE, reinterpret_cast<std::uintptr_t>(&record), 0})) {
         dropped_.fetch_add(1, std::memory_order_relaxed);

@@ -28,6 +28,10 @@ public:
     // A message that is no note passes: controls bound to it may follow.
     virtual void followControl(const QelMidiMessage& message) = 0;
 
+    // The place of the layer that sends at present; -1: none does.
+    [[nodiscard]] std::int16_t sendingLayer() const { return sendingLayer_; }
+    void setSendingLayer(std::int16_t place) { sendingLayer_ = place; }
+
     // The tick at which the running arpeggios and sequences began; noTicks while none runs.
     [[nodiscard]] Ticks startTime() const { return startTime_; }
     // The first of them begins now, with a message of that host time (-1: none).
@@ -45,6 +49,7 @@ protected:
 private:
     Ticks startTime_ = noTicks;
     std::int8_t defaultOutput_ = 0;
+    std::int16_t sendingLayer_ = -1;
     std::array<bool, 128> open_{}; // asked for each note of each layer
 };
 

@@ -32,17 +32,22 @@ void LayerRack::set(const Layers::LayerList& layers) {
     }
 }
 
-void LayerRack::noteOn(const QelMidiMessage& message, LayerOutput& engine) {
-    for (PlayingLayer* layer : takingPart_) {
-        layer->noteOn(message, engine);
+template <typename Work>
+void LayerRack::inTurn(const std::vector<PlayingLayer*>& layers, LayerOutput& engine, const Work& work) {
+    for (PlayingLayer* layer : layers) {
+        engine.setSendingLayer(static_cast<std::int16_t>(layer - layers_.data()));
+        work(*layer);
     }
+    engine.setSendingLayer(-1);
+}
+
+void LayerRack::noteOn(const QelMidiMessage& message, LayerOutput& engine) {
+    inTurn(takingPart_, engine, [&](PlayingLayer& layer) { layer.noteOn(message, engine); });
     watch();
 }
 
 void LayerRack::noteOff(const QelMidiMessage& message, LayerOutput& engine) {
-    for (PlayingLayer* layer : takingPart_) {
-        layer->noteOff(message, engine);
-    }
+    inTurn(takingPart_, engine, [&](PlayingLayer& layer) { layer.noteOff(message, engine); });
     watch();
 }
 
@@ -52,19 +57,19 @@ void LayerRack::other(const QelMidiMessage& message, LayerOutput& engine) {
         pass_ = 1;
     }
     QelMidiMessage placed;
-    for (const PlayingLayer* layer : takingPart_) {
-        if (!layer->takesOther(message, engine, placed)) {
-            continue;
+    inTurn(takingPart_, engine, [&](const PlayingLayer& layer) {
+        if (!layer.takesOther(message, engine, placed)) {
+            return;
         }
         std::uint32_t& last = lastPass_[static_cast<std::size_t>(placed.getOutput()) * 16 +
                                         static_cast<std::size_t>(placed.getChannel())];
         if (last == pass_) {
-            continue;
+            return;
         }
         last = pass_;
         engine.followControl(message);
         engine.sendFromLayer(placed, false, Beginning::unknown);
-    }
+    });
 }
 
 void LayerRack::watch() {
@@ -78,9 +83,7 @@ void LayerRack::watch() {
 }
 
 void LayerRack::advance(Ticks now, LayerOutput& engine) {
-    for (const PlayingLayer* layer : machines_) {
-        layer->machine()->advance(now, engine);
-    }
+    inTurn(machines_, engine, [&](const PlayingLayer& layer) { layer.machine()->advance(now, engine); });
     watch();
 }
 
@@ -92,12 +95,12 @@ void LayerRack::pulse() {
 
 bool LayerRack::resume(const QelMidiMessage& noteOn, LayerOutput& engine) {
     bool taken = false;
-    for (PlayingLayer* layer : machines_) {
-        if (layer->machine()->hasArpeggio()) {
-            layer->noteOn(noteOn, engine);
-            taken = taken || layer->isRunning();
+    inTurn(machines_, engine, [&](PlayingLayer& layer) {
+        if (layer.machine()->hasArpeggio()) {
+            layer.noteOn(noteOn, engine);
+            taken = taken || layer.isRunning();
         }
-    }
+    });
     watch();
     return taken;
 }

@@ -46,6 +46,9 @@ public:
     void forgetOutput(std::int8_t output);
 
 private:
+    // Work of some layers in turn, each known to the engine as the one that sends.
+    template <typename Work>
+    void inTurn(const std::vector<PlayingLayer*>& layers, LayerOutput& engine, const Work& work);
     void watch();
 
     std::vector<PlayingLayer> layers_;

@@ -79,6 +79,8 @@ public:
     // without a time is stamped with `to`, so an empty slice (t, t) takes in what is pending and plays nothing; but
     // never before what was stamped earlier, when a tick is run again. [clock] without the engine lock
     void playTimeSlice(Ticks from, Ticks to);
+    // For taps: the place of the layer that sends what they are told of; -1: it has gone by no layer. [clock]
+    using LayerOutput::sendingLayer;
     // True while an arpeggio, a sequence or an oscillator acts on each tick. While it is false a tick may be run
     // again: it plays what has arrived for it since, and nothing twice. [clock] takes the lock itself
     [[nodiscard]] bool isTickDependent();

@@ -66,6 +66,32 @@ TEST_F(DisplayMessageManagerTest, ListenersSeeWhatIsSentWhileTheyListen) {
     EXPECT_EQ(display.droppedRecords(), 0U);
 }
 
+TEST(DisplayRecordTest, NamesTheLayerThatSent) {
+    struct Layers final : DisplayListener {
+        std::string seen;
+        void messageSent(const DisplayRecord& record) override {
+            seen += (seen.empty() ? "" : " ") + std::to_string(record.layer);
+        }
+    };
+    const std::string arpeggio = R"(<Layer minNote="C5"><Arpeggio><UpArpeggio beat="1" length="1"/></Arpeggio></Layer>)";
+    for (const auto& [steps, layers] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"on 40 1; off 40", "0 0"},
+             {"on 60 1; off 60", "1 1"},
+             {"on 60 1 out=1; off 60 out=1", "-1 -1"},
+             {"on 40 1; reset", "0 -1"},
+             {"cc 7 1", "0"}, // both send there: once
+             {"with on 90 1; wait 3; off 90; wait 2", "2 2 2 2"},
+         }) {
+        EngineRig rig(R"(<Layer maxNote="B3"/><Layer minNote="C4" maxNote="B4"/>)" + arpeggio);
+        DisplayMessageManager display(rig.engine, [] { return 0U; });
+        Layers listener;
+        display.addListener(listener);
+        rig.run(steps);
+        display.removeListener(listener);
+        EXPECT_TRUE(listener.seen.starts_with(layers)) << steps << ": " << listener.seen;
+    }
+}
+
 TEST_F(DisplayMessageManagerTest, TheClockNeverWaitsAndWhatIsTooMuchIsCounted) {
     SlowListener slow;
     display.addListener(slow);

@@ -37,7 +37,7 @@ void EventsModel::stop() {
 void EventsModel::messageSent(const Backend::Display::DisplayRecord& record) { // [display]
     const std::lock_guard lock(mutex_);
     if (waiting_.size() < capacity) {
-        waiting_.push_back({record.message, record.output, record.input, record.zone, false,
+        waiting_.push_back({record.message, record.output, record.input, record.zone, record.layer, false,
                             static_cast<std::uint32_t>(clock_.elapsed())});
     }
 }
@@ -45,8 +45,8 @@ void EventsModel::messageSent(const Backend::Display::DisplayRecord& record) { /
 void EventsModel::addReceived(const QelMidiMessage& message) {
     const std::lock_guard lock(mutex_);
     if (waiting_.size() < capacity) {
-        waiting_.push_back({message.getMidiMessage(), message.getInput(), message.getInput(), message.getZone(), true,
-                            static_cast<std::uint32_t>(clock_.elapsed())});
+        waiting_.push_back({message.getMidiMessage(), message.getInput(), message.getInput(), message.getZone(), -1,
+                            true, static_cast<std::uint32_t>(clock_.elapsed())});
     }
 }
 
@@ -164,7 +164,6 @@ QString EventsModel::timeOf(const ListedEvent& event) {
     return QString::number(event.milliseconds / 1000.0, 'f', 3);
 }
 
-// The layer is not part of a message: it is named when only one can have sent it.
 QString EventsModel::wayOf(const ListedEvent& event) const {
     QStringList parts;
     if (event.incoming) {
@@ -174,17 +173,8 @@ QString EventsModel::wayOf(const ListedEvent& event) const {
     if (event.zone >= 0) {
         parts << tr("zone %1").arg(event.zone + 1);
     }
-    int layer = -1;
-    int candidates = 0;
-    for (const Backend::Layers::Layer& each : models_.layers.layers()) {
-        const int output = each.output >= 0 ? each.output : models_.settings.value(Gui::ChangedSetting::defaultOutput);
-        if (each.channel == event.message.getChannel() && output == event.port) {
-            layer = each.index;
-            ++candidates;
-        }
-    }
-    if (candidates == 1) {
-        parts << tr("L:%1").arg(layer + 1);
+    if (event.layer >= 0) {
+        parts << tr("L:%1").arg(event.layer + 1);
     }
     parts << models_.ports.outputName(event.port);
     return parts.join(" → ");

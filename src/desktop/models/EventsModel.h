@@ -23,6 +23,7 @@ struct ListedEvent {
     std::int8_t port = -1;  // output, or input of an incoming one
     std::int8_t input = -1; // where it came from; -1: from no MIDI input
     std::int8_t zone = -1;
+    std::int16_t layer = -1; // the place of the layer that sent it
     bool incoming = false;
     std::uint32_t milliseconds = 0; // since the list began
 };
