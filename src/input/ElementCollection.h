@@ -44,13 +44,15 @@ public:
     // True when both hold the same actions in whatever order. An element gives its part in that by activePart(): itself
     // without what does nothing, or nothing when it does nothing at all.
     [[nodiscard]] bool hasSameActions(const ElementCollection& other) const {
-        const ElementCollection mine = activeElements();
-        const ElementCollection theirs = other.activeElements();
-        if (mine.size() != theirs.size()) {
+        return activeElements().hasSameElements(other.activeElements());
+    }
+    // The same of all elements, also those that do nothing.
+    [[nodiscard]] bool hasSameElements(const ElementCollection& other) const {
+        if (size() != other.size()) {
             return false;
         }
-        for (const auto& [id, element] : mine) {
-            const Element* const counterpart = theirs.find(id);
+        for (const auto& [id, element] : elements_) {
+            const Element* const counterpart = other.find(id);
             if (counterpart == nullptr || !(*counterpart == element)) {
                 return false;
             }

@@ -13,8 +13,10 @@ using namespace Backend::Controls;
 
 ControlsModel::ControlsModel(Models& models) : models_(models) {
     onCopy<ControlMap>(controlsMessage, [this](ControlMap map) {
-        map_ = std::move(map);
-        emit changed();
+        if (!underway_.isOutdated({map})) {
+            map_ = std::move(map);
+            emit changed();
+        }
     });
     onCopy<std::vector<Control>>(controlsPutMessage, [this](const std::vector<Control>& list) {
         for (const Control& control : list) {
@@ -70,30 +72,23 @@ void ControlsModel::select(std::set<Cell> cells) {
     emit changed();
 }
 
-namespace {
-struct ControlsSnapshot {
-    ControlMap map;
-    friend bool operator==(const ControlsSnapshot& a, const ControlsSnapshot& b) {
-        return a.map.size() == b.map.size() && a.map.hasSameActions(b.map);
-    }
-};
-} // namespace
-
-void ControlsModel::edit(const QString& text, ControlMap after) {
-    models_.edits.edit<ControlsSnapshot>(text, ControlsSnapshot{map_}, ControlsSnapshot{std::move(after)},
-                                         [this](const ControlsSnapshot& snapshot) { apply(snapshot.map); });
+void ControlsModel::edit(const QString& text, ControlMap after, int key) {
+    models_.edits.edit<Snapshot>(
+        text, {map_}, {std::move(after)}, [this](const Snapshot& snapshot) { apply(snapshot.map); }, key);
 }
 
 void ControlsModel::apply(const ControlMap& map) {
     map_ = map;
+    underway_.posted({map});
     models_.qel().getControlMessageManager().postSet(map_);
     emit changed();
 }
 
-void ControlsModel::put(const QString& text, const Control& control) {
+void ControlsModel::put(const QString& text, const Control& control, bool isGesture) {
+    constexpr int kind = 7000;
     ControlMap after = map_;
     after.store(control.cell, control);
-    edit(text, std::move(after));
+    edit(text, std::move(after), isGesture ? models_.edits.keyFor(kind) : 0);
 }
 
 void ControlsModel::moveTo(const Cell& from, const Cell& to) {

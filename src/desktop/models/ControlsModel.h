@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/models/Model.h"
+#include "desktop/models/Underway.h"
 #include "input/ControlMap.h"
 
 #include <QString>
@@ -27,8 +28,8 @@ public:
     void release(const Cell& cell); // it springs back, if it does
     void select(std::set<Cell> cells);
 
-    // Edits, which can be undone.
-    void put(const QString& text, const Backend::Controls::Control& control);
+    // Edits, which can be undone. Those of one gesture are one.
+    void put(const QString& text, const Backend::Controls::Control& control, bool isGesture = false);
     void moveTo(const Cell& from, const Cell& to); // they change places, if there is one already
     void remove(const Cell& cell);
     void loadPreset(const std::string& name);
@@ -38,11 +39,17 @@ signals:
     void focusAsked(const Cell& cell); // cell (-1, -1): the selected one
 
 private:
+    struct Snapshot {
+        Backend::Controls::ControlMap map;
+        friend bool operator==(const Snapshot& a, const Snapshot& b) { return a.map.hasSameElements(b.map); }
+    };
+
     void apply(const Backend::Controls::ControlMap& map);
-    void edit(const QString& text, Backend::Controls::ControlMap after);
+    void edit(const QString& text, Backend::Controls::ControlMap after, int key = 0);
 
     Models& models_;
     Backend::Controls::ControlMap map_;
+    Underway<Snapshot> underway_;
     std::set<Cell> selection_;
 };
 

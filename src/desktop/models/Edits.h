@@ -26,6 +26,12 @@ public:
     }
     // What follows is no part of the edit before, whatever its key.
     void endOfGesture() { ++gesture_; }
+    // What `work` edits is no part of a gesture: a menu, a box, a button.
+    template <typename Work> void alone(Work work) {
+        endOfGesture();
+        work();
+        endOfGesture();
+    }
 
 private:
     template <typename Value> class Edit final : public QUndoCommand {
@@ -42,6 +48,7 @@ private:
                 return false;
             }
             after_ = next->after_;
+            setObsolete(before_ == after_); // dragged and brought back
             return true;
         }
 

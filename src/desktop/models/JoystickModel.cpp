@@ -22,8 +22,10 @@ JoystickModel::JoystickModel(Models& models) : models_(models) {
         each.fill(middle);
     }
     onCopy<JoystickMap>(joysticksMessage, [this](JoystickMap map) {
-        map_ = std::move(map);
-        emit changed();
+        if (!underway_.isOutdated({map})) {
+            map_ = std::move(map);
+            emit changed();
+        }
     });
     on(axisMovedMessage, [this](std::uintptr_t which, std::intptr_t value) {
         const int joystick = static_cast<int>(which >> 8);
@@ -54,20 +56,16 @@ bool JoystickModel::isDown(int joystick, int button) const {
     return isThere(joystick, button, buttons) && (down_[static_cast<std::size_t>(joystick)] >> button & 1U) != 0;
 }
 
-namespace {
-struct JoystickSnapshot {
-    JoystickMap map;
-    friend bool operator==(const JoystickSnapshot& a, const JoystickSnapshot& b) { return a.map.hasSameActions(b.map); }
-};
-} // namespace
-
 void JoystickModel::edit(const QString& text, JoystickMap after) {
-    models_.edits.edit<JoystickSnapshot>(text, JoystickSnapshot{map_}, JoystickSnapshot{std::move(after)},
-                                         [this](const JoystickSnapshot& snapshot) { apply(snapshot.map); });
+    constexpr int kind = 6000;
+    models_.edits.edit<Snapshot>(
+        text, {map_}, {std::move(after)}, [this](const Snapshot& snapshot) { apply(snapshot.map); },
+        models_.edits.keyFor(kind));
 }
 
 void JoystickModel::apply(const JoystickMap& map) {
     map_ = map;
+    underway_.posted({map});
     models_.qel().getJoystickMessageManager().postSet(map_);
     emit changed();
 }

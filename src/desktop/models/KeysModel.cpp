@@ -15,8 +15,10 @@ using namespace Backend::ComputerInput;
 
 KeysModel::KeysModel(Models& models) : models_(models) {
     onCopy<KeyConfigurationMap>(keysMessage, [this](KeyConfigurationMap map) {
-        map_ = std::move(map);
-        emit changed();
+        if (!underway_.isOutdated({map})) {
+            map_ = std::move(map);
+            emit changed();
+        }
     });
     onCopy<std::vector<KeyConfiguration>>(keysPutMessage, [this](const std::vector<KeyConfiguration>& list) {
         for (const KeyConfiguration& configuration : list) {
@@ -75,31 +77,23 @@ std::optional<KeysModel::KeyNote> KeysModel::noteOf(const Key& key) const {
 
 void KeysModel::apply(const KeyConfigurationMap& map) {
     map_ = map;
+    underway_.posted({map});
     models_.qel().getComputerInputMessageManager().postSet(map);
     emit changed();
 }
 
-namespace {
-// As a value that can be held against another.
-struct KeysSnapshot {
-    KeyConfigurationMap map;
-    friend bool operator==(const KeysSnapshot& a, const KeysSnapshot& b) {
-        return a.map.useKeyUpMod == b.map.useKeyUpMod && a.map.size() == b.map.size() && a.map.hasSameActions(b.map);
-    }
-};
-} // namespace
-
-void KeysModel::edit(const QString& text, KeyConfigurationMap after) {
-    models_.edits.edit<KeysSnapshot>(text, KeysSnapshot{map_}, KeysSnapshot{std::move(after)},
-                                     [this](const KeysSnapshot& snapshot) { apply(snapshot.map); });
+void KeysModel::edit(const QString& text, KeyConfigurationMap after, int key) {
+    models_.edits.edit<Snapshot>(
+        text, {map_}, {std::move(after)}, [this](const Snapshot& snapshot) { apply(snapshot.map); }, key);
 }
 
-void KeysModel::put(const QString& text, const std::vector<KeyConfiguration>& configurations) {
+void KeysModel::put(const QString& text, const std::vector<KeyConfiguration>& configurations, bool isGesture) {
+    constexpr int kind = 5000;
     KeyConfigurationMap after = map_;
     for (const KeyConfiguration& configuration : configurations) {
         after.store(configuration.key, configuration);
     }
-    edit(text, std::move(after));
+    edit(text, std::move(after), isGesture ? models_.edits.keyFor(kind) : 0);
 }
 
 void KeysModel::clear(const Key& key) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/models/Model.h"
+#include "desktop/models/Underway.h"
 #include "input/KeyConfigurationMap.h"
 
 #include <QString>
@@ -35,8 +36,9 @@ public:
     };
     [[nodiscard]] std::optional<KeyNote> noteOf(const Key& key) const;
 
-    // Edits, which can be undone.
-    void put(const QString& text, const std::vector<Backend::ComputerInput::KeyConfiguration>& configurations);
+    // Edits, which can be undone. Those of one gesture are one.
+    void put(const QString& text, const std::vector<Backend::ComputerInput::KeyConfiguration>& configurations,
+             bool isGesture = false);
     void clear(const Key& key);
     void setUseKeyUpMod(bool on);
 
@@ -50,11 +52,20 @@ signals:
     void keyMoved(std::uint32_t code, bool isDown);
 
 private:
+    // As a value that can be held against another.
+    struct Snapshot {
+        Backend::ComputerInput::KeyConfigurationMap map;
+        friend bool operator==(const Snapshot& a, const Snapshot& b) {
+            return a.map.useKeyUpMod == b.map.useKeyUpMod && a.map.hasSameElements(b.map);
+        }
+    };
+
     void apply(const Backend::ComputerInput::KeyConfigurationMap& map);
-    void edit(const QString& text, Backend::ComputerInput::KeyConfigurationMap after);
+    void edit(const QString& text, Backend::ComputerInput::KeyConfigurationMap after, int key = 0);
 
     Models& models_;
     Backend::ComputerInput::KeyConfigurationMap map_;
+    Underway<Snapshot> underway_;
     std::set<std::uint32_t> down_;
 };
 

@@ -14,7 +14,7 @@ using Backend::Layers::LayerList;
 
 LayersModel::LayersModel(Models& models) : models_(models) {
     onCopy<Gui::LayersInfo>(idOf(Gui::GuiMessage::layers), [this](Gui::LayersInfo info) {
-        if (info != info_) {
+        if (!underway_.isOutdated(info.layers) && info != info_) {
             info_ = std::move(info);
             emit changed();
         }
@@ -49,6 +49,7 @@ void LayersModel::edit(const QString& text, LayerList after, int key) {
 
 void LayersModel::apply(const LayerList& layers) {
     info_.layers = layers;
+    underway_.posted(layers);
     models_.ask([layers](Backend::QelIF& qel) { qel.setLayers(layers); });
     emit changed();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/models/Model.h"
+#include "desktop/models/Underway.h"
 #include "gui/GuiCopies.h"
 
 #include <QString>
@@ -35,6 +36,7 @@ private:
     void edit(const QString& text, Backend::Layers::LayerList after, int key = 0);
 
     Models& models_;
+    Underway<Backend::Layers::LayerList> underway_;
     Gui::LayersInfo info_{Backend::Layers::defaultLayers()};
 };
 

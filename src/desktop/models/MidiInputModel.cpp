@@ -90,6 +90,24 @@ bool MidiInputModel::move(const MidiEvent& from, const MidiEvent& to) {
     return true;
 }
 
+void MidiInputModel::loadPreset(const std::string& name) {
+    models_.edits.perform(
+        tr("load the MIDI input preset %1").arg(QString::fromStdString(name)),
+        [this, name] { models_.ask([name](Backend::QelIF& qel) { qel.loadMidiInputPreset(name); }); },
+        [this, before = map_] {
+            States states;
+            for (const auto& [event, configuration] : map_) {
+                if (before.find(event) == nullptr) {
+                    states.push_back({event, std::nullopt});
+                }
+            }
+            for (const auto& [event, configuration] : before) {
+                states.push_back({event, configuration});
+            }
+            set(states);
+        });
+}
+
 void MidiInputModel::edit(const QString& text, States after, int key) {
     States before;
     for (const State& each : after) {

@@ -32,6 +32,7 @@ public:
     void remove(const Backend::MidiInput::MidiEvent& event);
     // The same for another event; false, and nothing happens, when there is something for that already.
     bool move(const Backend::MidiInput::MidiEvent& from, const Backend::MidiInput::MidiEvent& to);
+    void loadPreset(const std::string& name);
 
 private:
     // What is there for an event, or that there is nothing.

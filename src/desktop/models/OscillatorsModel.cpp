@@ -12,8 +12,10 @@ using namespace Backend::Oscillators;
 
 OscillatorsModel::OscillatorsModel(Models& models) : models_(models) {
     onCopy<OscList>(oscListMessage, [this](OscList list) {
-        list_ = std::move(list);
-        emit changed();
+        if (!underway_.isOutdated({list})) {
+            list_ = std::move(list);
+            emit changed();
+        }
     });
     on(oscMovedMessage, [this](std::uintptr_t id, std::intptr_t value) {
         emit valueMoved(static_cast<int>(id), static_cast<int>(value));
@@ -27,22 +29,18 @@ void OscillatorsModel::play(int oscillator, bool on) {
     });
 }
 
-namespace {
-struct OscillatorsSnapshot {
-    OscList list;
-    friend bool operator==(const OscillatorsSnapshot& a, const OscillatorsSnapshot& b) {
-        return a.list.hasSameActions(b.list);
-    }
-};
-} // namespace
+void OscillatorsModel::select(int oscillator) {
+    models_.ask([oscillator](Backend::QelIF& qel) { qel.dataSelectOsc(SelectType::fixed(oscillator)); });
+}
 
 void OscillatorsModel::edit(const QString& text, OscList after, int key) {
-    models_.edits.edit<OscillatorsSnapshot>(
-        text, {list_}, {std::move(after)}, [this](const OscillatorsSnapshot& snapshot) { apply(snapshot.list); }, key);
+    models_.edits.edit<Snapshot>(
+        text, {list_}, {std::move(after)}, [this](const Snapshot& snapshot) { apply(snapshot.list); }, key);
 }
 
 void OscillatorsModel::apply(const OscList& list) {
     list_ = list;
+    underway_.posted({list});
     models_.ask([list](Backend::QelIF& qel) { qel.setOscillators(list); });
     emit changed();
 }

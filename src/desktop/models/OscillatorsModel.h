@@ -2,9 +2,11 @@
 #pragma once
 
 #include "desktop/models/Model.h"
+#include "desktop/models/Underway.h"
 #include "generators/OscList.h"
 
 #include <QString>
+#include <algorithm>
 
 namespace Desktop {
 
@@ -19,6 +21,7 @@ public:
     [[nodiscard]] const Backend::Oscillators::OscList& list() const { return list_; }
 
     void play(int oscillator, bool on);
+    void select(int oscillator); // functions that change the selected one act on it
     // Edits, which can be undone.
     void change(const QString& text, const Backend::Oscillators::Oscillator& after);
     void add();
@@ -29,11 +32,19 @@ signals:
     void valueMoved(int oscillator, int value);
 
 private:
+    struct Snapshot {
+        Backend::Oscillators::OscList list;
+        friend bool operator==(const Snapshot& a, const Snapshot& b) {
+            return std::equal(a.list.begin(), a.list.end(), b.list.begin(), b.list.end());
+        }
+    };
+
     void apply(const Backend::Oscillators::OscList& list);
     void edit(const QString& text, Backend::Oscillators::OscList after, int key = 0);
 
     Models& models_;
     Backend::Oscillators::OscList list_;
+    Underway<Snapshot> underway_;
 };
 
 } // namespace Desktop

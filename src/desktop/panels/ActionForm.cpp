@@ -30,8 +30,7 @@ ActionForm::ActionForm(Models& models, const QString& name, QString role, QWidge
     list_->completer()->setFilterMode(Qt::MatchContains);
     list_->lineEdit()->setAccessibleName(name);
     connect(list_, &QComboBox::activated, this, [this](int index) {
-        models_.edits.endOfGesture();
-        choose(list_->itemData(index).toString().toStdString());
+        models_.edits.alone([&] { choose(list_->itemData(index).toString().toStdString()); });
     });
     // What was typed and is no action goes again.
     connect(list_->lineEdit(), &QLineEdit::editingFinished, this,
@@ -48,6 +47,7 @@ void ActionForm::showChosen(const std::string& keyword) {
 }
 
 void ActionForm::build(int helpId, const std::function<void()>& changed, const std::function<void(FormRows&)>& fill) {
+    models_.edits.endOfGesture(); // of a row that goes
     delete fields_;
     fields_ = new QWidget(this);
     FormRows rows(models_, *fields_, role_, changed);

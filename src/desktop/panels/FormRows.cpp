@@ -102,9 +102,10 @@ void FormRows::addMenu(const Label& label, const QStringList& items, int current
     box->setCurrentIndex(current);
     QObject::connect(box, &QComboBox::activated, box,
                      [&models = models_, set = std::move(set), changed = changed_](int index) {
-                         models.edits.endOfGesture();
-                         set(index);
-                         changed();
+                         models.edits.alone([&] {
+                             set(index);
+                             changed();
+                         });
                      });
     addRow(label, box);
 }
@@ -267,6 +268,9 @@ void FormRows::addPreset(const Label& label, const QString& folder, std::string&
         value = text.toStdString();
         changed();
     });
+    // One name is one edit, however many letters it has.
+    QObject::connect(box->lineEdit(), &QLineEdit::editingFinished, box,
+                     [&models = models_] { models.edits.endOfGesture(); });
     addRow(label, box);
 }
 

@@ -75,7 +75,8 @@ TranslationForm::TranslationForm(Models& models, QWidget* parent)
     row->addWidget(value_);
     all().insertLayout(0, row);
     for (QComboBox* const each : {byte_, operator_}) {
-        connect(each, &QComboBox::activated, this, &TranslationForm::storeCondition);
+        connect(each, &QComboBox::activated, this,
+                [this] { this->models().edits.alone([this] { storeCondition(); }); });
     }
     value_->setFocusPolicy(Qt::StrongFocus);
     connect(value_, &NumberField::moved, this, &TranslationForm::storeCondition);
@@ -146,9 +147,6 @@ void TranslationForm::showCondition() {
 }
 
 void TranslationForm::storeCondition() {
-    if (sender() != value_) {
-        models().edits.endOfGesture();
-    }
     const auto byte = static_cast<Byte>(byte_->currentIndex());
     draft_->setCondition(
         byte == Byte::off

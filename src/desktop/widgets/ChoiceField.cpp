@@ -55,8 +55,7 @@ void ChoiceField::showNumber(int number) {
     number_->setVisible(now.hasNumber);
     if (now.hasNumber) {
         number_->setText(now.written);
-        number_->setRange(std::min(now.min, number), std::max(now.max, number));
-        number_->setValue(number);
+        number_->show(now.min, now.max, number);
     }
 }
 

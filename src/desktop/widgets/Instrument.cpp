@@ -5,11 +5,15 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QFocusEvent>
+#include <QKeyEvent>
+#include <QTimerEvent>
 #include <algorithm>
 
 namespace Desktop {
 
 namespace {
+
+constexpr int pauseMilliseconds = 800; // longer than it takes a key to repeat
 
 class InstrumentAccess final : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
@@ -31,7 +35,10 @@ public:
         return QAccessibleWidget::interface_cast(type);
     }
     QVariant currentValue() const override { return instrument_->range().value; }
-    void setCurrentValue(const QVariant& value) override { instrument_->setValueByUser(value.toInt()); }
+    void setCurrentValue(const QVariant& value) override {
+        instrument_->setValueByUser(value.toInt());
+        emit instrument_->letGo();
+    }
     QVariant maximumValue() const override { return std::max(instrument_->range().min, instrument_->range().max); }
     QVariant minimumValue() const override { return std::min(instrument_->range().min, instrument_->range().max); }
     QVariant minimumStepSize() const override { return instrument_->range().step; }
@@ -80,12 +87,47 @@ void Instrument::paintRing(QPainter& painter) const {
     }
 }
 
+void Instrument::stepped() {
+    pause_.start(pauseMilliseconds, this);
+}
+
+void Instrument::endSteps() {
+    if (pause_.isActive()) {
+        pause_.stop();
+        emit letGo();
+    }
+}
+
+void Instrument::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == pause_.timerId()) {
+        endSteps();
+    }
+}
+
+void Instrument::keyReleaseEvent(QKeyEvent* event) {
+    if (!event->isAutoRepeat()) {
+        endSteps();
+    }
+    QWidget::keyReleaseEvent(event);
+}
+
+void Instrument::leaveEvent(QEvent* event) {
+    endSteps();
+    QWidget::leaveEvent(event);
+}
+
+void Instrument::hideEvent(QHideEvent* event) {
+    endSteps();
+    QWidget::hideEvent(event);
+}
+
 void Instrument::focusInEvent(QFocusEvent* event) {
     QWidget::focusInEvent(event);
     update();
 }
 
 void Instrument::focusOutEvent(QFocusEvent* event) {
+    endSteps();
     QWidget::focusOutEvent(event);
     update();
 }

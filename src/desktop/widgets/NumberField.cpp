@@ -23,6 +23,11 @@ void NumberField::setFrame(bool on) {
     update();
 }
 
+void NumberField::show(int min, int max, int value) {
+    setRange(std::min(min, value), std::max(max, value));
+    setValue(value);
+}
+
 QString NumberField::valueText() const {
     return text_ ? text_(value()) : QString::number(value());
 }

@@ -145,7 +145,7 @@ void RangeBar::wheelEvent(QWheelEvent* event) {
     } else {
         moveTo(low_, std::max(high_ + step, low_));
     }
-    emit letGo();
+    stepped();
     event->accept();
 }
 
@@ -157,7 +157,7 @@ void RangeBar::keyPressEvent(QKeyEvent* event) {
         } else {
             moveTo(low_, std::max(high_ + by, low_));
         }
-        emit letGo();
+        stepped();
     };
     switch (event->key()) {
     case Qt::Key_Left:

@@ -23,7 +23,6 @@ public:
 
 signals:
     void moved(int low, int high);
-    void letGo();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -49,12 +49,17 @@ double ValueInstrument::portion() const {
     return min_ == max_ ? 0 : static_cast<double>(value_ - min_) / (max_ - min_);
 }
 
+void ValueInstrument::moveTo(int value) {
+    setValueByUser(value);
+    stepped();
+}
+
 void ValueInstrument::moveBy(int steps) {
-    setValueByUser(value_ + (max_ < min_ ? -steps : steps));
-    emit letGo();
+    moveTo(value_ + (max_ < min_ ? -steps : steps));
 }
 
 void ValueInstrument::mousePressEvent(QMouseEvent* event) {
+    endSteps();
     if (event->button() == Qt::LeftButton) {
         dragging_ = true;
         last_ = event->position();
@@ -121,13 +126,9 @@ void ValueInstrument::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_PageDown:
         return moveBy(-page);
     case Qt::Key_Home:
-        setValueByUser(min_);
-        emit letGo();
-        return;
+        return moveTo(min_);
     case Qt::Key_End:
-        setValueByUser(max_);
-        emit letGo();
-        return;
+        return moveTo(max_);
     case Qt::Key_F2:
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -142,6 +143,7 @@ void ValueInstrument::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void ValueInstrument::beginTyping() {
+    endSteps();
     if (findChild<QLineEdit*>() != nullptr) { // its Return comes here, too
         return;
     }

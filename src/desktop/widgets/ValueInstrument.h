@@ -35,7 +35,6 @@ public:
 
 signals:
     void moved(int value); // by the user
-    void letGo();          // the end of a gesture
     void pressed();
     void menuAsked(QPoint globalPosition);
 
@@ -55,6 +54,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    void moveTo(int value); // a step of a gesture
     void moveBy(int steps);
 
     int min_ = 0;
