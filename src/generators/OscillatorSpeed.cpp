@@ -39,6 +39,10 @@ std::int32_t steppedBy(std::int32_t speed, std::int32_t direction) {
 
 } // namespace
 
+std::span<const std::int32_t> speedLengths() {
+    return lengths;
+}
+
 std::int32_t changedSpeed(const Oscillator& oscillator, const RelativeFixedValue& value) {
     if (value.isNoChange()) {
         return oscillator.speed;

@@ -5,10 +5,14 @@
 #include "values/RelativeFixedValue.h"
 
 #include <cstdint>
+#include <span>
 
 namespace Backend::Oscillators {
 
-// What the speed becomes. Stepped: a relative value moves one place through the note lengths from 30720 to 40 ticks,
+// The note lengths that a stepped speed moves through, in ticks: from 30720 to 40.
+[[nodiscard]] std::span<const std::int32_t> speedLengths();
+
+// What the speed becomes. Stepped: a relative value moves one place through those,
 // whatever its size, positive to the shorter one and not beyond the ends; a fixed one is the speed. Else the value is,
 // or is added to, a place on the scale of scaledSpeed.
 [[nodiscard]] std::int32_t changedSpeed(const Oscillator& oscillator, const RelativeFixedValue& value);

@@ -41,6 +41,13 @@ public:
         throw std::runtime_error("no widget is named " + name.toStdString());
     }
 
+    // Hands, on widgets by their accessible names. Each lets the backend do what came of it, and gives what was played.
+    std::string pick(const QString& menu, const QString& item);
+    std::string set(const QString& field, int value); // as a gesture of its own
+    std::string click(const QString& button);
+    std::string undo();
+    static void wheel(QWidget& widget, int notches);
+
     BackendRig backend;
     Desktop::DesktopGui* gui = nullptr;
 };

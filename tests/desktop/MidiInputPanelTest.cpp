@@ -26,26 +26,10 @@ protected:
     void SetUp() override {
         rig.after([&] { rig.window().showPanel(Gui::Panel::midiInput, true); });
     }
-    void pick(const QString& menu, const QString& item) {
-        rig.after([&] {
-            auto& box = rig.named<QComboBox>(menu);
-            box.setCurrentIndex(box.findText(item));
-            ASSERT_GE(box.currentIndex(), 0) << item.toStdString();
-            emit box.activated(box.currentIndex());
-        });
-    }
-    void set(const QString& field, int value) {
-        rig.after([&] {
-            rig.named<NumberField>(field).setValueByUser(value);
-            emit rig.named<NumberField>(field).letGo();
-        });
-    }
-    void click(const QString& button) {
-        rig.after([&] { rig.named<QToolButton>(button).click(); });
-    }
-    void undo() {
-        rig.after([&] { rig.models().edits.undo(); });
-    }
+    void pick(const QString& menu, const QString& item) { rig.pick(menu, item); }
+    void set(const QString& field, int value) { rig.set(field, value); }
+    void click(const QString& button) { rig.click(button); }
+    void undo() { rig.undo(); }
     // A configuration, from its translations as they are stored, becomes the chosen one.
     void configure(const MidiEvent& event, std::initializer_list<std::string> translations) {
         MidiEventConfiguration configuration(event);

@@ -24,7 +24,6 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
-#include <QWheelEvent>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -80,12 +79,7 @@ TEST_F(DesktopPanels, LayersAreAddedEditedAndUndone) {
 TEST_F(DesktopPanels, AFaderIsDraggedWheeledAndFollows) {
     auto* const volume = rig.window().controls().instrumentAt({0, 2});
     ASSERT_NE(volume, nullptr);
-    const QPointF middle = QRectF(volume->rect()).center();
-    const std::string played = rig.after([&] {
-        QWheelEvent wheel(middle, volume->mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(volume, &wheel);
-    });
+    const std::string played = rig.after([&] { DesktopRig::wheel(*volume, 1); });
     EXPECT_EQ(played, "0 B0 7 101");
     rig.backend.afterMidi(0xB0, 7, 33);
     rig.after([] {});

@@ -1,190 +1,264 @@
 #include "desktop/panels/ControlEditor.h"
 
 #include "desktop/Palette.h"
+#include "desktop/models/MessageTexts.h"
 #include "desktop/models/Models.h"
+#include "desktop/panels/ListChooser.h"
+#include "desktop/panels/ValueEventFields.h"
 #include "desktop/widgets/NumberField.h"
 
 #include <QGridLayout>
 #include <QLabel>
+#include <algorithm>
+#include <utility>
 
 namespace Desktop {
 
+using Backend::ValueEvent;
+using Backend::Controls::Control;
+using Backend::Controls::ControlType;
 using Backend::MidiEngine::MessageType;
 using Backend::MidiEngine::MidiMessage;
 
 namespace {
 
-constexpr MessageType eventTypes[]{
-    MessageType::none,          MessageType::noteOn,          MessageType::keyPressure, MessageType::controllerChange,
-    MessageType::programChange, MessageType::channelPressure, MessageType::pitchBend,   MessageType::songPosition,
-    MessageType::songSelect};
+constexpr int greatest = 16383;
 
-bool hasNumber(MessageType type) {
-    return type == MessageType::noteOn || type == MessageType::keyPressure || type == MessageType::controllerChange;
-}
-
-QString orDefault(int value) {
-    return value == 0 ? QObject::tr("default") : QString::number(value);
+// What the control goes up to follows what the message can carry, where it was all that the one before could.
+void fitRange(Control& control, std::int32_t before, std::int32_t now) {
+    if (before != now && now > 0 && control.min == 0 && control.max == std::max(before, 127)) {
+        control.max = now;
+        control.value = control.clamped(control.value);
+    }
 }
 
 } // namespace
 
 ControlEditor::ControlEditor(Models& models, QWidget* parent) : QWidget(parent), models_(models) {
-    auto* const table = new QGridLayout(this);
-    table->setContentsMargins(0, 0, 0, 0);
+    auto* const all = new QVBoxLayout(this);
+    all->setContentsMargins(0, 0, 0, 0);
+    all->setSpacing(grid(1));
+    makeSettings();
+    makeEvents();
+    connect(&models.playing, &PlayingModel::received, this, &ControlEditor::learned);
+    showControl({});
+}
+
+NumberField* ControlEditor::makeField(int min, int max, const QString& name, const QString& help) {
+    auto* const field = new NumberField(this);
+    field->setRange(min, max);
+    field->describe(name, help);
+    field->setFocusPolicy(Qt::StrongFocus);
+    connect(field, &NumberField::letGo, this, [this] { models_.edits.endOfGesture(); });
+    return field;
+}
+
+NumberField* ControlEditor::makeNumber(int min, int max, const QString& name, const QString& help,
+                                       std::function<void(Control&, int)> set) {
+    NumberField* const field = makeField(min, max, tr("%1 of the control").arg(name), help);
+    connect(field, &NumberField::moved, this, [this, set = std::move(set)](int value) {
+        change(tr("edit a control"), [&](Control& control) { set(control, value); });
+    });
+    return field;
+}
+
+void ControlEditor::makeSettings() {
+    auto* const table = new QGridLayout;
     table->setSpacing(grid(1));
-    const auto place = [&](int row, int column, const QString& caption, QWidget* widget, const QString& help) {
+    const auto place = [&](int row, int column, const QString& caption, QWidget* widget) {
         auto* const label = new QLabel(caption, this);
         label->setObjectName("Dim");
-        widget->setAccessibleName(tr("%1 of the control").arg(caption));
-        widget->setStatusTip(help);
         table->addWidget(label, row, column * 2);
         table->addWidget(widget, row, column * 2 + 1);
     };
-    const auto number = [&](int min, int max) {
-        auto* const field = new NumberField(this);
-        field->setRange(min, max);
-        connect(field, &NumberField::letGo, this, &ControlEditor::store);
-        return field;
-    };
     name_ = new QLineEdit(this);
-    connect(name_, &QLineEdit::editingFinished, this, &ControlEditor::store);
-    place(0, 0, tr("Name"), name_, tr("The caption of the control"));
+    name_->setAccessibleName(tr("Name of the control"));
+    name_->setStatusTip(tr("The caption of the control"));
+    connect(name_, &QLineEdit::editingFinished, this, [this] {
+        changeAlone(tr("name a control"), [this](Control& control) { control.name = name_->text().toStdString(); });
+    });
+    place(0, 0, tr("Name"), name_);
     type_ = new QComboBox(this);
     type_->addItems({tr("empty"), tr("number"), tr("upright fader"), tr("lying fader"), tr("knob"), tr("label")});
-    connect(type_, &QComboBox::activated, this, &ControlEditor::store);
-    place(0, 1, tr("Shape"), type_, tr("How it is drawn and moved"));
-    size_ = number(1, 8);
-    place(0, 2, tr("Size"), size_, tr("How many cells it spans"));
-    min_ = number(0, 16383);
-    place(1, 0, tr("From"), min_, tr("The value at its lower end"));
-    max_ = number(0, 16383);
-    place(1, 1, tr("To"), max_, tr("The value at its upper end; below the other it is upside down"));
-    springs_ = new QCheckBox(tr("springs back to"), this);
-    connect(springs_, &QCheckBox::clicked, this, &ControlEditor::store);
-    springs_->setAccessibleName(tr("The control springs back"));
-    release_ = number(0, 16383);
-    table->addWidget(springs_, 1, 4);
-    release_->setAccessibleName(tr("Value that the control springs back to"));
-    table->addWidget(release_, 1, 5);
-    event_ = new QComboBox(this);
-    event_->addItem(tr("sends nothing"));
-    for (std::size_t i = 1; i < std::size(eventTypes); ++i) {
-        event_->addItem(QString::fromStdString(MidiMessage::getEventNameStatic(eventTypes[i])));
+    type_->setAccessibleName(tr("Shape of the control"));
+    type_->setStatusTip(tr("How it is drawn and moved"));
+    connect(type_, &QComboBox::activated, this, [this](int kind) {
+        changeAlone(tr("shape a control"),
+                    [kind](Control& control) { control.type = ControlType(static_cast<ControlType::Kind>(kind)); });
+    });
+    place(0, 1, tr("Shape"), type_);
+    size_ = makeNumber(1, 8, tr("Size"), tr("How many cells it spans"),
+                       [](Control& control, int value) { control.size = value; });
+    place(0, 2, tr("Size"), size_);
+    row_ = makeField(1, 64, tr("Row of the control"), tr("Where it stands; a control that is there changes places"));
+    place(0, 3, tr("Row"), row_);
+    column_ =
+        makeField(1, 64, tr("Column of the control"), tr("Where it stands; a control that is there changes places"));
+    for (NumberField* const each : {row_, column_}) { // not past all that stands on the way
+        connect(each, &NumberField::letGo, this, [this] { moveTo({row_->value() - 1, column_->value() - 1}); });
     }
-    connect(event_, &QComboBox::activated, this, &ControlEditor::storeEvent);
-    place(2, 0, tr("Sends"), event_, tr("The message that carries its value"));
-    number_ = number(0, 127);
-    connect(number_, &NumberField::letGo, this, &ControlEditor::storeEvent);
-    place(2, 1, tr("Number"), number_, tr("Which controller or note"));
-    channel_ = number(0, 16);
-    channel_->setText(orDefault);
-    connect(channel_, &NumberField::letGo, this, &ControlEditor::storeEvent);
-    place(2, 2, tr("Channel"), channel_, tr("The channel it sends on"));
-    output_ = number(0, 64);
-    output_->setText(orDefault);
-    connect(output_, &NumberField::letGo, this, &ControlEditor::storeEvent);
-    place(3, 0, tr("Output"), output_, tr("The output it sends to"));
-    zone_ = number(0, 16);
-    zone_->setText(orDefault);
-    connect(zone_, &NumberField::letGo, this, &ControlEditor::storeEvent);
-    place(3, 1, tr("Zone"), zone_, tr("The zone it sends in"));
+    place(0, 4, tr("Column"), column_);
+    const auto setEnd = [](std::int32_t Control::*end) {
+        return [end](Control& control, int value) {
+            control.*end = value;
+            control.value = control.clamped(control.value);
+        };
+    };
+    min_ = makeNumber(0, greatest, tr("From"), tr("The value at its lower end"), setEnd(&Control::min));
+    place(1, 0, tr("From"), min_);
+    max_ = makeNumber(0, greatest, tr("To"), tr("The value at its upper end; below the other it is upside down"),
+                      setEnd(&Control::max));
+    place(1, 1, tr("To"), max_);
+    springs_ = new QCheckBox(tr("springs back to"), this);
+    springs_->setAccessibleName(tr("The control springs back"));
+    springs_->setStatusTip(tr("Let go, it returns to a value of its own"));
+    connect(springs_, &QCheckBox::clicked, this, [this](bool on) {
+        changeAlone(tr("edit a control"), [on](Control& control) {
+            control.release = on ? control.clamped(control.value) : Control::NO_RELEASE;
+        });
+    });
+    table->addWidget(springs_, 1, 4);
+    release_ = makeNumber(0, greatest, tr("Resting value"), tr("The value that it springs back to"),
+                          [](Control& control, int value) { control.release = value; });
+    table->addWidget(release_, 1, 5);
     autoSend_ = new QCheckBox(tr("sent at the start"), this);
     autoSend_->setAccessibleName(tr("The control is sent at the start"));
     autoSend_->setStatusTip(tr("Its value goes out once when the program starts"));
-    connect(autoSend_, &QCheckBox::clicked, this, &ControlEditor::store);
-    table->addWidget(autoSend_, 3, 4);
-    auto* const buttons = new QHBoxLayout;
+    connect(autoSend_, &QCheckBox::clicked, this,
+            [this](bool on) { changeAlone(tr("edit a control"), [on](Control& control) { control.autoSend = on; }); });
+    table->addWidget(autoSend_, 1, 6, 1, 2);
+    auto* const remove = new QPushButton(tr("remove"), this);
+    remove->setAccessibleName(tr("Remove the control"));
+    remove->setStatusTip(tr("Takes the control away"));
+    remove->setFocusPolicy(Qt::TabFocus);
+    connect(remove, &QPushButton::clicked, this, [this] { models_.controls.remove(cell_); });
+    table->addWidget(remove, 1, 8, 1, 2);
+    table->setColumnStretch(1, 1);
+    static_cast<QVBoxLayout*>(layout())->addLayout(table);
+}
+
+void ControlEditor::makeEvents() {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(grid(1));
+    auto* const caption = new QLabel(tr("Sends"), this);
+    caption->setObjectName("Dim");
+    row->addWidget(caption);
+    const QString role = tr(" of the control");
+    events_ = new ListChooser(tr("message"), role, tr("nothing"), this);
+    connect(events_, &ListChooser::chosen, this, [this] {
+        models_.edits.endOfGesture();
+        showControl(cell_);
+    });
+    connect(events_, &ListChooser::asked, this, [this](ListWork work) {
+        std::size_t place = events_->place();
+        changeAlone(tr("edit what a control sends"), [&](Control& control) {
+            doWork(work, control.events, place, &ValueEventFields::fresh);
+            events_->setPlace(place);
+        });
+    });
+    row->addWidget(events_, 1);
     learn_ = new QPushButton(tr("learn"), this);
     learn_->setCheckable(true);
     learn_->setAccessibleName(tr("Learn the message"));
     learn_->setStatusTip(tr("The next message that arrives becomes the one that this control sends"));
     learn_->setFocusPolicy(Qt::TabFocus);
-    connect(learn_, &QPushButton::clicked, this, &ControlEditor::learnAsked);
-    remove_ = new QPushButton(tr("remove"), this);
-    remove_->setAccessibleName(tr("Remove the control"));
-    remove_->setStatusTip(tr("Takes the control away"));
-    remove_->setFocusPolicy(Qt::TabFocus);
-    connect(remove_, &QPushButton::clicked, this, [this] { models_.controls.remove(cell_); });
-    buttons->addWidget(learn_);
-    buttons->addWidget(remove_);
-    table->addLayout(buttons, 3, 5);
-    showControl({});
+    connect(learn_, &QPushButton::toggled, this,
+            [this](bool on) { learn_->setText(on ? tr("waiting for a message…") : tr("learn")); });
+    row->addWidget(learn_);
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    event_ = new ValueEventFields(models_, role, this);
+    connect(event_, &ValueEventFields::edited, this, [this] {
+        change(tr("edit what a control sends"), [this](Control& control) {
+            if (events_->place() < control.events.size()) {
+                ValueEvent& event = control.events[events_->place()];
+                const std::int32_t before = event.greatestValue();
+                event = event_->event();
+                fitRange(control, before, event.greatestValue());
+            }
+        });
+    });
+    layout()->addWidget(event_);
 }
 
 void ControlEditor::setLearning(bool on) {
     learn_->setChecked(on);
 }
 
+void ControlEditor::learned(const Backend::MidiEngine::QelMidiMessage& message) {
+    ValueEvent event;
+    event.message = MidiMessage(message.getMessageType(), message.getD1());
+    // Clocks and active sensing arrive all the time; a Note Off belongs to the key that was meant.
+    if (!learn_->isChecked() || message.isNoteOff() || event.greatestValue() == 0) {
+        return;
+    }
+    learn_->setChecked(false);
+    changeAlone(tr("learn a message"), [&](Control& control) {
+        if (control.events.empty()) {
+            control.events.emplace_back();
+        }
+        ValueEvent& chosen = control.events[std::min(events_->place(), control.events.size() - 1)];
+        const std::int32_t before = chosen.greatestValue();
+        chosen.message = event.message;
+        fitRange(control, before, chosen.greatestValue());
+    });
+}
+
+void ControlEditor::change(const QString& text, const std::function<void(Control&)>& work) {
+    if (const Control* const control = models_.controls.map().find(cell_)) {
+        Control after = *control;
+        work(after);
+        models_.controls.put(text, after, true);
+        showControl(cell_);
+    }
+}
+
+void ControlEditor::changeAlone(const QString& text, const std::function<void(Control&)>& work) {
+    models_.edits.alone([&] { change(text, work); });
+}
+
+void ControlEditor::moveTo(const Cell& cell) {
+    if (!(cell == cell_) && models_.controls.map().find(cell_) != nullptr) {
+        const Cell from = std::exchange(cell_, cell);
+        models_.controls.moveTo(from, cell);
+        showControl(cell_);
+        emit cellChanged();
+    }
+}
+
 void ControlEditor::showControl(const Cell& cell) {
-    cell_ = cell;
-    const Backend::Controls::Control* const control = models_.controls.map().find(cell);
+    if (!(cell == cell_)) {
+        cell_ = cell;
+        events_->setPlace(0);
+        learn_->setChecked(false);
+        models_.edits.endOfGesture();
+        emit cellChanged();
+    }
+    const Control* const control = models_.controls.map().find(cell);
     setEnabled(control != nullptr);
     if (control == nullptr) {
         return;
     }
-    showing_ = true;
     name_->setText(QString::fromStdString(control->name));
     type_->setCurrentIndex(static_cast<int>(control->type.getKind()));
-    size_->setValue(control->size);
-    min_->setValue(control->min);
-    max_->setValue(control->max);
-    springs_->setChecked(control->release != Backend::Controls::Control::NO_RELEASE);
-    release_->setValue(std::max(0, control->release));
+    size_->showValue(1, 8, control->size);
+    row_->showValue(1, 64, cell.x + 1);
+    column_->showValue(1, 64, cell.y + 1);
+    min_->showValue(0, greatest, control->min);
+    max_->showValue(0, greatest, control->max);
+    const bool springs = control->release != Control::NO_RELEASE;
+    springs_->setChecked(springs);
+    release_->setEnabled(springs);
+    release_->showValue(0, greatest, springs ? control->release : 0);
     autoSend_->setChecked(control->autoSend);
-    const Backend::ValueEvent event = control->events.empty() ? Backend::ValueEvent{} : control->events.front();
-    const auto type = std::find(std::begin(eventTypes), std::end(eventTypes), event.message.getMessageType());
-    event_->setCurrentIndex(type == std::end(eventTypes) ? 0 : static_cast<int>(type - std::begin(eventTypes)));
-    number_->setValue(event.message.getD1());
-    number_->setEnabled(hasNumber(event.message.getMessageType()));
-    channel_->setValue(event.channel + 1);
-    output_->setValue(event.output + 1);
-    zone_->setValue(event.zone + 1);
-    showing_ = false;
-}
-
-void ControlEditor::store() {
-    const Backend::Controls::Control* const control = models_.controls.map().find(cell_);
-    if (showing_ || control == nullptr) {
-        return;
+    QStringList texts;
+    for (const ValueEvent& event : control->events) {
+        texts << kindText(event.message);
     }
-    Backend::Controls::Control after = *control;
-    after.name = name_->text().toStdString();
-    after.type =
-        Backend::Controls::ControlType(static_cast<Backend::Controls::ControlType::Kind>(type_->currentIndex()));
-    after.size = size_->value();
-    after.min = min_->value();
-    after.max = max_->value();
-    after.release = springs_->isChecked() ? release_->value() : Backend::Controls::Control::NO_RELEASE;
-    after.autoSend = autoSend_->isChecked();
-    after.value = after.clamped(after.value);
-    models_.controls.put(tr("edit a control"), after);
-}
-
-void ControlEditor::storeEvent() {
-    const Backend::Controls::Control* const control = models_.controls.map().find(cell_);
-    if (showing_ || control == nullptr) {
-        return;
+    events_->showThings(texts);
+    event_->setEnabled(!texts.isEmpty());
+    if (!texts.isEmpty()) {
+        event_->setEvent(control->events[events_->place()]);
     }
-    Backend::Controls::Control after = *control;
-    const MessageType type = eventTypes[event_->currentIndex()];
-    Backend::ValueEvent event;
-    event.message = MidiMessage(type, hasNumber(type) ? static_cast<std::int8_t>(number_->value()) : std::int8_t{0});
-    event.channel = static_cast<std::int8_t>(channel_->value() - 1);
-    event.output = static_cast<std::int8_t>(output_->value() - 1);
-    event.zone = static_cast<std::int8_t>(zone_->value() - 1);
-    if (after.events.empty()) {
-        after.events.push_back(event);
-    } else {
-        after.events.front() = event;
-    }
-    if (type == MessageType::none) {
-        after.events.erase(after.events.begin());
-    }
-    if (type == MessageType::pitchBend && after.min == 0 && after.max == 127) {
-        after.max = 16383;
-    }
-    models_.controls.put(tr("edit what a control sends"), after);
 }
 
 } // namespace Desktop

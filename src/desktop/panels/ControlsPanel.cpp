@@ -4,6 +4,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/ControlEditor.h"
+#include "desktop/panels/ValueEventFields.h"
 #include "desktop/widgets/ElidedLabel.h"
 #include "desktop/widgets/Fader.h"
 #include "desktop/widgets/Knob.h"
@@ -19,6 +20,15 @@ namespace Desktop {
 
 using Backend::Controls::Control;
 using Backend::Controls::ControlType;
+
+namespace {
+constexpr int mostCells = 64; // of a size, and to the right and downward
+
+// Controls without a place, or far away, are there and not drawn.
+bool isDrawn(const Cell& cell) {
+    return cell.x >= 0 && cell.y >= 0 && cell.x < mostCells && cell.y < mostCells;
+}
+} // namespace
 
 ControlsPanel::ControlsPanel(Models& models, QWidget* parent)
     : PanelFrame(Gui::Panel::control, tr("Controls"),
@@ -45,26 +55,10 @@ ControlsPanel::ControlsPanel(Models& models, QWidget* parent)
         shape_.clear();
         refresh();
     });
-    connect(editor_, &ControlEditor::learnAsked, this, [this] { learn(editor_->cell()); });
+    connect(editor_, &ControlEditor::cellChanged, this, &ControlsPanel::showEdited);
     connect(&models.controls, &Model::changed, this, &ControlsPanel::refresh);
     connect(&models.controls, &ControlsModel::valueMoved, this, &ControlsPanel::moved);
     connect(&models.controls, &ControlsModel::focusAsked, this, &ControlsPanel::focusControl);
-    connect(&models.playing, &PlayingModel::received, this, [this](const Backend::MidiEngine::QelMidiMessage& message) {
-        const Control* const control = this->models().controls.map().find(learning_);
-        if (control == nullptr || message.isNoteOff() || static_cast<int>(message.getMessageType()) >= 0xF8) {
-            return;
-        }
-        Control after = *control;
-        Backend::ValueEvent event;
-        event.message = Backend::MidiEngine::MidiMessage(message.getMessageType(), message.getD1());
-        after.events = {event};
-        if (message.isPitchBend()) {
-            after.max = 16383;
-        }
-        learning_ = {};
-        editor_->setLearning(false);
-        this->models().controls.put(tr("learn a message"), after);
-    });
     setPresets(
         {"Control Presets", [this] { return this->models().controls.map().presetName; },
          [this](const std::string& name) { this->models().controls.loadPreset(name); },
@@ -90,10 +84,16 @@ ControlsPanel::ControlsPanel(Models& models, QWidget* parent)
     refresh();
 }
 
-void ControlsPanel::learn(const Cell& cell) {
-    learning_ = learning_ == cell ? Cell{} : cell;
-    editor_->setLearning(learning_ == cell);
-    line_->setText(learning_ == cell ? tr("Move something on your MIDI device ...") : QString());
+void ControlsPanel::showEdited() {
+    for (const auto& [cell, button] : captions_) {
+        button->setChecked(cell == editor_->cell());
+    }
+}
+
+void ControlsPanel::edit(const Cell& cell) {
+    models().controls.select({cell});
+    editor_->showControl(cell);
+    showEdited(); // also when it was that one
 }
 
 ValueInstrument* ControlsPanel::instrumentAt(const Cell& cell) const {
@@ -134,22 +134,25 @@ void ControlsPanel::refresh() {
                      .arg(control.max)
                      .arg(control.release)
                      .arg(QString::fromStdString(control.name) + models().controls.textOf(control));
-        rows = std::max(rows, cell.x + 1);
-        columns = std::max(columns, cell.y + 1);
+        if (isDrawn(cell)) {
+            rows = std::max(rows, cell.x + 1);
+            columns = std::max(columns, cell.y + 1);
+        }
     }
     showPresetName();
     if (shape != shape_) {
         shape_ = shape;
         instruments_.clear();
         values_.clear();
+        captions_.clear();
         delete surface_;
         surface_ = new QWidget(holder_);
         auto* const table = new QGridLayout(surface_);
         table->setContentsMargins(0, 0, 0, 0);
         table->setSpacing(grid(2));
         for (const auto& [cell, control] : models().controls.map()) {
-            if (cell.x >= 0 && cell.y >= 0) {
-                addControl(control, rows);
+            if (isDrawn(cell)) {
+                addControl(control);
             }
         }
         if (edit_->isChecked()) {
@@ -157,13 +160,14 @@ void ControlsPanel::refresh() {
             for (int row = 0; row <= rows; ++row) {
                 for (int column = 0; column <= last; ++column) {
                     if (table->itemAtPosition(row, column) == nullptr) {
-                        auto* const add = makeButton("+", tr("Add a control at %1,%2").arg(row).arg(column),
+                        auto* const add = makeButton("+", tr("Add a control at %1,%2").arg(row + 1).arg(column + 1),
                                                      tr("Adds a control here"), surface_);
                         connect(add, &QToolButton::clicked, this, [this, row, column] {
                             Control control{Cell{row, column}};
                             control.type = ControlType(ControlType::Kind::knob);
+                            control.events.push_back(ValueEventFields::fresh());
                             models().controls.put(tr("add a control"), control);
-                            editor_->showControl(control.cell);
+                            edit(control.cell);
                         });
                         table->addWidget(add, row, column, Qt::AlignCenter);
                     }
@@ -175,6 +179,7 @@ void ControlsPanel::refresh() {
         static_cast<QVBoxLayout*>(holder_->layout())->addWidget(surface_);
         surface_->show();
         editor_->showControl(editor_->cell());
+        showEdited();
     }
     for (const auto& [cell, control] : models().controls.map()) {
         moved(cell, control.value);
@@ -191,7 +196,7 @@ void ControlsPanel::refresh() {
     }
 }
 
-void ControlsPanel::addControl(const Control& control, int) {
+void ControlsPanel::addControl(const Control& control) {
     auto* const box = new QWidget(surface_);
     auto* const column = new QVBoxLayout(box);
     column->setContentsMargins(0, 0, 0, 0);
@@ -199,10 +204,8 @@ void ControlsPanel::addControl(const Control& control, int) {
     const Cell cell = control.cell;
     const QString name = QString::fromStdString(control.name);
     const ControlType::Kind kind = control.type.getKind();
-    auto* const caption = new QLabel(name, box);
-    caption->setObjectName("Caption");
-    caption->setAlignment(Qt::AlignCenter);
-    if (!name.isEmpty() && kind != ControlType::Kind::edit) {
+    QWidget* const caption = makeCaption(control, box);
+    if (caption != nullptr && kind != ControlType::Kind::edit) {
         column->addWidget(caption);
     }
     ValueInstrument* instrument = nullptr;
@@ -234,14 +237,12 @@ void ControlsPanel::addControl(const Control& control, int) {
             instrument->setResting(control.release);
         }
         const QString text = models().controls.textOf(control);
-        instrument->describe(name.isEmpty() ? tr("Control %1,%2").arg(cell.x).arg(cell.y) : name, name + "   " + text);
+        instrument->describe(name.isEmpty() ? tr("Control %1,%2").arg(cell.x + 1).arg(cell.y + 1) : name,
+                             name + "   " + text);
         connect(instrument, &ValueInstrument::moved, this,
                 [this, cell](int value) { models().controls.move(cell, value); });
         connect(instrument, &ValueInstrument::letGo, this, [this, cell] { models().controls.release(cell); });
-        connect(instrument, &ValueInstrument::pressed, this, [this, cell] {
-            models().controls.select({cell});
-            editor_->showControl(cell);
-        });
+        connect(instrument, &ValueInstrument::pressed, this, [this, cell] { edit(cell); });
         connect(instrument, &ValueInstrument::menuAsked, this,
                 [this, cell](QPoint where) { controlMenu(cell, where); });
         column->addWidget(instrument, kind == ControlType::Kind::vfader ? 1 : 0, Qt::AlignHCenter);
@@ -254,14 +255,38 @@ void ControlsPanel::addControl(const Control& control, int) {
             values_[cell] = value;
         }
     }
-    if (kind == ControlType::Kind::edit && !name.isEmpty()) {
+    if (caption != nullptr && kind == ControlType::Kind::edit) {
         column->addWidget(caption);
     }
     auto* const table = static_cast<QGridLayout*>(surface_->layout());
     const bool upright = kind == ControlType::Kind::vfader;
-    table->addWidget(box, cell.x, cell.y, upright ? std::max(1, control.size) : 1,
-                     kind == ControlType::Kind::hfader ? std::max(1, control.size) : 1,
+    const int size = std::clamp(control.size, 1, mostCells);
+    table->addWidget(box, cell.x, cell.y, upright ? size : 1, upright ? 1 : size,
                      upright ? Qt::Alignment() : Qt::AlignCenter);
+}
+
+// The name; while controls are edited a button that chooses this one, so that those without a handle can be chosen,
+// too.
+QWidget* ControlsPanel::makeCaption(const Control& control, QWidget* box) {
+    const QString name = QString::fromStdString(control.name);
+    const QString place = tr("%1,%2").arg(control.cell.x + 1).arg(control.cell.y + 1);
+    if (edit_->isChecked()) {
+        QToolButton* const button =
+            makeButton(name.isEmpty() ? place : name, tr("Edit the control %1").arg(name.isEmpty() ? place : name),
+                       tr("Shows the settings of this control below"), box);
+        button->setCheckable(true);
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        connect(button, &QToolButton::clicked, this, [this, cell = control.cell] { edit(cell); });
+        captions_[control.cell] = button;
+        return button;
+    }
+    if (name.isEmpty()) {
+        return nullptr;
+    }
+    auto* const label = new QLabel(name, box);
+    label->setObjectName("Caption");
+    label->setAlignment(Qt::AlignCenter);
+    return label;
 }
 
 void ControlsPanel::controlMenu(const Cell& cell, const QPoint& where) {
@@ -274,7 +299,7 @@ void ControlsPanel::controlMenu(const Cell& cell, const QPoint& where) {
     menu.addAction(tr("Learn"), this, [this, cell] {
         edit_->setChecked(true);
         editor_->showControl(cell);
-        learn(cell);
+        editor_->setLearning(true);
     });
     QMenu* const move = menu.addMenu(tr("Move"));
     const auto to = [&](const QString& text, int rows, int columns) {

@@ -24,9 +24,11 @@ public:
 
 private:
     void refresh();
-    void addControl(const Backend::Controls::Control& control, int tallest);
+    void addControl(const Backend::Controls::Control& control);
+    [[nodiscard]] QWidget* makeCaption(const Backend::Controls::Control& control, QWidget* box); // null: none
+    void edit(const Cell& cell);
+    void showEdited(); // which one it is
     void controlMenu(const Cell& cell, const QPoint& where);
-    void learn(const Cell& cell);
     void moved(const Cell& cell, int value);
 
     QWidget* surface_ = nullptr;
@@ -36,8 +38,8 @@ private:
     ControlEditor* editor_;
     std::map<Cell, ValueInstrument*> instruments_;
     std::map<Cell, QLabel*> values_;
-    QString shape_; // of the grid as it was built
-    Cell learning_;
+    std::map<Cell, QToolButton*> captions_; // while they are edited
+    QString shape_;                         // of the grid as it was built
 };
 
 } // namespace Desktop

@@ -3,110 +3,43 @@
 #include "core/QelIF.h"
 #include "desktop/Palette.h"
 #include "desktop/models/ActionTexts.h"
+#include "desktop/models/MessageTexts.h"
 #include "desktop/models/Models.h"
-#include "desktop/panels/FunctionForm.h"
+#include "desktop/panels/EntriesEditor.h"
+#include "desktop/panels/ListChooser.h"
+#include "desktop/panels/ValueEventFields.h"
 #include "desktop/widgets/ColumnArea.h"
 #include "desktop/widgets/JoystickView.h"
 #include "desktop/widgets/MenuBox.h"
 #include "desktop/widgets/NumberField.h"
 #include "input/JoystickMessageManager.h"
 
-#include <QGridLayout>
+#include <algorithm>
+#include <initializer_list>
 
 namespace Desktop {
 
 using namespace Backend::Joystick;
-using Backend::MidiEngine::MessageType;
-using Backend::MidiEngine::MidiMessage;
-
-namespace {
-constexpr MessageType axisEvents[]{MessageType::none, MessageType::controllerChange, MessageType::pitchBend,
-                                   MessageType::channelPressure, MessageType::programChange};
-}
 
 JoystickPanel::JoystickPanel(Models& models, QWidget* parent)
     : PanelFrame(Gui::Panel::joystick, tr("Joystick"), tr("What sticks and buttons do"), models, parent) {
     view_ = new JoystickView(models.joysticks, this);
     view_->describe(tr("How the joystick stands"), tr("Its axes and its buttons, as they are now"));
-    auto* const table = new QGridLayout;
-    table->setHorizontalSpacing(grid(2));
-    table->setVerticalSpacing(grid(1));
-    const auto place = [&](int row, int column, const QString& caption, QWidget* widget, const QString& help) {
-        auto* const label = new QLabel(caption, this);
-        label->setObjectName("Dim");
-        widget->setAccessibleName(caption);
-        widget->setStatusTip(help);
-        widget->setFocusPolicy(Qt::TabFocus);
-        table->addWidget(label, row, column * 2);
-        table->addWidget(widget, row, column * 2 + 1);
-    };
-    const auto box = [&](const QStringList& items) {
-        auto* const made = makeMenu({}, {}, this);
-        made->addItems(items);
-        return made;
-    };
-    const auto field = [&](int min, int max) {
-        auto* const made = new NumberField(this);
-        made->setRange(min, max);
-        return made;
-    };
-    joystick_ = box({"1", "2"});
-    place(0, 0, tr("Joystick"), joystick_, tr("Which of the two"));
-    axis_ = box({"X", "Y", "Z", "U", "V", "R"});
-    place(0, 1, tr("Axis"), axis_, tr("The axis whose message is set here"));
-    event_ = box(
-        {tr("sends nothing"), tr("Controller Change"), tr("Pitch Bend"), tr("Channel Pressure"), tr("Program Change")});
-    place(1, 0, tr("Sends"), event_, tr("The message that carries the position of the axis"));
-    number_ = field(0, 127);
-    place(1, 1, tr("Controller"), number_, tr("Which controller the axis sends"));
-    min_ = field(0, 16383);
-    place(2, 0, tr("From"), min_, tr("The value at one end of the axis"));
-    max_ = field(0, 16383);
-    place(2, 1, tr("To"), max_, tr("The value at the other end; below it, it is mirrored"));
-    button_ = field(0, 31);
-    button_->setText([](int button) { return QString::number(button + 1); });
-    place(3, 0, tr("Button"), button_, tr("The button whose functions are set here"));
-    table->setColumnStretch(1, 1);
-    table->setColumnStretch(3, 1);
     auto* const area = new ColumnArea(this);
     auto* const content = new QWidget(area);
-    auto* const column = new QVBoxLayout(content);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(grid(2));
+    column_ = new QVBoxLayout(content);
+    column_->setContentsMargins(0, 0, 0, 0);
+    column_->setSpacing(grid(2));
     area->setWidget(content);
     body().addWidget(area);
-    column->addWidget(view_);
+    column_->addWidget(view_);
     line_ = new QLabel(this);
     line_->setObjectName("Dim");
     line_->setWordWrap(true);
-    column->addWidget(line_);
-    column->addLayout(table);
-    auto* const forms = new QHBoxLayout;
-    forms->setSpacing(grid(2));
-    const auto form = [&](const QString& title, const QString& role) {
-        auto* const side = new QVBoxLayout;
-        auto* const label = new QLabel(title, this);
-        label->setObjectName("PanelTitle");
-        side->addWidget(label);
-        auto* const made = new FunctionForm(this->models(), role, this);
-        side->addWidget(made);
-        side->addStretch(1);
-        forms->addLayout(side, 1);
-        return made;
-    };
-    down_ = form(tr("Button down"), tr("when the button goes down"));
-    up_ = form(tr("Button up"), tr("when the button comes up"));
-    column->addLayout(forms);
-    column->addStretch(1);
-    connect(joystick_, &QComboBox::activated, this, &JoystickPanel::refresh);
-    connect(axis_, &QComboBox::activated, this, &JoystickPanel::refresh);
-    connect(button_, &NumberField::moved, this, &JoystickPanel::refresh);
-    connect(event_, &QComboBox::activated, this, &JoystickPanel::storeAxis);
-    for (NumberField* const each : {number_, min_, max_}) {
-        connect(each, &NumberField::letGo, this, &JoystickPanel::storeAxis);
-    }
-    connect(down_, &FunctionForm::edited, this, &JoystickPanel::storeButton);
-    connect(up_, &FunctionForm::edited, this, &JoystickPanel::storeButton);
+    column_->addWidget(line_);
+    makeAxis();
+    makeButtons();
+    column_->addStretch(1);
     connect(&models.joysticks, &Model::changed, this, &JoystickPanel::refresh);
     setPresets(
         {"Joystick Presets", [this] { return this->models().joysticks.map().presetName; },
@@ -140,28 +73,120 @@ JoystickPanel::JoystickPanel(Models& models, QWidget* parent)
     refresh();
 }
 
+void JoystickPanel::makeAxis() {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(grid(1));
+    const auto place = [&](QHBoxLayout& where, const QString& caption, QWidget* widget) {
+        auto* const label = new QLabel(caption, this);
+        label->setObjectName("Dim");
+        where.addWidget(label);
+        where.addWidget(widget);
+    };
+    const auto menu = [&](const QStringList& items, const QString& name, const QString& help) {
+        QComboBox* const made = makeMenu(name, help, this);
+        made->addItems(items);
+        connect(made, &QComboBox::activated, this, &JoystickPanel::showOther);
+        return made;
+    };
+    joystick_ = menu({"1", "2"}, tr("Joystick"), tr("Which of the two"));
+    place(*row, tr("Joystick"), joystick_);
+    axis_ = menu({"X", "Y", "Z", "U", "V", "R"}, tr("Axis"), tr("The axis whose messages are set here"));
+    place(*row, tr("Axis"), axis_);
+    events_ = new ListChooser(tr("message"), tr(" of the axis"), tr("sends nothing"), this);
+    connect(events_, &ListChooser::chosen, this, [this] {
+        models().edits.endOfGesture();
+        refresh();
+    });
+    connect(events_, &ListChooser::asked, this, [this](ListWork work) {
+        std::size_t chosen = events_->place();
+        changeAxis([&](std::vector<AxisEvent>& events) {
+            doWork(work, events, chosen, [] { return AxisEvent{ValueEventFields::fresh()}; });
+            events_->setPlace(chosen);
+        });
+    });
+    row->addWidget(events_, 1);
+    column_->addLayout(row);
+    event_ = new ValueEventFields(models(), tr(" of the axis"), this);
+    connect(event_, &ValueEventFields::edited, this, [this] {
+        changeAxisEvent([this](AxisEvent& event) {
+            const std::int32_t before = event.event.greatestValue();
+            event.event = event_->event();
+            if (event.max == before) { // all that it can carry, as before
+                event.max = event.event.greatestValue();
+            }
+        });
+    });
+    column_->addWidget(event_);
+    auto* const ends = new QHBoxLayout;
+    ends->setSpacing(grid(1));
+    const auto field = [&](const QString& caption, const QString& name, const QString& help,
+                           std::int32_t AxisEvent::*which) {
+        auto* const made = new NumberField(this);
+        made->describe(name, help);
+        connect(made, &NumberField::moved, this,
+                [this, which](int value) { changeAxisEvent([=](AxisEvent& event) { event.*which = value; }); });
+        connect(made, &NumberField::letGo, this, [this] { models().edits.endOfGesture(); });
+        place(*ends, caption, made);
+        return made;
+    };
+    min_ = field(tr("From"), tr("From"), tr("The value at one end of the axis"), &AxisEvent::min);
+    max_ = field(tr("To"), tr("To"), tr("The value at the other end; below the first it is mirrored"), &AxisEvent::max);
+    offset_ = field(tr("plus"), tr("Offset"), tr("Added to each value"), &AxisEvent::offset);
+    ends->addStretch(1);
+    column_->addLayout(ends);
+}
+
+void JoystickPanel::makeButtons() {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(grid(1));
+    auto* const caption = new QLabel(tr("Button"), this);
+    caption->setObjectName("Dim");
+    row->addWidget(caption);
+    button_ = new NumberField(this);
+    button_->setRange(0, JoystickModel::buttons - 1);
+    button_->setText([](int button) { return QString::number(button + 1); });
+    button_->describe(tr("Button"), tr("The button whose functions are set here"));
+    connect(button_, &NumberField::moved, this, &JoystickPanel::showOther);
+    row->addWidget(button_);
+    row->addStretch(1);
+    column_->addLayout(row);
+    entries_ = new EntriesEditor(models(), tr("button"), this);
+    connect(entries_, &EntriesEditor::edited, this, [this] {
+        models().joysticks.putButton({{joystick_->currentIndex(), button_->value()}, entries_->entries()});
+    });
+    column_->addWidget(entries_);
+}
+
+void JoystickPanel::showOther() {
+    events_->setPlace(0);
+    entries_->startOver();
+    refresh();
+}
+
 void JoystickPanel::refresh() {
-    if (storing_) {
-        return;
-    }
+    const JoystickMap& map = models().joysticks.map();
     const int joystick = joystick_->currentIndex();
     view_->setJoystick(joystick);
-    const AxisConfiguration* const axis = models().joysticks.map().axes.find({joystick, axis_->currentIndex()});
-    const AxisEvent event = axis != nullptr && !axis->events.empty() ? axis->events.front() : AxisEvent{};
-    const auto type = std::find(std::begin(axisEvents), std::end(axisEvents), event.event.message.getMessageType());
-    event_->setCurrentIndex(type == std::end(axisEvents) ? 0 : static_cast<int>(type - std::begin(axisEvents)));
-    number_->setValue(event.event.message.getD1());
-    min_->setValue(event.min);
-    max_->setValue(event.max);
-    const JoystickButtonConfiguration* const button =
-        models().joysticks.map().buttons.find({joystick, button_->value()});
-    const Backend::ComputerInput::FunctionEntry entry = button != nullptr && !button->entries.empty()
-                                                            ? button->entries.front()
-                                                            : Backend::ComputerInput::FunctionEntry{};
-    down_->setFunction(entry.down);
-    up_->setFunction(entry.up);
+    const AxisConfiguration* const axis = map.axes.find({joystick, axis_->currentIndex()});
+    QStringList texts;
+    if (axis != nullptr) {
+        for (const AxisEvent& event : axis->events) {
+            texts << kindText(event.event.message);
+        }
+    }
+    events_->showThings(texts);
+    const AxisEvent event = texts.isEmpty() ? AxisEvent{} : axis->events[events_->place()];
+    event_->setEvent(event.event);
+    const int most = std::max(127, event.event.greatestValue());
+    min_->showValue(0, most, event.min);
+    max_->showValue(0, most, event.max);
+    offset_->showValue(-most, most, event.offset);
+    for (QWidget* const each : std::initializer_list<QWidget*>{event_, min_, max_, offset_}) {
+        each->setEnabled(!texts.isEmpty());
+    }
+    const JoystickButtonConfiguration* const button = map.buttons.find({joystick, button_->value()});
+    entries_->setEntries(button != nullptr ? button->entries : std::vector<Backend::ComputerInput::FunctionEntry>{});
     line_->setText(mappings());
-    number_->setEnabled(event.event.message.isControllerChange());
     showPresetName();
 }
 
@@ -192,25 +217,24 @@ QString JoystickPanel::mappings() {
                            : parts.join(" · ");
 }
 
-void JoystickPanel::storeAxis() {
-    AxisConfiguration axis{{joystick_->currentIndex(), axis_->currentIndex()}};
-    const MessageType type = axisEvents[event_->currentIndex()];
-    if (type != MessageType::none) {
-        AxisEvent event;
-        event.event.message =
-            MidiMessage(type, static_cast<std::int8_t>(type == MessageType::controllerChange ? number_->value() : 0));
-        event.min = min_->value();
-        event.max = type == MessageType::pitchBend && max_->value() == 127 ? 16383 : max_->value();
-        axis.events.push_back(event);
-    }
-    models().joysticks.putAxis(axis);
+void JoystickPanel::changeAxis(const std::function<void(std::vector<AxisEvent>&)>& work) {
+    const JoyAxisElementId id{joystick_->currentIndex(), axis_->currentIndex()};
+    const AxisConfiguration* const now = models().joysticks.map().axes.find(id);
+    AxisConfiguration after = now != nullptr ? *now : AxisConfiguration{id};
+    models().edits.alone([&] {
+        work(after.events);
+        models().joysticks.putAxis(after);
+    });
 }
 
-void JoystickPanel::storeButton() {
-    storing_ = true;
-    models().joysticks.putButton(
-        {{joystick_->currentIndex(), button_->value()}, {{false, down_->function(), up_->function()}}});
-    storing_ = false;
+void JoystickPanel::changeAxisEvent(const std::function<void(AxisEvent&)>& work) {
+    const AxisConfiguration* const now =
+        models().joysticks.map().axes.find({joystick_->currentIndex(), axis_->currentIndex()});
+    if (now != nullptr && events_->place() < now->events.size()) {
+        AxisConfiguration after = *now;
+        work(after.events[events_->place()]);
+        models().joysticks.putAxis(after);
+    }
 }
 
 } // namespace Desktop

@@ -5,7 +5,7 @@
 #include "desktop/Palette.h"
 #include "desktop/Reach.h"
 #include "desktop/models/Models.h"
-#include "desktop/panels/FunctionForm.h"
+#include "desktop/panels/EntriesEditor.h"
 #include "desktop/widgets/ComputerKeyboard.h"
 #include "desktop/widgets/ElidedLabel.h"
 #include "input/ComputerInputMessageManager.h"
@@ -70,72 +70,29 @@ KeysPanel::KeysPanel(Models& models, QWidget* parent)
     line_->setObjectName("Dim");
     body().addWidget(line_);
 
-    editor_ = new QWidget(this);
-    auto* const columns = new QHBoxLayout(editor_);
-    columns->setContentsMargins(0, 0, 0, 0);
-    columns->setSpacing(grid(3));
-    const auto column = [&](const QString& title, FunctionForm*& form, const QString& role) {
-        auto* const box = new QVBoxLayout;
-        auto* const label = new QLabel(title, editor_);
-        label->setObjectName("PanelTitle");
-        box->addWidget(label);
-        form = new FunctionForm(models, role, editor_);
-        box->addWidget(form);
-        box->addStretch(1);
-        columns->addLayout(box, 1);
-        connect(form, &FunctionForm::edited, this, &KeysPanel::store);
-    };
-    column(tr("Down"), down_, tr("when the key goes down"));
-    column(tr("Up"), up_, tr("when the key comes up"));
-    auto* const options = new QVBoxLayout;
-    const auto check = [&](const QString& text, const QString& help) {
-        auto* const box = new QCheckBox(text, editor_);
-        box->setAccessibleName(text);
-        box->setStatusTip(help);
-        options->addWidget(box);
-        return box;
-    };
-    keepSending_ = check(tr("keep sending"), tr("Goes on doing what it does going down, while the key is held"));
-    global_ = check(tr("global"), tr("Plays also while another program has the keyboard, when global keys are on"));
-    connect(keepSending_, &QCheckBox::clicked, this, &KeysPanel::store);
-    connect(global_, &QCheckBox::clicked, this, &KeysPanel::store);
-    shift_ = check(tr("with Shift"), tr("Edits what the key does together with Shift"));
-    control_ = check(tr("with Control"), tr("Edits what the key does together with Control"));
-    alt_ = check(tr("with Alt"), tr("Edits what the key does together with Alt"));
-    for (QCheckBox* const each : {shift_, control_, alt_}) {
-        connect(each, &QCheckBox::clicked, this, &KeysPanel::showKey);
-    }
-    auto* const tryOut = new QPushButton(tr("try it"), editor_);
-    tryOut->setAccessibleName(tr("Try the key"));
-    tryOut->setStatusTip(tr("Does what the key does, for as long as it is held"));
-    tryOut->setFocusPolicy(Qt::TabFocus);
-    connect(tryOut, &QPushButton::pressed, this, [this] { this->models().backend().postKeyDown(key(), false); });
-    connect(tryOut, &QPushButton::released, this, [this] { this->models().backend().postKeyUp(key()); });
-    options->addWidget(tryOut);
-    options->addStretch(1);
-    columns->addLayout(options);
-    editor_->hide();
-    body().addWidget(editor_);
-
+    makeEditor();
     QToolButton* const edit =
         makeButton("✎", tr("Edit the keys"), tr("Opens and closes the editor of the chosen key"), this);
     edit->setCheckable(true);
-    connect(edit, &QToolButton::toggled, editor_, &QWidget::setVisible);
+    connect(edit, &QToolButton::toggled, this, [this](bool on) {
+        editor_->setVisible(on);
+        showKey();
+    });
     addHeadWidget(edit);
-    connect(keyboard_, &ComputerKeyboard::chosen, this, &KeysPanel::showKey);
+    connect(keyboard_, &ComputerKeyboard::chosen, this, &KeysPanel::showOther);
     connect(keyboard_, &ComputerKeyboard::activated, this, [this, edit](std::uint32_t) {
         edit->setChecked(true);
-        showKey();
-        down_->setFocus(Qt::TabFocusReason);
+        showOther();
+        entries_->takeFocus();
     });
     connect(keyboard_, &ComputerKeyboard::menuAsked, this, &KeysPanel::keyMenu);
     connect(&models.keys, &Model::changed, this, &KeysPanel::refresh);
     connect(&models.zones, &Model::changed, this, &KeysPanel::refresh);
     connect(&models.keys, &KeysModel::keyMoved, keyboard_, [this](std::uint32_t code, bool down) {
         keyboard_->setDown(code, down);
-        if (down) {
+        if (down && keyboard_->selected() != code) {
             keyboard_->select(code);
-            showKey();
+            showOther();
         }
     });
     for (const auto& [code, text] : keyLegends()) {
@@ -163,6 +120,46 @@ KeysPanel::KeysPanel(Models& models, QWidget* parent)
                         name, idsAt(this->models().keys.map(), places, byCode));
                 }});
     refresh();
+}
+
+void KeysPanel::makeEditor() {
+    editor_ = new QWidget(this);
+    auto* const columns = new QHBoxLayout(editor_);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setSpacing(grid(3));
+    entries_ = new EntriesEditor(models(), tr("key"), editor_);
+    connect(entries_, &EntriesEditor::edited, this, &KeysPanel::store);
+    columns->addWidget(entries_, 1);
+    auto* const options = new QVBoxLayout;
+    const auto check = [&](const QString& text, const QString& help) {
+        auto* const box = new QCheckBox(text, editor_);
+        box->setAccessibleName(text);
+        box->setStatusTip(help);
+        options->addWidget(box);
+        return box;
+    };
+    global_ = check(tr("global"), tr("Plays also while another program has the keyboard, when global keys are on"));
+    connect(global_, &QCheckBox::clicked, this, [this] { models().edits.alone([this] { store(); }); });
+    shift_ = check(tr("with Shift"), tr("Edits what the key does together with Shift"));
+    control_ = check(tr("with Control"), tr("Edits what the key does together with Control"));
+    alt_ = check(tr("with Alt"), tr("Edits what the key does together with Alt"));
+    for (QCheckBox* const each : {shift_, control_, alt_}) {
+        connect(each, &QCheckBox::clicked, this, &KeysPanel::showOther);
+    }
+    useKeyUpMod_ = check(tr("modifiers count at release"),
+                         tr("Of all keys: what a key does coming up goes by the modifiers that are held then"));
+    connect(useKeyUpMod_, &QCheckBox::clicked, this, [this](bool on) { models().keys.setUseKeyUpMod(on); });
+    auto* const tryOut = new QPushButton(tr("try it"), editor_);
+    tryOut->setAccessibleName(tr("Try the key"));
+    tryOut->setStatusTip(tr("Does what the key does, for as long as it is held"));
+    tryOut->setFocusPolicy(Qt::TabFocus);
+    connect(tryOut, &QPushButton::pressed, this, [this] { models().backend().postKeyDown(key(), false); });
+    connect(tryOut, &QPushButton::released, this, [this] { models().backend().postKeyUp(key()); });
+    options->addWidget(tryOut);
+    options->addStretch(1);
+    columns->addLayout(options);
+    editor_->hide();
+    body().addWidget(editor_);
 }
 
 Key KeysPanel::key() const {
@@ -208,9 +205,7 @@ void KeysPanel::refresh() {
     }
     keyboard_->setFaces(std::move(faces));
     showPresetName();
-    if (!storing_) {
-        showKey();
-    }
+    showKey();
 }
 
 void KeysPanel::showKey() {
@@ -218,28 +213,26 @@ void KeysPanel::showKey() {
     const QString text = models().keys.longText(now);
     line_->setText(QString::fromStdString(now.getName()) + "   " + (text.isEmpty() ? tr("does nothing") : text));
     const KeyConfiguration* const found = models().keys.find(now);
-    const FunctionEntry entry = found != nullptr && !found->entries.empty() ? found->entries.front() : FunctionEntry{};
-    down_->setFunction(entry.down);
-    up_->setFunction(entry.up);
-    keepSending_->setChecked(entry.keepSending);
+    if (!editor_->isVisibleTo(this)) { // its forms are made anew for each key
+        return;
+    }
+    entries_->setEntries(found != nullptr ? found->entries : std::vector<FunctionEntry>{});
     global_->setChecked(found == nullptr || found->global);
+    useKeyUpMod_->setChecked(models().keys.map().useKeyUpMod);
+}
+
+void KeysPanel::showOther() {
+    entries_->startOver();
+    showKey();
 }
 
 void KeysPanel::store() {
     const Key now = key();
     const KeyConfiguration* const found = models().keys.find(now);
     KeyConfiguration after = found != nullptr ? *found : KeyConfiguration{now};
-    FunctionEntry entry{keepSending_->isChecked(), down_->function(), up_->function()};
-    if (after.entries.empty()) {
-        after.entries.push_back(entry);
-    } else {
-        after.entries.front() = entry;
-    }
+    after.entries = entries_->entries();
     after.global = global_->isChecked();
-    storing_ = true;
-    models().keys.put(tr("edit the key %1").arg(QString::fromStdString(now.getName())), {after});
-    storing_ = false;
-    line_->setText(QString::fromStdString(now.getName()) + "   " + models().keys.longText(now));
+    models().keys.put(tr("edit the key %1").arg(QString::fromStdString(now.getName())), {after}, true);
 }
 
 void KeysPanel::keyMenu(std::uint32_t code, const QPoint& where) {

@@ -11,7 +11,7 @@
 namespace Desktop {
 
 class ComputerKeyboard;
-class FunctionForm;
+class EntriesEditor;
 
 class KeysPanel final : public PanelFrame {
     Q_OBJECT
@@ -27,8 +27,10 @@ public:
     void edit(std::uint32_t code);
 
 private:
+    void makeEditor();
     void refresh();
     void showKey();
+    void showOther(); // another key, from its first function on
     void store();
     void keyMenu(std::uint32_t code, const QPoint& where);
     void assignScale(std::uint32_t code);
@@ -37,12 +39,10 @@ private:
     ComputerKeyboard* keyboard_;
     QLabel* line_;
     QWidget* editor_;
-    FunctionForm* down_;
-    FunctionForm* up_;
-    QCheckBox *keepSending_, *global_, *shift_, *control_, *alt_;
+    EntriesEditor* entries_;
+    QCheckBox *global_, *shift_, *control_, *alt_, *useKeyUpMod_;
     std::map<std::uint32_t, QString> legends_;
     std::optional<Backend::ComputerInput::KeyConfiguration> copied_;
-    bool storing_ = false;
 };
 
 } // namespace Desktop

@@ -34,7 +34,7 @@ RelativeFixedValue valueOf(bool relative, int number) {
 
 } // namespace
 
-LayerStrip::LayerStrip(Models& models, int layer, QWidget* parent) : QWidget(parent), models_(models), place_(layer) {
+LayerStrip::LayerStrip(Models& models, int layer, QWidget* parent) : Strip(parent), models_(models), place_(layer) {
     const QString name = tr("Layer %1").arg(layer + 1);
     setAccessibleName(name);
     auto* const all = new QVBoxLayout(this);
@@ -65,12 +65,14 @@ LayerStrip::LayerStrip(Models& models, int layer, QWidget* parent) : QWidget(par
     mute_ = button("M", tr("Mute"), tr("The layer plays nothing"));
     solo_ = button("S", tr("Solo"), tr("As long as there is a soloist, only soloists play"));
     mono_ = button(tr("mono"), tr("Mono"), tr("One note at a time"));
-    connect(mute_, &QPushButton::clicked, this,
-            [this](bool on) { change(tr("mute"), [on](Layer& l) { l.mute = on; }); });
-    connect(solo_, &QPushButton::clicked, this,
-            [this](bool on) { change(tr("solo"), [on](Layer& l) { l.solo = on; }); });
-    connect(mono_, &QPushButton::clicked, this,
-            [this](bool on) { change(tr("mono"), [on](Layer& l) { l.mono = on; }); });
+    const auto onOff = [this](QPushButton* made, const QString& text, bool Layer::*which) {
+        connect(made, &QPushButton::clicked, this, [this, text, which](bool on) {
+            models_.edits.alone([&] { change(text, [&](Layer& l) { l.*which = on; }); });
+        });
+    };
+    onOff(mute_, tr("mute"), &Layer::mute);
+    onOff(solo_, tr("solo"), &Layer::solo);
+    onOff(mono_, tr("mono"), &Layer::mono);
     for (QPushButton* const each : {mute_, solo_, mono_}) {
         top->addWidget(each);
     }
@@ -136,8 +138,7 @@ void LayerStrip::buildDetails(QWidget* details) {
         box->setAccessibleName(tr("%1 of layer %2").arg(name).arg(place_ + 1));
         box->setStatusTip(help);
         connect(box, &QComboBox::activated, this, [this, name, set = std::move(set)](int index) {
-            change(name, [&](Layer& l) { set(l, index); });
-            models_.edits.endOfGesture();
+            models_.edits.alone([&] { change(name, [&](Layer& l) { set(l, index); }); });
         });
         return box;
     };
@@ -168,8 +169,9 @@ void LayerStrip::buildDetails(QWidget* details) {
     stack_->setFocusPolicy(Qt::TabFocus);
     stack_->setAccessibleName(tr("Note stack of layer %1").arg(place_ + 1));
     stack_->setStatusTip(tr("A Note Off does not end a note that something else still holds"));
-    connect(stack_, &QPushButton::clicked, this,
-            [this](bool on) { change(tr("note stack"), [on](Layer& l) { l.useNoteStack = on; }); });
+    connect(stack_, &QPushButton::clicked, this, [this](bool on) {
+        models_.edits.alone([&] { change(tr("note stack"), [on](Layer& l) { l.useNoteStack = on; }); });
+    });
     minVelocity_ = number(tr("Lowest velocity"), tr("The softest note it takes"), 0, 127,
                           [](Layer& l, int v) { l.minVelocity = static_cast<std::int8_t>(v); });
     maxVelocity_ = number(tr("Highest velocity"), tr("The hardest note it takes"), 0, 127,
@@ -217,8 +219,7 @@ void LayerStrip::buildDetails(QWidget* details) {
     pattern_ = new LayerPattern(
         models_, place_,
         [this](const QString& text, const std::function<void(Layer&)>& work) {
-            change(text, work);
-            models_.edits.endOfGesture();
+            models_.edits.alone([&] { change(text, work); });
         },
         details);
     table->addWidget(pattern_, 5, 0, 1, 2);
@@ -259,8 +260,8 @@ void LayerStrip::refresh() {
     key_->setCurrentIndex(now.key.isSet() ? now.key.getNumber() % 12 + 1 : 0);
     velocityKind_->setCurrentIndex(now.velocity.isRelative() ? 0 : 1);
     velocity_->setValue(now.velocity.getValue());
-    numerator_->setValue(now.compress.getNumerator());
-    denominator_->setValue(now.compress.getDenominator());
+    numerator_->showValue(0, 16, now.compress.getNumerator());
+    denominator_->showValue(1, 16, now.compress.getDenominator());
     output_->clear();
     output_->addItem(tr("default output"));
     for (std::size_t i = 0; i < models_.ports.outputs().size(); ++i) {
@@ -271,6 +272,9 @@ void LayerStrip::refresh() {
     }
     output_->setCurrentIndex(now.output + 1);
     channel_->setValue(now.channel + 1);
+    while (zone_->count() <= now.zone + 1) {
+        zone_->addItem(tr("zone %1").arg(zone_->count()));
+    }
     zone_->setCurrentIndex(now.zone + 1);
     toggle_->setCurrentIndex(static_cast<int>(now.toggle.getState()));
     stack_->setChecked(now.useNoteStack);

@@ -1,6 +1,7 @@
 // One layer: what it takes, what it makes of it, where it sends it.
 #pragma once
 
+#include "desktop/panels/StripsPanel.h"
 #include "midiengine/Layer.h"
 
 #include <QComboBox>
@@ -17,13 +18,12 @@ class Models;
 class NumberField;
 class RangeBar;
 
-class LayerStrip final : public QWidget {
+class LayerStrip final : public Strip {
     Q_OBJECT
 
 public:
     LayerStrip(Models& models, int layer, QWidget* parent);
-    // As the model has it now.
-    void refresh();
+    void refresh() override;
     void showLamp();
 
 protected:

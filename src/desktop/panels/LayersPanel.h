@@ -1,27 +1,19 @@
 // The panel of the layers: a strip each.
 #pragma once
 
-#include "desktop/panels/PanelFrame.h"
-
-#include <QScrollArea>
-#include <vector>
+#include "desktop/panels/StripsPanel.h"
 
 namespace Desktop {
 
-class LayerStrip;
-
-class LayersPanel final : public PanelFrame {
+class LayersPanel final : public StripsPanel {
     Q_OBJECT
 
 public:
     LayersPanel(Models& models, QWidget* parent);
 
 private:
+    [[nodiscard]] Strip* makeStrip(int place, QWidget* parent) override;
     void refresh();
-
-    QWidget* content_;
-    QVBoxLayout* strips_;
-    std::vector<LayerStrip*> list_;
 };
 
 } // namespace Desktop

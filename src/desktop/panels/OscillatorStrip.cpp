@@ -1,15 +1,20 @@
 #include "desktop/panels/OscillatorStrip.h"
 
 #include "desktop/Palette.h"
+#include "desktop/models/MessageTexts.h"
 #include "desktop/models/Models.h"
+#include "desktop/panels/MessageKinds.h"
 #include "desktop/widgets/NumberField.h"
 #include "desktop/widgets/WaveView.h"
+#include "generators/OscillatorSpeed.h"
+#include "input/ValueEvent.h"
 #include "values/Ticks.h"
+#include "values/TimeIntervals.h"
 
-#include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <utility>
@@ -22,16 +27,8 @@ using namespace Backend::Oscillators;
 
 namespace {
 
-struct NoteLength {
-    const char* name;
-    int ticks;
-};
-constexpr NoteLength lengths[]{{"8 bars", 15360}, {"4 bars", 7680}, {"2 bars", 3840}, {"1/1", 1920},
-                               {"1/2", 960},      {"1/4", 480},     {"1/4 T", 320},   {"1/8", 240},
-                               {"1/8 T", 160},    {"1/16", 120},    {"1/16 T", 80},   {"1/32", 60}};
-
-constexpr MessageType targets[]{MessageType::controllerChange, MessageType::pitchBend, MessageType::channelPressure,
-                                MessageType::programChange};
+constexpr int longestPeriod = 30720; // ticks that can be set here
+constexpr int most = 16383;
 
 double heightOf(OscillatorType type, double phase) {
     switch (type) {
@@ -48,67 +45,128 @@ double heightOf(OscillatorType type, double phase) {
     }
 }
 
+int greatestOf(const MidiMessage& message) {
+    Backend::ValueEvent event;
+    event.message = message;
+    return event.greatestValue();
+}
+
 } // namespace
 
 OscillatorStrip::OscillatorStrip(Models& models, int oscillator, QWidget* parent)
-    : QWidget(parent), models_(models), place_(oscillator) {
+    : Strip(parent), models_(models), place_(oscillator) {
     setAccessibleName(tr("Oscillator %1").arg(oscillator + 1));
     auto* const all = new QVBoxLayout(this);
     all->setContentsMargins(grid(2), grid(2), grid(2), grid(2));
     all->setSpacing(grid(1));
-    auto* const top = new QHBoxLayout;
-    top->setSpacing(grid(1));
-    auto* const number = new QLabel(QString::number(oscillator + 1), this);
-    number->setObjectName("PanelTitle");
-    top->addWidget(number);
-    const auto named = [&](QWidget* widget, const QString& name, const QString& help) {
-        widget->setAccessibleName(tr("%1 of oscillator %2").arg(name).arg(place_ + 1));
-        widget->setStatusTip(help);
-        widget->setFocusPolicy(Qt::TabFocus);
-    };
-    const auto box = [&](const QStringList& items, const QString& name, const QString& help,
-                         std::function<void(Oscillator&, int)> set) {
-        auto* const made = new QComboBox(this);
-        made->addItems(items);
-        made->setMinimumWidth(grid(20)); // in a narrow panel they give way
-        named(made, name, help);
-        connect(made, &QComboBox::activated, this, [this, name, set = std::move(set)](int index) {
-            change(name, [&](Oscillator& o) { set(o, index); });
-            models_.edits.endOfGesture();
-        });
-        return made;
-    };
-    const auto field = [&](int min, int max, const QString& name, const QString& help,
-                           std::function<void(Oscillator&, int)> set) {
-        auto* const made = new NumberField(this);
-        made->setRange(min, max);
-        named(made, name, help);
-        made->describe(made->accessibleName(), help);
-        connect(made, &NumberField::moved, this,
-                [this, name, set = std::move(set)](int value) { change(name, [&](Oscillator& o) { set(o, value); }); });
-        connect(made, &NumberField::letGo, this, [this] { models_.edits.endOfGesture(); });
-        return made;
-    };
-    type_ = box({tr("sine"), tr("triangle"), tr("saw"), tr("pulse"), tr("random")}, tr("Wave"), tr("Its shape"),
-                [](Oscillator& o, int i) { o.type = static_cast<OscillatorType>(i); });
-    top->addWidget(type_);
-    speedMode_ = box({tr("by note value"), tr("by time")}, tr("Kind of speed"),
-                     tr("Whether its speed is set, and changed by keys, in note values or in time"),
-                     [](Oscillator& o, int i) { o.steppedSpeed = i == 0; });
-    top->addWidget(speedMode_);
-    QStringList names;
-    for (const NoteLength& each : lengths) {
-        names << QString::fromLatin1(each.name);
-    }
-    names << tr("other");
-    length_ = box(names, tr("Speed"), tr("The length of one wave as a note value"), [](Oscillator& o, int i) {
-        if (static_cast<std::size_t>(i) < std::size(lengths)) {
-            o.speed = lengths[i].ticks;
+    makeHead();
+    makeSpeed(addRow());
+    wave_ = new WaveView(this);
+    wave_->describe(tr("Wave of oscillator %1").arg(oscillator + 1),
+                    tr("Two periods of the wave, and where it is now"));
+    all->addWidget(wave_);
+    makeMessage(addRow());
+    makeWay(addRow());
+    makeSending(addRow());
+    connect(&models.settings, &SettingsModel::settingChanged, this, [this](Gui::ChangedSetting setting, int) {
+        if (setting == Gui::ChangedSetting::tempo) {
+            speed_->update();
         }
     });
-    top->addWidget(length_);
-    speed_ = field(1, 15360, tr("Period"), tr("The length of one wave, at the tempo that the program has"),
-                   [](Oscillator& o, int v) { o.speed = v; });
+    refresh();
+}
+
+void OscillatorStrip::name(QWidget& widget, const QString& text, const QString& help) const {
+    widget.setAccessibleName(tr("%1 of oscillator %2").arg(text).arg(place_ + 1));
+    widget.setStatusTip(help);
+    widget.setFocusPolicy(Qt::TabFocus);
+}
+
+QComboBox* OscillatorStrip::makeMenu(const QStringList& items, const QString& text, const QString& help, Set set) {
+    auto* const made = new QComboBox(this);
+    made->addItems(items);
+    made->setMinimumWidth(grid(20)); // in a narrow panel they give way
+    name(*made, text, help);
+    connect(made, &QComboBox::activated, this, [this, text, set = std::move(set)](int index) {
+        models_.edits.alone([&] { change(text, [&](Oscillator& o) { set(o, index); }); });
+    });
+    return made;
+}
+
+NumberField* OscillatorStrip::makeField(int min, int max, const QString& text, const QString& help, Set set) {
+    auto* const made = new NumberField(this);
+    made->setRange(min, max);
+    name(*made, text, help);
+    connect(made, &NumberField::moved, this,
+            [this, text, set = std::move(set)](int value) { change(text, [&](Oscillator& o) { set(o, value); }); });
+    connect(made, &NumberField::letGo, this, [this] { models_.edits.endOfGesture(); });
+    return made;
+}
+
+void OscillatorStrip::add(QHBoxLayout& row, const QString& caption, QWidget* widget) {
+    if (!caption.isEmpty()) {
+        auto* const label = new QLabel(caption, this);
+        label->setObjectName("Dim");
+        row.addWidget(label);
+    }
+    row.addWidget(widget);
+}
+
+QHBoxLayout& OscillatorStrip::addRow() {
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(grid(1));
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    return *row;
+}
+
+void OscillatorStrip::makeHead() {
+    QHBoxLayout& row = addRow();
+    select_ = new QToolButton(this);
+    select_->setObjectName("Flat");
+    select_->setText(QString::number(place_ + 1));
+    select_->setCheckable(true);
+    name(*select_, tr("Selection"), tr("Keys that change the selected oscillator act on it from then on"));
+    connect(select_, &QToolButton::clicked, this, [this] {
+        select_->setChecked(now().selected); // until the backend tells
+        models_.oscillators.select(place_);
+    });
+    row.addWidget(select_);
+    type_ = makeMenu({tr("sine"), tr("triangle"), tr("saw"), tr("pulse"), tr("random")}, tr("Wave"), tr("Its shape"),
+                     [](Oscillator& o, int i) { o.type = static_cast<OscillatorType>(i); });
+    row.addWidget(type_);
+    row.addStretch(1);
+    play_ = new QPushButton(this);
+    play_->setCheckable(true);
+    play_->setObjectName("Small");
+    name(*play_, tr("Start and stop"), tr("Starts or stops it; started again it goes on where it was"));
+    connect(play_, &QPushButton::clicked, this, [this](bool on) { models_.oscillators.play(place_, on); });
+    row.addWidget(play_);
+    auto* const remove = new QPushButton("−", this);
+    remove->setObjectName("Small");
+    name(*remove, tr("Removal"), tr("Removes the oscillator"));
+    connect(
+        remove, &QPushButton::clicked, this, [this] { models_.oscillators.remove(place_); }, Qt::QueuedConnection);
+    row.addWidget(remove);
+}
+
+void OscillatorStrip::makeSpeed(QHBoxLayout& row) {
+    speedMode_ = makeMenu({tr("by note value"), tr("by time")}, tr("Kind of speed"),
+                          tr("Whether its speed is set, and changed by keys, in note values or in time"),
+                          [](Oscillator& o, int i) { o.steppedSpeed = i == 0; });
+    add(row, tr("speed"), speedMode_);
+    QStringList names;
+    for (const std::int32_t ticks : speedLengths()) {
+        names << QString::fromStdString(timeIntervalName(ticks));
+    }
+    names << tr("other");
+    length_ = makeMenu(names, tr("Speed"), tr("The length of one wave as a note value"), [](Oscillator& o, int i) {
+        if (static_cast<std::size_t>(i) < speedLengths().size()) {
+            o.speed = speedLengths()[static_cast<std::size_t>(i)];
+        }
+    });
+    row.addWidget(length_);
+    speed_ = makeField(1, longestPeriod, tr("Period"), tr("The length of one wave, at the tempo that the program has"),
+                       [](Oscillator& o, int v) { o.speed = v; });
     speed_->setText([this](int ticks) {
         if (now().steppedSpeed) {
             return tr("%1 ticks").arg(ticks);
@@ -116,80 +174,57 @@ OscillatorStrip::OscillatorStrip(Models& models, int oscillator, QWidget* parent
         const double seconds = ticks * 60.0 / Backend::ticksPerQuarter / std::max(1, models_.settings.tempo());
         return seconds < 1 ? tr("%1 ms").arg(std::lround(seconds * 1000)) : tr("%1 s").arg(seconds, 0, 'f', 2);
     });
-    top->addWidget(speed_);
-    top->addStretch(1);
-    play_ = new QPushButton(this);
-    play_->setCheckable(true);
-    play_->setObjectName("Small");
-    named(play_, tr("Start and stop"), tr("Starts or stops it; started again it goes on where it was"));
-    connect(play_, &QPushButton::clicked, this, [this](bool on) { models_.oscillators.play(place_, on); });
-    top->addWidget(play_);
-    auto* const remove = new QPushButton("−", this);
-    remove->setObjectName("Small");
-    named(remove, tr("Removal"), tr("Removes the oscillator"));
-    connect(
-        remove, &QPushButton::clicked, this, [this] { models_.oscillators.remove(place_); }, Qt::QueuedConnection);
-    top->addWidget(remove);
-    all->addLayout(top);
-    wave_ = new WaveView(this);
-    wave_->describe(tr("Wave of oscillator %1").arg(oscillator + 1),
-                    tr("Two periods of the wave, and where it is now"));
-    all->addWidget(wave_);
-    QHBoxLayout* bottom = nullptr;
-    const auto row = [&] {
-        bottom = new QHBoxLayout;
-        bottom->setSpacing(grid(1));
-        all->addLayout(bottom);
-    };
-    const auto add = [&](const QString& text, QWidget* widget) {
-        if (!text.isEmpty()) {
-            auto* const label = new QLabel(text, this);
-            label->setObjectName("Dim");
-            bottom->addWidget(label);
-        }
-        bottom->addWidget(widget);
-    };
-    row();
-    QStringList events;
-    for (const MessageType type : targets) {
-        events << QString::fromStdString(MidiMessage::getEventNameStatic(type));
-    }
-    event_ = box(events, tr("Message"), tr("What it moves"), [](Oscillator& o, int i) {
-        o.midiMessage = MidiMessage(targets[i], o.midiMessage.getD1());
-        o.max = targets[i] == MessageType::pitchBend ? 16383 : std::min(o.max, 127);
-        o.min = std::min(o.min, targets[i] == MessageType::pitchBend ? 16383 : 127);
+    row.addWidget(speed_);
+    row.addStretch(1);
+}
+
+void OscillatorStrip::makeMessage(QHBoxLayout& row) {
+    event_ = makeMenu({}, tr("Message"), tr("What it moves"), [this](Oscillator& o, int) {
+        const int before = greatestOf(o.midiMessage);
+        o.midiMessage = MidiMessage(messageKindOf(*event_), o.midiMessage.getD1());
+        const int now = greatestOf(o.midiMessage);
+        o.max = o.max == before || o.max > now ? now : o.max;
+        o.min = std::min(o.min, now);
     });
-    add({}, event_);
-    number_ = field(0, 127, tr("Controller"), tr("Which controller"), [](Oscillator& o, int v) {
+    addMessageKinds(*event_, OfKinds::withChannel);
+    row.addWidget(event_);
+    number_ = makeField(0, 127, tr("Controller"), tr("Which controller or which key"), [](Oscillator& o, int v) {
         o.midiMessage = MidiMessage(o.midiMessage.getMessageType(), static_cast<std::int8_t>(v));
     });
-    add({}, number_);
-    min_ = field(0, 16383, tr("Lower end"), tr("Its value at the bottom"), [](Oscillator& o, int v) { o.min = v; });
-    add(tr("from"), min_);
-    max_ = field(0, 16383, tr("Upper end"), tr("Its value at the top"), [](Oscillator& o, int v) { o.max = v; });
-    add(tr("to"), max_);
-    bottom->addStretch(1);
-    row();
-    const auto orDefault = [](int value) { return value == 0 ? QObject::tr("default") : QString::number(value); };
-    output_ = field(0, 127, tr("Output"), tr("The output it plays on"),
-                    [](Oscillator& o, int v) { o.output = static_cast<std::int8_t>(v - 1); });
+    row.addWidget(number_);
+    min_ = makeField(0, most, tr("Lower end"), tr("Its value at the bottom"), [](Oscillator& o, int v) { o.min = v; });
+    add(row, tr("from"), min_);
+    max_ = makeField(0, most, tr("Upper end"), tr("Its value at the top; below the other the wave is mirrored"),
+                     [](Oscillator& o, int v) { o.max = v; });
+    add(row, tr("to"), max_);
+    row.addStretch(1);
+}
+
+void OscillatorStrip::makeWay(QHBoxLayout& row) {
+    output_ = makeField(0, 127, tr("Output"), tr("The output it plays on"),
+                        [](Oscillator& o, int v) { o.output = static_cast<std::int8_t>(v - 1); });
     output_->setText([this](int value) { return models_.ports.outputName(value - 1); });
-    add(tr("output"), output_);
-    channel_ = field(0, 16, tr("Channel"), tr("The channel it plays on"),
-                     [](Oscillator& o, int v) { o.channel = static_cast<std::int8_t>(v - 1); });
-    channel_->setText(orDefault);
-    add(tr("channel"), channel_);
-    stop_ = field(-1, 16383, tr("Value at its end"), tr("What is sent when it stops"),
-                  [](Oscillator& o, int v) { o.stopValue = v; });
-    stop_->setText([](int value) { return value < 0 ? QObject::tr("nothing") : QString::number(value); });
-    add(tr("at the end"), stop_);
-    bottom->addStretch(1);
-    connect(&models.settings, &SettingsModel::settingChanged, this, [this](Gui::ChangedSetting setting, int) {
-        if (setting == Gui::ChangedSetting::tempo) {
-            speed_->update();
-        }
-    });
-    refresh();
+    add(row, tr("output"), output_);
+    channel_ = makeField(0, 16, tr("Channel"), tr("The channel it plays on"),
+                         [](Oscillator& o, int v) { o.channel = static_cast<std::int8_t>(v - 1); });
+    channel_->setText([](int value) { return value == 0 ? tr("default") : QString::number(value); });
+    add(row, tr("channel"), channel_);
+    zone_ = makeField(0, 128, tr("Zone"), tr("The zone it plays in"),
+                      [](Oscillator& o, int v) { o.zone = static_cast<std::int8_t>(v - 1); });
+    zone_->setText([](int value) { return value == 0 ? tr("none") : QString::number(value); });
+    add(row, tr("zone"), zone_);
+    row.addStretch(1);
+}
+
+void OscillatorStrip::makeSending(QHBoxLayout& row) {
+    detail_ = makeField(1, 999, tr("Detail"), tr("Of sine, triangle and saw only every so manieth change is sent"),
+                        [](Oscillator& o, int v) { o.detail = v; });
+    add(row, tr("sends one change in"), detail_);
+    stop_ = makeField(-1, most, tr("Value at its end"), tr("What is sent when it stops"),
+                      [](Oscillator& o, int v) { o.stopValue = v; });
+    stop_->setText([](int value) { return value < 0 ? tr("nothing") : QString::number(value); });
+    add(row, tr("at the end"), stop_);
+    row.addStretch(1);
 }
 
 Oscillator OscillatorStrip::now() const {
@@ -208,29 +243,33 @@ void OscillatorStrip::refresh() {
     const OscillatorType type = oscillator.type;
     wave_->setWave([type](double phase) { return heightOf(type, phase); }, oscillator.min, oscillator.max);
     wave_->setRunning(oscillator.playing);
+    select_->setChecked(oscillator.selected);
     play_->setChecked(oscillator.playing);
     play_->setText(oscillator.playing ? "■" : "▶");
     type_->setCurrentIndex(std::max(0, static_cast<int>(type)));
-    int place = static_cast<int>(std::size(lengths));
-    for (std::size_t i = 0; i < std::size(lengths); ++i) {
-        if (lengths[i].ticks == oscillator.speed) {
-            place = static_cast<int>(i);
-        }
-    }
-    length_->setCurrentIndex(place);
+    const auto lengths = speedLengths();
+    const auto place = std::find(lengths.begin(), lengths.end(), oscillator.speed) - lengths.begin();
+    length_->setCurrentIndex(static_cast<int>(place));
     length_->setVisible(oscillator.steppedSpeed);
     speedMode_->setCurrentIndex(oscillator.steppedSpeed ? 0 : 1);
-    speed_->setValue(oscillator.speed);
-    speed_->setVisible(!oscillator.steppedSpeed || place == static_cast<int>(std::size(lengths))); // else it is named
-    output_->setValue(oscillator.output + 1);
-    stop_->setValue(oscillator.stopValue);
-    min_->setValue(oscillator.min);
-    max_->setValue(oscillator.max);
-    const auto target = std::find(std::begin(targets), std::end(targets), oscillator.midiMessage.getMessageType());
-    event_->setCurrentIndex(target == std::end(targets) ? -1 : static_cast<int>(target - std::begin(targets)));
+    speed_->showValue(1, longestPeriod, oscillator.speed);
+    const bool isNamed = static_cast<std::size_t>(place) < lengths.size();
+    speed_->setVisible(!oscillator.steppedSpeed || !isNamed);
+    const MessageType message = oscillator.midiMessage.getMessageType();
+    showMessageKind(*event_, message);
+    number_->setText([message](int value) { return firstByteText(message, value); });
     number_->setValue(oscillator.midiMessage.getD1());
-    number_->setEnabled(oscillator.midiMessage.isControllerChange());
+    // Elsewhere the value stands in the first byte.
+    number_->setVisible(message == MessageType::controllerChange);
+    const int greatest = greatestOf(oscillator.midiMessage);
+    min_->showValue(0, greatest, oscillator.min);
+    max_->showValue(0, greatest, oscillator.max);
+    output_->setValue(oscillator.output + 1);
     channel_->setValue(oscillator.channel + 1);
+    zone_->setValue(oscillator.zone + 1);
+    detail_->setEnabled(type != OscillatorType::pulse && type != OscillatorType::random);
+    detail_->showValue(1, 999, oscillator.detail);
+    stop_->showValue(-1, greatest, oscillator.stopValue);
 }
 
 void OscillatorStrip::paintEvent(QPaintEvent*) {

@@ -1,26 +1,19 @@
 // The panel of the oscillators.
 #pragma once
 
-#include "desktop/panels/PanelFrame.h"
-
-#include <vector>
+#include "desktop/panels/StripsPanel.h"
 
 namespace Desktop {
 
-class OscillatorStrip;
-
-class OscillatorsPanel final : public PanelFrame {
+class OscillatorsPanel final : public StripsPanel {
     Q_OBJECT
 
 public:
     OscillatorsPanel(Models& models, QWidget* parent);
 
 private:
+    [[nodiscard]] Strip* makeStrip(int place, QWidget* parent) override;
     void refresh();
-
-    QWidget* content_;
-    QVBoxLayout* strips_;
-    std::vector<OscillatorStrip*> list_;
 };
 
 } // namespace Desktop

@@ -76,6 +76,10 @@ public:
     // Deletes the file, if the answer is yes.
     void askToDeletePreset(const QString& name);
 
+    // A button in the style of the panels.
+    [[nodiscard]] static QToolButton* makeButton(const QString& text, const QString& name, const QString& help,
+                                                 QWidget* parent);
+
 signals:
     void closeAsked();
     void helpAsked(const QString& page);
@@ -87,9 +91,6 @@ protected:
     void addHeadWidget(QWidget* widget);
     void setPresets(PresetAccess access);
     void showPresetName();
-    // A button in the style of the panels.
-    [[nodiscard]] static QToolButton* makeButton(const QString& text, const QString& name, const QString& help,
-                                                 QWidget* parent);
     void paintEvent(QPaintEvent* event) override;
 
 private:

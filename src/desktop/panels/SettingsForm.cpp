@@ -16,14 +16,14 @@ std::function<QString(int)> firstByteOf(MessageType type) {
 void addMidiRows(FormRows& rows, Backend::FunctionManagement::MidiSettingsType& settings, MessageType type) {
     const ByteNames names = byteNames(type);
     if (isWide(type)) {
-        rows.addNumber({QObject::tr("Value")}, 0, 16383, settings.getValue14(),
-                       [&settings](int value) { settings.setValue14(value); });
+        rows.addNumber({QObject::tr("Value"), QObject::tr("The value of the message that is sent")}, 0, 16383,
+                       settings.getValue14(), [&settings](int value) { settings.setValue14(value); });
     } else {
         const auto byte = [&rows](const QString& name, std::uint8_t& value, std::function<QString(int)> written) {
             if (!name.isEmpty()) {
                 rows.addNumber(
-                    {capitalised(name)}, 0, 127, value, [&value](int now) { value = static_cast<std::uint8_t>(now); },
-                    std::move(written));
+                    {capitalised(name), QObject::tr("The %1 of the message that is sent").arg(name)}, 0, 127, value,
+                    [&value](int now) { value = static_cast<std::uint8_t>(now); }, std::move(written));
             }
         };
         byte(names.d1, settings.d1, firstByteOf(type));
@@ -40,11 +40,15 @@ void addMidiRows(FormRows& rows, Backend::FunctionManagement::MidiSettingsType& 
 void addMidiRows(FormRows& rows, Backend::MidiInput::TranslationManagement::MidiSettingsType& settings,
                  MessageType type) {
     const ByteNames names = byteNames(type);
+    const auto help = [](const QString& name) {
+        return QObject::tr("The %1 of the message that is sent: always the same, or from the one that came in")
+            .arg(name);
+    };
     if (!names.d1.isEmpty()) {
-        rows.addByte({capitalised(names.d1)}, settings.d1, firstByteOf(type));
+        rows.addByte({capitalised(names.d1), help(names.d1)}, settings.d1, firstByteOf(type));
     }
     if (!names.d2.isEmpty()) {
-        rows.addByte({capitalised(names.d2)}, settings.d2, {});
+        rows.addByte({capitalised(names.d2), help(names.d2)}, settings.d2, {});
     }
     rows.addZone(settings.zone);
     rows.addOutput(settings.output);

@@ -55,7 +55,7 @@ void ChoiceField::showNumber(int number) {
     number_->setVisible(now.hasNumber);
     if (now.hasNumber) {
         number_->setText(now.written);
-        number_->show(now.min, now.max, number);
+        number_->showValue(now.min, now.max, number);
     }
 }
 

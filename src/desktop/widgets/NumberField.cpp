@@ -23,7 +23,7 @@ void NumberField::setFrame(bool on) {
     update();
 }
 
-void NumberField::show(int min, int max, int value) {
+void NumberField::showValue(int min, int max, int value) {
     setRange(std::min(min, value), std::max(max, value));
     setValue(value);
 }

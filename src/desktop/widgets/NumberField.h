@@ -17,7 +17,7 @@ public:
     void setScale(double scale); // of the figures
     void setFrame(bool on);      // without, the figures stand alone
     // From outside: a value beyond what can be set is shown as it is, and can be gone back to.
-    void show(int min, int max, int value);
+    void showValue(int min, int max, int value);
     [[nodiscard]] QString valueText() const override;
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

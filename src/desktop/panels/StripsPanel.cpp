@@ -1,0 +1,45 @@
+#include "desktop/panels/StripsPanel.h"
+
+#include "desktop/Palette.h"
+#include "desktop/widgets/ColumnArea.h"
+
+#include <utility>
+
+namespace Desktop {
+
+StripsPanel::StripsPanel(Gui::Panel panel, const QString& title, const QString& help, int narrowest, Adding adding,
+                         Models& models, QWidget* parent)
+    : PanelFrame(panel, title, help, models, parent) {
+    QToolButton* const add = makeButton("+", adding.name, adding.help, this);
+    connect(add, &QToolButton::clicked, this, std::move(adding.work));
+    addHeadWidget(add);
+    auto* const area = new ColumnArea(this);
+    content_ = new QWidget(area);
+    column_ = new QVBoxLayout(content_);
+    column_->setContentsMargins(0, 0, 0, 0);
+    column_->setSpacing(grid(1));
+    column_->addStretch(1);
+    area->setWidget(content_);
+    area->setMinimumWidth(narrowest);
+    body().addWidget(area);
+}
+
+void StripsPanel::showStrips(std::size_t count) {
+    while (strips_.size() > count) {
+        strips_.back()->hide();
+        strips_.back()->deleteLater(); // it may be the one that asked
+        strips_.pop_back();
+    }
+    while (strips_.size() < count) {
+        Strip* const strip = makeStrip(static_cast<int>(strips_.size()), content_);
+        column_->insertWidget(column_->count() - 1, strip);
+        strips_.push_back(strip);
+    }
+    for (Strip* const strip : strips_) {
+        strip->refresh();
+        strip->setVisible(true);
+    }
+    showPresetName();
+}
+
+} // namespace Desktop
