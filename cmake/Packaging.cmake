@@ -26,12 +26,27 @@ else()
                                                    BUILD_WITH_INSTALL_RPATH ON)
   install(DIRECTORY data/factory/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tembrel/Default)
   install(DIRECTORY ${CMAKE_BINARY_DIR}/share/tembrel/Manual/ DESTINATION ${CMAKE_INSTALL_DATADIR}/tembrel/Manual)
-  install(FILES data/tembrel.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  # Packed without name and time, so that equal texts give equal files.
+  find_program(TEMBREL_GZIP gzip REQUIRED)
+  set(packed ${CMAKE_BINARY_DIR}/packages/texts)
+  foreach(text tembrel.1 changelog)
+    add_custom_command(
+      OUTPUT ${packed}/${text}.gz
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${packed}
+      COMMAND ${TEMBREL_GZIP} -9nc ${CMAKE_SOURCE_DIR}/data/${text} > ${packed}/${text}.gz
+      DEPENDS ${CMAKE_SOURCE_DIR}/data/${text}
+      VERBATIM)
+  endforeach()
+  add_custom_target(tembrel_packed_texts DEPENDS ${packed}/tembrel.1.gz ${packed}/changelog.gz)
+  add_dependencies(tembrel_program tembrel_packed_texts)
+  install(FILES ${packed}/tembrel.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${packed}/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
   install(FILES data/completion/tembrel.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
           RENAME tembrel)
   install(FILES data/desktop/tembrel.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES data/desktop/tembrel.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
-  install(FILES README.md docs/file-formats.md docs/version-2-files.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+  install(FILES README.md docs/file-formats.md docs/version-2-files.md data/copyright
+          DESTINATION ${CMAKE_INSTALL_DOCDIR})
 endif()
 
 set(CPACK_PACKAGE_NAME tembrel)
@@ -39,8 +54,9 @@ set(CPACK_PACKAGE_VENDOR "Pellinor Software")
 set(CPACK_PACKAGE_CONTACT "Pellinor Software <tembrel@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "software MIDI controller")
 set(CPACK_PACKAGE_DESCRIPTION
-    "Turns the computer's keyboard, joysticks and MIDI that arrives into MIDI that leaves: through zones and layers,
- with arpeggios, sequences and oscillators, to JACK, ALSA or a virtual port.")
+    "Turns the computer's keyboard, joysticks and MIDI that arrives into MIDI
+that leaves: through zones and layers, with arpeggios, sequences and
+oscillators, to JACK, ALSA or a virtual port.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
 if(WIN32)
