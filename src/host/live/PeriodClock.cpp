@@ -13,9 +13,10 @@ namespace {
 constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
 // An event crosses four threads on its way; they do not make it in less.
 constexpr std::int64_t shortestLatency = 1'250'000; // nanoseconds
-// A device that has been silent for so long, and for four of its periods, is taken for dead.
-constexpr std::chrono::nanoseconds shortestPatience = 100ms;
-constexpr int patientPeriods = 4;
+// A device that has been silent for so long, and for two of its periods, is taken for dead: who waits for a slice does
+// so for less than a tenth of a second. Going on alone harms nothing when it was late only.
+constexpr std::chrono::nanoseconds shortestPatience = 60ms;
+constexpr int patientPeriods = 2;
 
 std::chrono::nanoseconds durationOf(std::int64_t frames, const PeriodClock::Period& period) {
     return std::chrono::nanoseconds{frames * nanosecondsPerSecond / period.framesPerSecond};
