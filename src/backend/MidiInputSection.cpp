@@ -14,7 +14,6 @@ using MidiEngine::MessageType;
 using MidiInput::StartedNotes;
 
 namespace {
-constexpr unsigned retryMilliseconds = 10;
 
 // Sets a flag for as long as it lives.
 class Raised final {
@@ -105,7 +104,7 @@ void MidiInputSection::show(const Message& incoming) const {
         if (posted) {
             return;
         }
-        Platform::sleepMilliseconds(retryMilliseconds);
+        Platform::sleepMilliseconds(Platform::postRetryMilliseconds);
     }
 }
 

@@ -105,6 +105,7 @@ void QelBackend::initialize() {
     settings_.loadFromRegistry(*surroundings_.settings, settingsKey(name_));
     auxiliary_ = std::make_unique<WorkerThread>(
         "tembrel-aux", [] { Platform::writeDebugOutput("Tembrel 3.2\r\n"); }, [](const Platform::ThreadMessage&) {});
+    auxiliary_->start();
     recorder_.start();
     std::error_code failure; // a folder that cannot be made is met again by whoever writes into it
     std::filesystem::create_directories(surroundings_.applicationData / FolderNames::retrospectiveRecord, failure);

@@ -23,7 +23,6 @@ constexpr std::uint32_t workMessage = WorkerThread::STOP_MESSAGE + 3; // wParam:
 
 constexpr unsigned betweenLooks = 10;        // milliseconds
 constexpr std::uint32_t betweenTries = 1000; // milliseconds
-constexpr unsigned retryMilliseconds = 10;
 constexpr int mostOlderFiles = 9999;
 
 struct Work {
@@ -50,8 +49,8 @@ void RecorderSection::start() {
     {
         const std::lock_guard lock(threadMutex_);
         thread_ = std::make_unique<WorkerThread>(
-            "tembrel-record", [] { Platform::createMessageQueue(); },
-            [this](const Platform::ThreadMessage& message) { handle(message); });
+            "tembrel-record", [] {}, [this](const Platform::ThreadMessage& message) { handle(message); });
+        thread_->start();
     }
     listen(settings_.isRetroRecordEnabled());
 }
@@ -91,7 +90,7 @@ void RecorderSection::listen(bool on) {
     }
     if (!queue_) {
         const std::lock_guard lock(threadMutex_);
-        queue_ = std::make_unique<Recording::RecordQueue>([this] { return thread_->post({wakeMessage, 0, 0}); });
+        queue_ = std::make_unique<Recording::RecordQueue>([this] { return thread_->tryPost({wakeMessage, 0, 0}); });
     }
     onThread([this] { writeMessages(); }); // what the last program left is put aside
     engine_.addTap(*this, MidiEngine::TapKind::sent);
@@ -158,9 +157,7 @@ bool RecorderSection::onThread(const std::function<void()>& what) {
         return false;
     }
     Work work{what};
-    while (!thread_->post({workMessage, reinterpret_cast<std::uintptr_t>(&work), 0})) {
-        Platform::sleepMilliseconds(retryMilliseconds);
-    }
+    thread_->post({workMessage, reinterpret_cast<std::uintptr_t>(&work), 0});
     work.done.wait();
     return true;
 }
@@ -202,7 +199,7 @@ void RecorderSection::lookForMessages() {
         return;
     }
     Platform::sleepMilliseconds(betweenLooks);
-    if (!thread_->post({lookMessage, 0, 0})) {
+    if (!thread_->tryPost({lookMessage, 0, 0})) {
         looking_ = false;
         queue_->park();
     }

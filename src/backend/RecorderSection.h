@@ -1,9 +1,9 @@
 // The retrospective record in the backend: what the engine plays goes into buffer files, on a thread of its own.
 #pragma once
 
-#include "backend/WorkerThread.h"
 #include "core/RegistrySettings.h"
 #include "core/Surroundings.h"
+#include "core/WorkerThread.h"
 #include "generators/recording/RecordFolder.h"
 #include "generators/recording/RecordQueue.h"
 #include "generators/recording/RecordWriter.h"

@@ -9,10 +9,6 @@
 
 namespace Backend {
 
-namespace {
-constexpr unsigned retryMilliseconds = 10;
-}
-
 MessageManagerMaster::MessageManagerMaster(std::string threadName) : threadName_(std::move(threadName)) {}
 
 MessageManagerMaster::~MessageManagerMaster() {
@@ -37,7 +33,7 @@ void MessageManagerMaster::stop() {
     }
     assert(!currentThreadIsManagerThread());
     while (!stopped_ && !Platform::postThreadMessage(threadId_, {.id = STOP_MESSAGE})) {
-        Platform::sleepMilliseconds(retryMilliseconds);
+        Platform::sleepMilliseconds(Platform::postRetryMilliseconds);
     }
     stopped_ = true; // what is posted from here on would be lost behind the stop
     thread_->join();
@@ -49,7 +45,7 @@ bool MessageManagerMaster::postMessage(std::uint32_t id, std::uintptr_t wParam, 
         if (stopped_) {
             return false;
         }
-        Platform::sleepMilliseconds(retryMilliseconds);
+        Platform::sleepMilliseconds(Platform::postRetryMilliseconds);
     }
     return true;
 }

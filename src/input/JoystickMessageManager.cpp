@@ -22,7 +22,6 @@ enum class JoystickMessageManager::Message : std::uint32_t {
 
 namespace {
 
-constexpr unsigned retryMilliseconds = 10;
 constexpr int elementBits = 16;
 
 } // namespace
@@ -61,7 +60,7 @@ void JoystickMessageManager::postEvent(Message message, std::int32_t joystick, s
                                        std::intptr_t lParam) {
     const std::uintptr_t wParam = static_cast<std::uintptr_t>(joystick) << elementBits | static_cast<unsigned>(element);
     while (!tryPost(message, wParam, lParam) && !isClosed_) {
-        Platform::sleepMilliseconds(retryMilliseconds);
+        Platform::sleepMilliseconds(Platform::postRetryMilliseconds);
     }
 }
 

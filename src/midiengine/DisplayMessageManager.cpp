@@ -11,15 +11,16 @@ namespace Backend::Display {
 
 namespace {
 using Guard = std::lock_guard<CriticalSection>;
-constexpr unsigned retryMilliseconds = 10;
 } // namespace
 
 DisplayMessageManager::DisplayMessageManager(MidiEngine::MidiEngine& engine,
                                              std::function<std::uint32_t()> milliseconds)
-    : engine_(engine), milliseconds_(std::move(milliseconds)) {}
+    : engine_(engine), milliseconds_(std::move(milliseconds)),
+      thread_(
+          "tembrel-display", [] {}, [this](const Platform::ThreadMessage& message) { handle(message); }) {}
 
 DisplayMessageManager::~DisplayMessageManager() {
-    assert(!thread_);
+    assert(!thread_.isRunning());
 }
 
 void DisplayMessageManager::addListener(DisplayListener& listener) {
@@ -28,7 +29,7 @@ void DisplayMessageManager::addListener(DisplayListener& listener) {
         const Guard guard(lock_);
         listeners_.push_back(&listener);
     }
-    if (!thread_) {
+    if (!thread_.isRunning()) {
         start();
     }
 }
@@ -37,7 +38,7 @@ void DisplayMessageManager::removeListener(DisplayListener& listener) {
     const Guard alone(changing_);
     const bool last =
         std::count(listeners_.begin(), listeners_.end(), &listener) == static_cast<std::ptrdiff_t>(listeners_.size());
-    if (last && thread_) { // it still hears what is on its way
+    if (last && thread_.isRunning()) { // it still hears what is on its way
         stop();
     }
     const Guard guard(lock_);
@@ -48,19 +49,13 @@ void DisplayMessageManager::start() {
     if (!records_) {
         records_ = std::make_unique<DisplayRecord[]>(capacity);
     }
-    thread_ = std::make_unique<Platform::Thread>([this] { run(); });
-    thread_->resume();
-    ready_.wait();
+    thread_.start();
     engine_.addTap(*this);
 }
 
 void DisplayMessageManager::stop() {
     engine_.removeTap(*this);
-    while (!Platform::postThreadMessage(thread_->id(), {STOP_MESSAGE, 0, 0})) {
-        Platform::sleepMilliseconds(retryMilliseconds);
-    }
-    thread_->join();
-    thread_.reset();
+    thread_.stop();
 }
 
 void DisplayMessageManager::passed(const MidiEngine::QelMidiMessage& message, bool swallowed) {
@@ -78,22 +73,17 @@ void DisplayMessageManager::passed(const MidiEngine::QelMidiMessage& message, bo
     record.zone = message.getZone();
     record.layer = engine_.sendingLayer();
     record.milliseconds = milliseconds_();
-    if (!Platform::postThreadMessage(thread_->id(), {SHOW_MESSAGE, reinterpret_cast<std::uintptr_t>(&record), 0})) {
+    if (!thread_.tryPost({SHOW_MESSAGE, reinterpret_cast<std::uintptr_t>(&record), 0})) {
         dropped_.fetch_add(1, std::memory_order_relaxed);
         return;
     }
     ++taken_;
 }
 
-void DisplayMessageManager::run() {
-    Platform::setCurrentThreadName("tembrel-display");
-    Platform::createMessageQueue();
-    ready_.signal();
-    for (Platform::ThreadMessage message; Platform::getThreadMessage(message) && message.id != STOP_MESSAGE;) {
-        if (message.id == SHOW_MESSAGE) {
-            show(*reinterpret_cast<const DisplayRecord*>(message.wParam));
-            returned_.fetch_add(1, std::memory_order_release);
-        }
+void DisplayMessageManager::handle(const Platform::ThreadMessage& message) {
+    if (message.id == SHOW_MESSAGE) {
+        show(*reinterpret_cast<const DisplayRecord*>(message.wParam));
+        returned_.fetch_add(1, std::memory_order_release);
     }
 }
 

@@ -2,11 +2,10 @@
 #pragma once
 
 #include "core/CriticalSection.h"
+#include "core/WorkerThread.h"
 #include "midiengine/DisplayListener.h"
 #include "midiengine/EngineTap.h"
-#include "platform/AutoResetEvent.h"
 #include "platform/ThreadMessages.h"
-#include "platform/Threads.h"
 
 #include <atomic>
 #include <cstddef>
@@ -29,7 +28,6 @@ class DisplayMessageManager final : private MidiEngine::EngineTap {
 public:
     // wParam: the record, which the display thread gives back.
     static constexpr std::uint32_t SHOW_MESSAGE = Platform::applicationMessage + 0x67;
-    static constexpr std::uint32_t STOP_MESSAGE = Platform::applicationMessage + 0x65;
     // So many records may be on their way.
     static constexpr std::size_t capacity = 8192;
 
@@ -53,7 +51,7 @@ private:
     void passed(const MidiEngine::QelMidiMessage& message, bool swallowed) override;
     void start();
     void stop();
-    void run();
+    void handle(const Platform::ThreadMessage& message);
     void show(const DisplayRecord& record);
 
     MidiEngine::MidiEngine& engine_;
@@ -62,14 +60,14 @@ private:
     CriticalSection changing_; // who adds and removes listeners: one at a time
     CriticalSection lock_;     // of listeners_
     std::vector<DisplayListener*> listeners_;
-    std::unique_ptr<Platform::Thread> thread_;
-    Platform::AutoResetEvent ready_; // the thread takes messages
 
     // The pool is a ring of records that are used in turn: they are given back in the order in which they were taken.
     std::unique_ptr<DisplayRecord[]> records_;
     std::size_t taken_ = 0;                 // in all; under the engine lock
     std::atomic<std::size_t> returned_ = 0; // in all; by the display thread
     std::atomic<std::uint64_t> dropped_ = 0;
+
+    WorkerThread thread_;
 };
 
 } // namespace Backend::Display

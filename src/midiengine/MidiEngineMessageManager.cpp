@@ -32,57 +32,29 @@ enum class MidiEngineMessageManager::Command : std::uint32_t {
 };
 
 namespace {
-constexpr unsigned retryMilliseconds = 10;
-
 bool isFromControl(const QelMidiMessage& message) {
     const Cell cell = message.getFromControl();
     return cell.x >= 0 && cell.x <= 15 && cell.y >= 0 && cell.y <= 15;
 }
 } // namespace
 
-MidiEngineMessageManager::MidiEngineMessageManager(MidiEngine& engine) : engine_(engine) {}
+MidiEngineMessageManager::MidiEngineMessageManager(MidiEngine& engine)
+    : engine_(engine), worker_(
+                           "tembrel-engine", [] { Platform::setCurrentThreadPriority(Platform::Priority::message); },
+                           [this](const Platform::ThreadMessage& message) { handleMessage(message); }) {}
 
 MidiEngineMessageManager::~MidiEngineMessageManager() = default;
 
 void MidiEngineMessageManager::start() {
-    thread_ = std::make_unique<Platform::Thread>([this] { run(); });
-    threadId_ = thread_->id();
-    thread_->resume();
+    worker_.start();
 }
 
 void MidiEngineMessageManager::stop() {
-    if (!thread_) {
-        return;
-    }
-    while (!Platform::postThreadMessage(threadId_, {STOP_MESSAGE, 0, 0})) {
-        Platform::sleepMilliseconds(retryMilliseconds);
-    }
-    thread_->join();
-    threadId_ = 0;
-    thread_.reset();
-}
-
-bool MidiEngineMessageManager::currentThreadIsManagerThread() const {
-    return threadId_ == Platform::currentThreadId();
-}
-
-void MidiEngineMessageManager::run() {
-    Platform::setCurrentThreadName("tembrel-engine");
-    Platform::setCurrentThreadPriority(Platform::Priority::message);
-    for (Platform::ThreadMessage message; Platform::getThreadMessage(message) && message.id != STOP_MESSAGE;) {
-        handleMessage(message);
-    }
+    worker_.stop();
 }
 
 bool MidiEngineMessageManager::post(Command command, std::uintptr_t wParam, std::intptr_t lParam) {
-    const Platform::ThreadMessage message{static_cast<std::uint32_t>(command), wParam, lParam};
-    while (!Platform::postThreadMessage(threadId_, message)) {
-        if (threadId_ == 0) {
-            return false;
-        }
-        Platform::sleepMilliseconds(retryMilliseconds);
-    }
-    return true;
+    return worker_.post({static_cast<std::uint32_t>(command), wParam, lParam});
 }
 
 template <typename Value> void MidiEngineMessageManager::postValue(Command command, Value&& value) {
@@ -91,8 +63,8 @@ template <typename Value> void MidiEngineMessageManager::postValue(Command comma
 
 void MidiEngineMessageManager::postPlayMidi(const QelMidiMessage& message) {
     if (!isFromControl(message) && !message.isTimedEvent() && message.getHostTime() < 0) {
-        static_cast<void>(post(Command::playPacked, static_cast<std::uintptr_t>(message.getWparam()),
-                               static_cast<std::intptr_t>(message.getLparam())));
+        post(Command::playPacked, static_cast<std::uintptr_t>(message.getWparam()),
+             static_cast<std::intptr_t>(message.getLparam()));
     } else {
         postValue(Command::playCopy, message);
     }
@@ -111,15 +83,15 @@ void MidiEngineMessageManager::postSetMidiOutputPorts(const std::vector<MidiOutp
 }
 
 void MidiEngineMessageManager::postEnableMidiInput(int port, bool on) {
-    static_cast<void>(post(Command::enableMidiInput, asWParam(port), on ? 1 : 0));
+    post(Command::enableMidiInput, asWParam(port), asLParam(on));
 }
 
 void MidiEngineMessageManager::postEnableMidiOutput(int port, bool on) {
-    static_cast<void>(post(Command::enableMidiOutput, asWParam(port), on ? 1 : 0));
+    post(Command::enableMidiOutput, asWParam(port), asLParam(on));
 }
 
 void MidiEngineMessageManager::postSetDefaultMidiOutput(int output) {
-    static_cast<void>(post(Command::setDefaultMidiOutput, asWParam(output)));
+    post(Command::setDefaultMidiOutput, asWParam(output));
 }
 
 void MidiEngineMessageManager::postSetLayerList(const Layers::LayerList& layers) {
@@ -139,23 +111,23 @@ void MidiEngineMessageManager::postSetOscList(const Oscillators::OscList& list) 
 }
 
 void MidiEngineMessageManager::postSetOscPlaying(const OscId& id, bool on) {
-    static_cast<void>(post(Command::setOscPlaying, asWParam(id.index), asLParam(on)));
+    post(Command::setOscPlaying, asWParam(id.index), asLParam(on));
 }
 
 void MidiEngineMessageManager::postSetOscSpeed(const OscId& id, int ticks) {
-    static_cast<void>(post(Command::setOscSpeed, asWParam(id.index), ticks));
+    post(Command::setOscSpeed, asWParam(id.index), ticks);
 }
 
 void MidiEngineMessageManager::postSetTempo(int beatsPerMinute) {
-    static_cast<void>(post(Command::setTempo, asWParam(beatsPerMinute)));
+    post(Command::setTempo, asWParam(beatsPerMinute));
 }
 
 void MidiEngineMessageManager::postSetTempoSource(unsigned char source) {
-    static_cast<void>(post(Command::setTempoSource, source));
+    post(Command::setTempoSource, source);
 }
 
 void MidiEngineMessageManager::postSetMidiThru(bool on) {
-    static_cast<void>(post(Command::setMidiThru, asWParam(on)));
+    post(Command::setMidiThru, asWParam(on));
 }
 
 void MidiEngineMessageManager::postBarrier(Barrier& barrier) {

@@ -1,17 +1,14 @@
 // The engine's worker thread: takes events and settings from the other threads and puts them into the engine.
 #pragma once
 
+#include "core/WorkerThread.h"
 #include "generators/OscList.h"
 #include "midiengine/LayerList.h"
 #include "midiengine/ZoneMap.h"
-#include "platform/ThreadMessages.h"
 #include "values/MidiPort.h"
 #include "values/QelMidiMessage.h"
 
-#include <atomic>
 #include <cstdint>
-#include <functional>
-#include <memory>
 #include <vector>
 
 namespace Backend {
@@ -26,8 +23,6 @@ class MidiEngine;
 // Settings travel as copies.
 class MidiEngineMessageManager final {
 public:
-    static constexpr std::uint32_t STOP_MESSAGE = Platform::applicationMessage + 0x65;
-
     // The engine outlives its manager.
     explicit MidiEngineMessageManager(MidiEngine& engine);
     ~MidiEngineMessageManager();
@@ -37,7 +32,7 @@ public:
     // Starts the worker thread; once, before the first post. stop() handles what was posted before and ends it.
     void start();
     void stop();
-    [[nodiscard]] bool currentThreadIsManagerThread() const; // [any]
+    [[nodiscard]] bool currentThreadIsManagerThread() const { return worker_.isCurrentThread(); } // [any]
 
     // An untimed event without control and host time travels in the message itself, any other as a copy.
     void postPlayMidi(const QelMidiMessage& message);
@@ -66,14 +61,12 @@ public:
 private:
     enum class Command : std::uint32_t;
 
-    void run();
     void handleMessage(const Platform::ThreadMessage& message);
-    [[nodiscard]] bool post(Command command, std::uintptr_t wParam, std::intptr_t lParam = 0);
+    bool post(Command command, std::uintptr_t wParam, std::intptr_t lParam = 0);
     template <typename Value> void postValue(Command command, Value&& value);
 
     MidiEngine& engine_;
-    std::unique_ptr<Platform::Thread> thread_;
-    std::atomic<Platform::ThreadId> threadId_ = 0;
+    WorkerThread worker_;
 };
 
 } // namespace Backend::MidiEngine

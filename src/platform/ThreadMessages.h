@@ -21,6 +21,8 @@ inline constexpr std::uint32_t applicationMessage = 0x8000;
 inline constexpr std::uint32_t quitMessage = 0x0012;
 // A queue holds at most this many messages.
 inline constexpr std::size_t messageQueueCapacity = 10'000;
+// Milliseconds after which who may wait tries a full queue again.
+inline constexpr unsigned postRetryMilliseconds = 10;
 
 // Appends a message to a thread's queue. False while the thread has no queue (unknown or ended threads never
 // have one) or its queue is full. Never blocks for longer than the queue's own lock; allocates nothing. [any]
