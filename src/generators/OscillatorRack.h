@@ -4,7 +4,6 @@
 #include "generators/OscList.h"
 #include "generators/OscillatorOutput.h"
 #include "generators/RunningOscillator.h"
-#include "generators/TickMachine.h"
 #include "values/OscId.h"
 #include "values/Ticks.h"
 
@@ -15,8 +14,12 @@
 
 namespace Backend::Oscillators {
 
-// Those that do not play cost nothing in a tick. All under the engine lock.
-class OscillatorRack final : public TickMachine {
+// While anything that runs by ticks is playing, be it an oscillator or a layer, the rack is given each tick exactly
+// once, in order, behind the events of that tick; also when a tick is run again to take in late events, or is run again
+// because something began to play in it. While nothing plays no ticks are given: the first one after a silence has no
+// predecessor. After the clock has been set back, ticks begin anew from the earlier time. Oscillators that do not play
+// cost nothing in a tick. All under the engine lock.
+class OscillatorRack final {
 public:
     // `output` outlives the rack.
     explicit OscillatorRack(OscillatorOutput& output) : output_(output) {}
@@ -29,8 +32,9 @@ public:
     void setSpeed(OscId id, std::int32_t speed);
 
     // One tick of those that play, in the order of their ids.
-    void advance(Ticks now) override;
-    [[nodiscard]] bool isPlaying() const override { return !playing_.empty(); }
+    void advance(Ticks now); // [clock]
+    // True while it needs every tick.
+    [[nodiscard]] bool isPlaying() const { return !playing_.empty(); }
 
 private:
     [[nodiscard]] RunningOscillator* find(OscId id);

@@ -24,8 +24,7 @@ bool hasPlausibleData(const QelMidiMessage& message) {
 } // namespace
 
 MidiEngine::MidiEngine(MidiPlayer& player)
-    : player_(player), messageManager_(std::make_unique<MidiEngineMessageManager>(*this)), machines_{&oscillators_},
-      resets_(player) {}
+    : player_(player), messageManager_(std::make_unique<MidiEngineMessageManager>(*this)), resets_(player) {}
 
 MidiEngine::~MidiEngine() = default;
 
@@ -386,16 +385,6 @@ void MidiEngine::setTempo(int beatsPerMinute) {
 
 void MidiEngine::setTempoSource(unsigned char source) {
     player_.setTempoSource(source);
-}
-
-void MidiEngine::addMachine(TickMachine& machine) {
-    const Guard guard(criticalSection_);
-    machines_.push_back(&machine);
-}
-
-void MidiEngine::removeMachine(TickMachine& machine) {
-    const Guard guard(criticalSection_);
-    std::erase(machines_, &machine);
 }
 
 void MidiEngine::setOscillatorWatcher(Oscillators::OscillatorWatcher* watcher) {

@@ -4,7 +4,6 @@
 #include "core/CriticalSection.h"
 #include "generators/OscillatorOutput.h"
 #include "generators/OscillatorRack.h"
-#include "generators/TickMachine.h"
 #include "midiengine/EngineTap.h"
 #include "midiengine/HeldNotes.h"
 #include "midiengine/LayerOutput.h"
@@ -122,10 +121,6 @@ public:
     void setTempo(int beatsPerMinute);                 // [engine]
     void setTempoSource(unsigned char source);         // [engine]
 
-    // Machines are given the ticks behind the layers, in the order in which they were added, and outlive their being
-    // listed. [any] takes the lock itself
-    void addMachine(TickMachine& machine);
-    void removeMachine(TickMachine& machine);
     // Taps outlive their being listed. [any] takes the lock itself
     void addTap(EngineTap& tap, TapKind kind = TapKind::all);
     void removeTap(EngineTap& tap);
@@ -185,7 +180,6 @@ private:
     HeldNotes held_;
     SoundingNotes sounding_;
     PendingEvents pending_;
-    std::vector<TickMachine*> machines_;
     Oscillators::OscillatorRack oscillators_{*this};
     Oscillators::OscillatorWatcher* oscillatorWatcher_ = nullptr;
     std::vector<EngineTap*> taps_;

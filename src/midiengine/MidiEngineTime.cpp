@@ -88,9 +88,7 @@ void MidiEngine::processPpq(Ticks ppq, Ticks earliest) {
         lastGiven_ = ppq;
         layers_.advance(ppq, *this);
         updateStartTime();
-        for (TickMachine* machine : machines_) {
-            machine->advance(ppq);
-        }
+        oscillators_.advance(ppq);
     }
 }
 
@@ -100,8 +98,7 @@ bool MidiEngine::isTickDependent() {
 }
 
 bool MidiEngine::actsOnTicks() const {
-    return layers_.isRunning() ||
-           std::any_of(machines_.begin(), machines_.end(), [](const TickMachine* each) { return each->isPlaying(); });
+    return layers_.isRunning() || oscillators_.isPlaying();
 }
 
 void MidiEngine::updateStartTime() {

@@ -1,4 +1,4 @@
-// What acts on ticks is given each of them once, in order, however the ticks are run.
+// A playing oscillator is given each tick once, in order, however the ticks are run.
 #include "EngineRig.h"
 #include "values/RandomCases.h"
 
@@ -9,36 +9,56 @@ namespace {
 
 using Backend::engineTimeOrigin;
 using Backend::Ticks;
-using Backend::MidiEngine::MessageType;
 using Backend::MidiEngine::QelMidiMessage;
 
-// Plays from a controller with a value above 0 up to one with 0, as far as it is the controller that it follows.
-class CountingMachine final : public Backend::TickMachine, public Backend::MidiEngine::EngineTap {
+constexpr int oscillatorData = 7;
+
+// Notes the ticks in which the oscillator plays, and starts and stops it with controller 1: a value above 0, and 0.
+class OscillatorTap final : public Backend::MidiEngine::EngineTap {
 public:
-    void advance(Ticks now) override { ticks.push_back((now - engineTimeOrigin).count); }
-    [[nodiscard]] bool isPlaying() const override { return playing; }
+    explicit OscillatorTap(Backend::MidiEngine::MidiEngine& engine) : engine_(engine) {}
     void passed(const QelMidiMessage& message, bool) override {
-        playing = message.isControllerChange() ? message.getD2() > 0 : playing;
+        if (message.getD1() == oscillatorData) {
+            ticks.push_back((message.getPpq() - engineTimeOrigin).count);
+        } else {
+            engine_.setOscPlaying({0}, message.getD2() > 0);
+        }
     }
-    bool playing = false;
     std::vector<int> ticks;
+
+private:
+    Backend::MidiEngine::MidiEngine& engine_;
 };
 
-class TickMachineTest : public testing::Test {
+// A saw that has another value in each tick.
+Backend::Oscillators::OscList sawOfEachTick() {
+    Backend::Oscillators::Oscillator saw;
+    saw.type = Backend::Oscillators::OscillatorType::saw;
+    saw.speed = 128;
+    saw.detail = 1;
+    saw.midiMessage = eventOf("cc 7 0").getMidiMessage();
+    saw.output = 0;
+    saw.channel = 0;
+    Backend::Oscillators::OscList list;
+    list.append(saw);
+    return list;
+}
+
+class OscillatorTicksTest : public testing::Test {
 protected:
-    TickMachineTest() {
-        rig.engine.addTap(machine);
-        rig.engine.addMachine(machine);
+    OscillatorTicksTest() {
+        rig.engine.setOscList(sawOfEachTick());
+        rig.engine.addTap(tap);
     }
-    std::vector<int> takeTicks() { return std::exchange(machine.ticks, {}); }
+    std::vector<int> takeTicks() { return std::exchange(tap.ticks, {}); }
 
     EngineRig rig;
-    CountingMachine machine;
+    OscillatorTap tap{rig.engine};
 };
 
 using Numbers = std::vector<int>;
 
-TEST_F(TickMachineTest, OneThatBeginsInATickThatIsRunAgainIsGivenThatTick) {
+TEST_F(OscillatorTicksTest, OneThatBeginsInATickThatIsRunAgainIsGivenThatTick) {
     rig.slice(5, 6);
     EXPECT_EQ(takeTicks(), Numbers{});
     rig.engine.addPending(eventOf("cc 1 1"));
@@ -55,7 +75,7 @@ TEST_F(TickMachineTest, OneThatBeginsInATickThatIsRunAgainIsGivenThatTick) {
     EXPECT_EQ(takeTicks(), Numbers{});
 }
 
-TEST_F(TickMachineTest, ItBeginsWithinASliceAndSkipsNothingUntilTheEnd) {
+TEST_F(OscillatorTicksTest, ItBeginsWithinASliceAndSkipsNothingUntilTheEnd) {
     QelMidiMessage on = eventOf("cc 1 1");
     on.setPpq(engineTimeOrigin + Ticks{3});
     rig.engine.addPending(on);
@@ -63,15 +83,12 @@ TEST_F(TickMachineTest, ItBeginsWithinASliceAndSkipsNothingUntilTheEnd) {
     rig.slice(6, 6);
     rig.slice(6, 8);
     EXPECT_EQ(takeTicks(), (Numbers{3, 4, 5, 6, 7}));
-    rig.slice(8, 5008); // the machine has slept
-    EXPECT_EQ(takeTicks(), Numbers{});
-    rig.engine.removeMachine(machine);
-    rig.slice(5008, 5010);
+    rig.slice(8, 5008); // the computer has slept
     EXPECT_EQ(takeTicks(), Numbers{});
 }
 
-TEST_F(TickMachineTest, AClockThatGoesBackBeginsAnew) {
-    machine.playing = true;
+TEST_F(OscillatorTicksTest, AClockThatGoesBackBeginsAnew) {
+    rig.engine.setOscPlaying({0}, true);
     rig.slice(1000, 1001);
     rig.slice(1001, 500);
     EXPECT_EQ(takeTicks().size(), 21U);
@@ -82,7 +99,7 @@ TEST_F(TickMachineTest, AClockThatGoesBackBeginsAnew) {
 }
 
 // As the live clock runs ticks: each as (t, t) and (t, t + 1), the last one again for what arrives while nothing plays.
-TEST_F(TickMachineTest, NoTickTwiceNoneLeftOutInARandomPerformance) {
+TEST_F(OscillatorTicksTest, NoTickTwiceNoneLeftOutInARandomPerformance) {
     RandomCases random;
     int last = -1;
     bool played = false;
