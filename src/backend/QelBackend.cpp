@@ -40,13 +40,22 @@ void tellImported(Platform::WindowHandle owner, std::uint32_t message) {
     }
 }
 
-// Nobody asked to be told: a message box.
-Surroundings withFaultReport(Surroundings surroundings) {
-    if (!surroundings.reportFault) {
-        surroundings.reportFault = [](const Platform::Fault& fault) {
-            Platform::showMessageBox(fault.text(), "ERROR");
-        };
+// Faults and remarks stand in the trace, too. Where nobody asked to be told of faults: a message box.
+Surroundings traced(Surroundings surroundings, Trace& trace) {
+    std::function<void(const Platform::Fault&)> tellFault = surroundings.reportFault;
+    if (!tellFault) {
+        tellFault = [](const Platform::Fault& fault) { Platform::showMessageBox(fault.text(), "ERROR"); };
     }
+    surroundings.reportFault = [tellFault, &trace](const Platform::Fault& fault) {
+        trace.write("fault", fault.text());
+        tellFault(fault);
+    };
+    surroundings.reportRemark = [tell = surroundings.reportRemark, &trace](const std::string& remark) {
+        trace.write("remark", remark);
+        if (tell) {
+            tell(remark);
+        }
+    };
     return surroundings;
 }
 
@@ -54,9 +63,9 @@ Surroundings withFaultReport(Surroundings surroundings) {
 
 QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, bool traceToFile,
                        const Surroundings& surroundings)
-    : name_(name), surroundings_(withFaultReport(surroundings)),
-      trace_(traceToFile ? surroundings_.traceFolder : std::filesystem::path{}), master_("tembrel-backend"),
-      messageManager_(*this, master_), engine_(player), ports_(engine_.getMessageManager(), settings_),
+    : name_(name), trace_(traceToFile ? surroundings.traceFolder : std::filesystem::path{}),
+      surroundings_(traced(surroundings, trace_)), master_("tembrel-backend"), messageManager_(*this, master_),
+      engine_(player), ports_(engine_.getMessageManager(), settings_),
       configurations_(*this, surroundings_.applicationData / FolderNames::midiInputPresets, surroundings_.reportFault),
       configurationManager_(configurations_, master_),
       midiInput_(ports_, configurations_, engine_.getMessageManager(), surroundings_.explainInput),
@@ -104,7 +113,8 @@ QelBackend::~QelBackend() = default;
 void QelBackend::initialize() {
     settings_.loadFromRegistry(*surroundings_.settings, settingsKey(name_));
     auxiliary_ = std::make_unique<WorkerThread>(
-        "tembrel-aux", [] { Platform::writeDebugOutput("Tembrel 3.2\r\n"); }, [](const Platform::ThreadMessage&) {});
+        "tembrel-aux", [] { Platform::writeDebugOutput(std::string(QelUtils::NAME_AND_VERSION) + "\r\n"); },
+        [](const Platform::ThreadMessage&) {});
     auxiliary_->start();
     recorder_.start();
     std::error_code failure; // a folder that cannot be made is met again by whoever writes into it
@@ -350,10 +360,6 @@ void QelBackend::publishStatus() {
 QelStatus QelBackend::getStatus() const {
     const std::lock_guard lock(statusMutex_);
     return status_;
-}
-
-void QelBackend::notBuilt(const std::source_location& where) {
-    trace_.write("is not built yet", where.function_name(), where);
 }
 
 } // namespace Backend

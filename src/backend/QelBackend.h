@@ -37,7 +37,6 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <source_location>
 #include <string>
 #include <vector>
 
@@ -245,12 +244,10 @@ private:
 
     // Says what could not be imported; true when the rest was.
     bool import(Version2Kind kind, const std::string& source, const std::string& destination);
-    // For operations whose section is not built yet: said in the trace under the operation's name.
-    void notBuilt(const std::source_location& where = std::source_location::current());
 
     std::string name_;
-    Surroundings surroundings_;
     Trace trace_;
+    Surroundings surroundings_;
     MessageManagerMaster master_;
     QelMessageManager messageManager_;
     RegistrySettings settings_;

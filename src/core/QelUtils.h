@@ -13,6 +13,7 @@ public:
     static constexpr const char* COMPANY_NAME = "Pellinor Software";
     static constexpr const char* APPLICATION_NAME = "Tembrel 3";
     static constexpr const char* VERSION = "3.2";
+    static constexpr const char* NAME_AND_VERSION = "Tembrel 3.2";
 
     QelUtils() = delete;
 

@@ -27,8 +27,8 @@ struct Surroundings {
     std::function<void(const Platform::Fault&)> reportFault;
     // Told how each incoming MIDI message was handled; empty: nobody asks. [backend]
     std::function<void(const MidiInput::InputSteps&)> explainInput{};
-    // Told in a sentence of what goes on without the user's doing, such as that the record pauses; empty: the debug
-    // output. Must not wait for the user. [any]
+    // Told in a sentence of what goes on without the user's doing, such as that the record pauses; empty: only the
+    // trace is. Must not wait for the user. [any]
     std::function<void(const std::string&)> reportRemark{};
     // Milliseconds since 1970.
     std::function<std::int64_t()> calendar = Platform::calendarTime;

@@ -43,7 +43,6 @@ std::string Trace::format(std::string_view source, unsigned line, std::string_vi
 void Trace::append(const std::string& line) {
     const std::filesystem::path file = folder_ / fileName;
     std::error_code error;
-    std::filesystem::create_directories(folder_, error);
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     if (!error && size + line.size() > MAX_FILE_SIZE) {
         std::filesystem::rename(file, folder_ / oldFileName, error);

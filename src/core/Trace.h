@@ -18,7 +18,7 @@ public:
 
     // No file.
     Trace() = default;
-    // `folder` need not exist while nothing is traced. Empty: no file.
+    // Without the folder, or when `folder` is empty, there is no file.
     explicit Trace(std::filesystem::path folder);
     Trace(const Trace&) = delete;
     Trace& operator=(const Trace&) = delete;

@@ -1,5 +1,6 @@
 #include "host/CommandLine.h"
 
+#include "core/QelUtils.h"
 #include "host/CheckCommand.h"
 #include "host/Command.h"
 #include "host/ImportCommand.h"
@@ -103,7 +104,7 @@ int runCommandLine(int argc, const char* const* argv) {
         const MainThread mainThread;
         CLI::App commandLine("Tembrel 3, a software MIDI controller. Without a verb: run.", "tembrel");
         commandLine.allow_windows_style_options(false); // a path may begin with a slash
-        commandLine.set_version_flag("--version", "Tembrel 3.2");
+        commandLine.set_version_flag("--version", Backend::QelUtils::NAME_AND_VERSION);
         commandLine.require_subcommand(1);
         const Commands commands = addCommands(commandLine);
         const std::optional<int> done = parse(commandLine, argumentsOf(argc, argv));

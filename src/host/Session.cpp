@@ -4,6 +4,7 @@
 #include "core/Barrier.h"
 #include "core/MessageManagerMaster.h"
 #include "core/QelMessageManager.h"
+#include "core/QelUtils.h"
 #include "core/Surroundings.h"
 #include "values/RelativeFixedValue.h"
 #include "values/SelectType.h"
@@ -47,7 +48,7 @@ Platform::Outcome Session::start(const std::vector<Backend::MidiInputPort>& inpu
     }
     surroundings.installation = Backend::Surroundings::ownInstallation();
     surroundings.startsWithDefaultBank = options_.defaultBank && !options_.bank;
-    qel_ = Backend::QelFactory::createQel("Tembrel 3", player_, true, surroundings);
+    qel_ = Backend::QelFactory::createQel(Backend::QelUtils::APPLICATION_NAME, player_, true, surroundings);
     auto& backend = qel_->getQelMessageManager();
     backend.sendInitialize();
     backend.sendSetMidiInputPorts(inputs);

@@ -16,7 +16,7 @@ void BackendRig::start() {
     Backend::Surroundings surroundings = Backend::Surroundings::inFolder(folder_.path());
     surroundings.reportFault = [this](const Platform::Fault& fault) { faults_.push_back(fault.text()); };
     surroundings.openJoysticks = openJoysticks;
-    qel = Backend::QelFactory::createQel("Test", player, false, surroundings);
+    qel = Backend::QelFactory::createQel("Test", player, true, surroundings);
     inputs = {{{"In 1", "none", true}}, {{"In 2", "none", true}}};
     outputs = {{{"Out 1", "none", true}}, {{"Out 2", "none", true}}, {{"Out 3", "none", true}}};
     Backend::QelMessageManager& backend = qel->getQelMessageManager();

@@ -10,8 +10,10 @@
 #include "values/SelectControlType.h"
 #include "values/SelectType.h"
 
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sstream>
 
 namespace {
 
@@ -145,6 +147,10 @@ TEST_F(BackendTest, ABadFileIsReportedOnceAndChangesNothing) {
     }
     rig.after([](QelMessageManager& backend) { backend.postLoadProgram("/no such folder/x.prg"); });
     EXPECT_THAT(rig.takeFaults(), ElementsAre(HasSubstr("x.prg: ")));
+    std::ostringstream trace;
+    trace << std::ifstream(rig.qel->getApplicationData() / "qel.log").rdbuf();
+    EXPECT_THAT(trace.str(), HasSubstr("bad.xml:4: "));
+    EXPECT_THAT(trace.str(), HasSubstr("x.prg: "));
     EXPECT_EQ(rig.afterKey(), "0 93 60 100; 0 83 60 64");
     EXPECT_THAT(rig.player.takeRequests(), ElementsAre());
 }

@@ -14,7 +14,10 @@ namespace fs = std::filesystem;
 // An empty folder for one test.
 class TraceFile : public testing::Test {
 protected:
-    TraceFile() { fs::remove_all(folder); }
+    TraceFile() {
+        fs::remove_all(folder);
+        fs::create_directory(folder);
+    }
     ~TraceFile() override { fs::remove_all(folder); }
     [[nodiscard]] std::string content(const char* name = "qel.log") const {
         std::ostringstream text;
@@ -101,6 +104,10 @@ TEST_F(TraceFile, HasWholeLinesWhoeverWrites) {
 TEST_F(TraceFile, IsNotThereWithoutAFolderAndPassedOverWhereItCannotBe) {
     Trace nowhere;
     nowhere.write("not in a file");
+    EXPECT_TRUE(fs::is_empty(folder));
+    fs::remove(folder);
+    Trace lost(folder);
+    lost.write("not without its folder");
     EXPECT_FALSE(fs::exists(folder));
     std::ofstream(folder) << "a file in the folder's place";
     Trace trace(folder);
