@@ -118,16 +118,6 @@ void import(QelIF& qel, ImportOperation operation, std::intptr_t parameter) {
     (qel.*operation)(record->source, record->destination, record->owner);
 }
 
-// What packing would lose: the control, the time, the host's time, the engine command.
-[[nodiscard]] bool needsCopy(const QelMidiMessage& message) {
-    constexpr std::uint32_t lastCell = 15;
-    const Cell control = message.getFromControl();
-    const bool fromControl =
-        static_cast<std::uint32_t>(control.x) <= lastCell && static_cast<std::uint32_t>(control.y) <= lastCell;
-    return fromControl || message.isTimedEvent() || message.getHostTime() >= 0 || message.isQelReset() ||
-           message.isQelHardReset();
-}
-
 } // namespace
 
 QelMessageManager::QelMessageManager(QelIF& qel, MessageManagerMaster& master) : MessageManager(master), qel_(qel) {}
@@ -215,10 +205,10 @@ template <typename Value> bool QelMessageManager::postInLParam(Command command, 
 }
 
 void QelMessageManager::postMidi(Command packed, Command copied, const QelMidiMessage& message) {
-    if (needsCopy(message)) {
-        postInWParam(copied, message);
-    } else {
+    if (message.fitsParameters()) {
         post(packed, message.getWparam(), message.getLparam());
+    } else {
+        postInWParam(copied, message);
     }
 }
 

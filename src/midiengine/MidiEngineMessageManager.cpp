@@ -31,13 +31,6 @@ enum class MidiEngineMessageManager::Command : std::uint32_t {
     openBarrier = Platform::applicationMessage + 0x77,
 };
 
-namespace {
-bool isFromControl(const QelMidiMessage& message) {
-    const Cell cell = message.getFromControl();
-    return cell.x >= 0 && cell.x <= 15 && cell.y >= 0 && cell.y <= 15;
-}
-} // namespace
-
 MidiEngineMessageManager::MidiEngineMessageManager(MidiEngine& engine)
     : engine_(engine), worker_(
                            "tembrel-engine", [] { Platform::setCurrentThreadPriority(Platform::Priority::message); },
@@ -62,7 +55,7 @@ template <typename Value> void MidiEngineMessageManager::postValue(Command comma
 }
 
 void MidiEngineMessageManager::postPlayMidi(const QelMidiMessage& message) {
-    if (!isFromControl(message) && !message.isTimedEvent() && message.getHostTime() < 0) {
+    if (message.fitsParameters()) {
         post(Command::playPacked, static_cast<std::uintptr_t>(message.getWparam()),
              static_cast<std::intptr_t>(message.getLparam()));
     } else {

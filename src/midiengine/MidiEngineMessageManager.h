@@ -34,7 +34,7 @@ public:
     void stop();
     [[nodiscard]] bool currentThreadIsManagerThread() const { return worker_.isCurrentThread(); } // [any]
 
-    // An untimed event without control and host time travels in the message itself, any other as a copy.
+    // A message that fits the parameters of a thread message travels in them, any other as a copy.
     void postPlayMidi(const QelMidiMessage& message);
     void postPlayMidi(std::vector<QelMidiMessage> messages); // all at once, in order
     void postSetMidiInputPorts(const std::vector<MidiInputPort>& ports);

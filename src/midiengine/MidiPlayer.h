@@ -36,8 +36,10 @@ public:
     // Beats a minute, 10..500. Takes effect at the next tick. [engine]
     virtual void setTempo(int beatsPerMinute) = 0;
 
-    // 0: the internal clock; 1 + i: MIDI clock of input i; 255: the engine waits for a slice (it is resetting):
-    // slices must be called whatever the source was. [any]
+    // The tempo source while the engine waits for a slice (it is resetting): slices must be called whatever the source
+    // was.
+    static constexpr unsigned char waitingForSlice = 255;
+    // 0: the internal clock; 1 + i: MIDI clock of input i; waitingForSlice. [any]
     virtual void setTempoSource(unsigned char source) = 0;
     [[nodiscard]] virtual unsigned char getTempoSource() = 0; // [any]
 };

@@ -4,11 +4,6 @@
 
 namespace Backend::MidiEngine {
 
-namespace {
-// The tempo source that keeps a clock calling slices while the engine waits for one.
-constexpr unsigned char waitingForSlice = 255;
-} // namespace
-
 void ResetGate::clockIsHere() {
     if (!isClockThread()) {
         clockThread_.store(Platform::currentThreadId(), std::memory_order_relaxed);
@@ -23,7 +18,7 @@ bool ResetGate::isClockThread() const {
 void ResetGate::pass(Reset reset, const std::function<void()>& ask) {
     const std::lock_guard<CriticalSection> guard(oneAtATime_);
     const unsigned char source = player_.getTempoSource();
-    player_.setTempoSource(waitingForSlice);
+    player_.setTempoSource(MidiPlayer::waitingForSlice);
     ask();
     eventOf(reset).wait();
     player_.setTempoSource(source);

@@ -31,4 +31,11 @@ QelMidiMessage QelMidiMessage::createQelHardReset() noexcept {
     return QelMidiMessage(MidiEngineMessageType::hardReset);
 }
 
+bool QelMidiMessage::fitsParameters() const noexcept {
+    constexpr std::uint32_t lastCell = 15;
+    const bool isFromControl = static_cast<std::uint32_t>(fromControl_.x) <= lastCell &&
+                               static_cast<std::uint32_t>(fromControl_.y) <= lastCell;
+    return !isFromControl && !isTimedEvent() && hostTime_ < 0 && engineType_ == MidiEngineMessageType::event;
+}
+
 } // namespace Backend::MidiEngine

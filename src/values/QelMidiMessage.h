@@ -111,7 +111,7 @@ public:
     [[nodiscard]] std::int64_t getHostTime() const noexcept { return hostTime_; }
     void setHostTime(std::int64_t time) noexcept { hostTime_ = time; }
 
-    // For a thread message; bytes from the lowest: output, default-channel flag, input, zone.
+    // For a thread message; L's bytes from the lowest: output, default-channel flag, input, zone.
     [[nodiscard]] std::uint64_t getWparam() const noexcept { return message_.getWparam(); }
     [[nodiscard]] std::int64_t getLparam() const noexcept {
         return static_cast<std::int64_t>(static_cast<std::uint8_t>(output_)) |
@@ -119,6 +119,8 @@ public:
                static_cast<std::int64_t>(static_cast<std::uint8_t>(input_)) << 16 |
                static_cast<std::int64_t>(static_cast<std::uint8_t>(zone_)) << 24;
     }
+    // True when these two say all of it: there is no control, no time, no host time and nothing for the engine to do.
+    [[nodiscard]] bool fitsParameters() const noexcept;
 
 private:
     explicit QelMidiMessage(MidiEngineMessageType type) noexcept : engineType_(type) {}

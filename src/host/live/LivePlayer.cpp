@@ -14,11 +14,6 @@ namespace Host {
 
 using Backend::MidiEngine::QelMidiMessage;
 
-namespace {
-// The engine waits for a slice.
-constexpr unsigned char waitingForSlice = 255;
-} // namespace
-
 LivePlayer::LivePlayer(std::unique_ptr<MidiSystem> system)
     : system_(std::move(system)), clock_(system_->createClock(*this)) {}
 
