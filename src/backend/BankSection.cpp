@@ -2,6 +2,7 @@
 
 #include "backend/ProgramXml.h"
 #include "backend/Selection.h"
+#include "gui/GuiMessages.h"
 #include "platform/ChangeLock.h"
 #include "platform/PathText.h"
 #include "platform/SafeFiles.h"
@@ -74,7 +75,7 @@ void BankSection::saveToCurrentBank(int slot, Platform::WindowHandle owner) {
     if (const Outcome saved = save(path_, slot); !saved) {
         reportFault_(saved.fault());
     } else if (owner != nullptr) {
-        Platform::postWindowMessage(owner, {savedToBankMessage, 0, 0});
+        Platform::postWindowMessage(owner, {idOf(Gui::GuiMessage::saved), 0, 0});
     }
 }
 
@@ -85,7 +86,7 @@ void BankSection::saveToBank(const std::filesystem::path& file, Platform::Window
     if (const Outcome saved = save(file, slot_); !saved) {
         reportFault_(saved.fault());
     } else if (owner != nullptr) {
-        Platform::postWindowMessage(owner, {savedToBankMessage, 0, 0});
+        Platform::postWindowMessage(owner, {idOf(Gui::GuiMessage::saved), 0, 0});
     }
 }
 

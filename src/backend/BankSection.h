@@ -16,9 +16,6 @@
 
 namespace Backend {
 
-// Posted to the window that asked for it when a program has been saved into a bank.
-inline constexpr std::uint32_t savedToBankMessage = Platform::applicationMessage + 114;
-
 // Programs are changed from memory, so that no disk is waited for while playing. What is saved is put into the file as
 // it is then: other programs in it stay as they are, byte for byte, whoever has written them, also at the same moment.
 // A file that has been removed is made again from memory, and its folder. What fails is reported and leaves every file

@@ -34,9 +34,9 @@ std::string settingsKey(const std::string& applicationName) {
 }
 
 // The window that asked for an import hears that it is done.
-void tellImported(Platform::WindowHandle owner, std::uint32_t message) {
+void tellImported(Platform::WindowHandle owner, Gui::GuiMessage message) {
     if (owner != nullptr) {
-        Platform::postWindowMessage(owner, {Platform::applicationMessage + message, 0, 0});
+        Platform::postWindowMessage(owner, {idOf(message), 0, 0});
     }
 }
 
@@ -254,7 +254,7 @@ void QelBackend::saveToBank(const std::string& path, Platform::WindowHandle owne
 
 void QelBackend::saveToProgram(const std::string& path, Platform::WindowHandle owner) {
     if (programs_.saveToProgram(Platform::pathOf(path)) && owner != nullptr) {
-        Platform::postWindowMessage(owner, {savedToBankMessage, 0, 0});
+        Platform::postWindowMessage(owner, {idOf(Gui::GuiMessage::saved), 0, 0});
     }
 }
 
@@ -287,7 +287,7 @@ void QelBackend::importVersion2Bank(const std::string& source, const std::string
                                     Platform::WindowHandle owner) {
     if (import(Version2Kind::bank, source, destination)) {
         loadBank(destination);
-        tellImported(owner, 123);
+        tellImported(owner, Gui::GuiMessage::bankImported);
     }
 }
 
@@ -295,14 +295,14 @@ void QelBackend::importVersion2Program(const std::string& source, const std::str
                                        Platform::WindowHandle owner) {
     if (import(Version2Kind::program, source, destination)) {
         loadProgram(destination);
-        tellImported(owner, 124);
+        tellImported(owner, Gui::GuiMessage::programImported);
     }
 }
 
 void QelBackend::importVersion2Preset(const std::string& source, const std::string& destination,
                                       Platform::WindowHandle owner) {
     if (import(Version2Kind::preset, source, destination)) {
-        tellImported(owner, 125);
+        tellImported(owner, Gui::GuiMessage::presetImported);
     }
 }
 

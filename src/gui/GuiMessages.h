@@ -9,6 +9,12 @@ namespace Gui {
 
 // A "copy" is a heap copy that belongs to the window (Backend::takeCopy). Numbers that stand here are fixed.
 enum class GuiMessage : std::uint32_t {
+    // To the window that asked for it, once it is done:
+    saved = Platform::applicationMessage + 114, // a program
+    bankImported = Platform::applicationMessage + 123,
+    programImported,
+    presetImported,
+
     midiSent = Platform::applicationMessage + 0x1E6, // wParam, lParam: the packed message; also what was kept back
     midiReceived,                                    // the same of a message from an input, as it came in
 

@@ -10,7 +10,7 @@ namespace Backend::ComputerInput {
 
 // Their numbers are fixed; the window is sent some of them too.
 enum class ComputerInputMessageManager::Message : std::uint32_t {
-    put = 33469,
+    put = Platform::applicationMessage + 701,
     setUseKeyUpMod,
     set,
     storePreset,
@@ -19,15 +19,6 @@ enum class ComputerInputMessageManager::Message : std::uint32_t {
     keyDown,
     keyUp
 };
-
-namespace {
-
-// Packed, an unknown key would be the one without a code.
-bool canBePosted(const Key& key) {
-    return key.getCode() != Key::NO_CODE && key.getCode() != Key::UNKNOWN_CODE;
-}
-
-} // namespace
 
 ComputerInputMessageManager::ComputerInputMessageManager(ComputerInputSection& section, QelIF& qel,
                                                          MessageManagerMaster& master)
@@ -71,13 +62,13 @@ void ComputerInputMessageManager::put(const std::vector<KeyConfiguration>& confi
 }
 
 void ComputerInputMessageManager::postKeyDown(const Key& key, bool repeat) {
-    if (canBePosted(key)) {
+    if (key.canBePressed()) {
         post(Message::keyDown, key.getPacked(), asLParam(repeat));
     }
 }
 
 void ComputerInputMessageManager::postKeyUp(const Key& key) {
-    if (canBePosted(key)) {
+    if (key.canBePressed()) {
         post(Message::keyUp, key.getPacked());
     }
 }

@@ -12,14 +12,6 @@ namespace Backend::ComputerInput {
 using Component::defaultPresetName;
 using Platform::XmlElement;
 
-namespace {
-
-bool canBePressed(const Key& key) {
-    return key.getCode() != Key::NO_CODE && key.getCode() != Key::UNKNOWN_CODE;
-}
-
-} // namespace
-
 ComputerInputSection::ComputerInputSection(QelIF& qel, std::filesystem::path presetFolder,
                                            const std::function<void(const Platform::Fault&)>& reportFault)
     : qel_(qel), presets_(std::move(presetFolder), "ComputerInput"), reportFault_(reportFault) {
@@ -27,13 +19,13 @@ ComputerInputSection::ComputerInputSection(QelIF& qel, std::filesystem::path pre
 }
 
 void ComputerInputSection::keyDown(const Key& key, bool repeat) {
-    if (canBePressed(key)) {
+    if (key.canBePressed()) {
         pressed_.down(key, repeat, map_);
     }
 }
 
 void ComputerInputSection::keyUp(const Key& key) {
-    if (canBePressed(key)) {
+    if (key.canBePressed()) {
         pressed_.up(key, map_);
     }
 }

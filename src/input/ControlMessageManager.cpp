@@ -13,7 +13,7 @@ using Tell = ControlSection::Tell;
 
 // The numbers up to select are fixed.
 enum class ControlMessageManager::Message : std::uint32_t {
-    put = 33969,
+    put = Platform::applicationMessage + 1201,
     set,
     storePreset,
     deletePreset,

@@ -10,7 +10,7 @@
 namespace Backend::Joystick {
 
 enum class JoystickMessageManager::Message : std::uint32_t {
-    put = 34469,
+    put = Platform::applicationMessage + 1701,
     set,
     storePreset,
     deletePreset,

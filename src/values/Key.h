@@ -28,6 +28,9 @@ public:
     // Bits 0..7 the code, 8..11 the modifiers; the bits above are not looked at.
     [[nodiscard]] static Key fromPacked(std::uint32_t packed) noexcept { return Key(packed & 0xFF, packed >> 8); }
 
+    // True but for no key and for the code of an unknown name, which packed would be the one of no key.
+    [[nodiscard]] bool canBePressed() const noexcept { return code_ != NO_CODE && code_ != UNKNOWN_CODE; }
+
     [[nodiscard]] std::uint32_t getCode() const noexcept { return code_; }
     [[nodiscard]] bool isShift() const noexcept { return (modifiers_ & SHIFT) != 0; }
     [[nodiscard]] bool isControl() const noexcept { return (modifiers_ & CONTROL) != 0; }

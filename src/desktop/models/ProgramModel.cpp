@@ -8,23 +8,15 @@
 
 namespace Desktop {
 
-namespace {
-// Posted to the window that asked, when the work is done.
-constexpr std::uint32_t savedMessage = Platform::applicationMessage + 114;
-constexpr std::uint32_t bankImportedMessage = Platform::applicationMessage + 123;
-constexpr std::uint32_t programImportedMessage = Platform::applicationMessage + 124;
-constexpr std::uint32_t presetImportedMessage = Platform::applicationMessage + 125;
-} // namespace
-
 ProgramModel::ProgramModel(Models& models) : models_(models) {
-    on(savedMessage, [this](std::uintptr_t, std::intptr_t) { emit saved(); });
-    for (const std::uint32_t id : {bankImportedMessage, programImportedMessage}) {
-        on(id, [this](std::uintptr_t, std::intptr_t) {
+    on(idOf(Gui::GuiMessage::saved), [this](std::uintptr_t, std::intptr_t) { emit saved(); });
+    for (const Gui::GuiMessage message : {Gui::GuiMessage::bankImported, Gui::GuiMessage::programImported}) {
+        on(idOf(message), [this](std::uintptr_t, std::intptr_t) {
             emit exchanged();
             emit imported();
         });
     }
-    on(presetImportedMessage, [this](std::uintptr_t, std::intptr_t) { emit imported(); });
+    on(idOf(Gui::GuiMessage::presetImported), [this](std::uintptr_t, std::intptr_t) { emit imported(); });
     onCopy<Gui::ProgramInfo>(idOf(Gui::GuiMessage::program), [this](Gui::ProgramInfo info) {
         const bool other = info.slot != program_.slot;
         program_ = std::move(info);
