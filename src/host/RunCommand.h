@@ -13,6 +13,10 @@
 
 namespace Host {
 
+class EventPrinters;
+class LivePlayer;
+struct RunEnding;
+
 // tembrel run: starts the controller and plays until it is told to end, or until its script ends.
 class RunCommand final : public Command {
 public:
@@ -22,6 +26,11 @@ public:
 
 private:
     [[nodiscard]] Platform::Outcome play();
+    // From the first message to the last. `remark` is said once it plays.
+    [[nodiscard]] Platform::Outcome perform(LivePlayer& player, EventPrinters& printers, const RunEnding& ending,
+                                            const std::string& remark);
+    // The tempo source and the clock that is sent.
+    [[nodiscard]] Platform::Outcome setTime(LivePlayer& player) const;
     // The number of the tempo source that was asked for, in that system.
     [[nodiscard]] Platform::Result<std::uint8_t> tempoSourceIn(const MidiSystem& system) const;
     // Lets its clock in.
