@@ -1,5 +1,6 @@
 #include "host/SmfTrack.h"
 
+#include "host/SmfMeta.h"
 #include "values/MessageType.h"
 #include "values/VariableLength.h"
 
@@ -73,16 +74,16 @@ SmfTrack::Meta SmfTrack::readMeta() noexcept {
         return Meta::fault;
     };
     switch (type) {
-    case 0x21:
+    case SmfMeta::port:
         if (*lengthAt != 1) {
             return wrongLength("a port event has one byte");
         }
         port_ = blockEnd[-1];
         return Meta::passed;
-    case 0x2F:
+    case SmfMeta::endOfTrack:
         ended_ = true;
         return Meta::end;
-    case 0x51:
+    case SmfMeta::tempo:
         if (*lengthAt != 3) {
             return wrongLength("a tempo event has three bytes");
         }

@@ -1,9 +1,11 @@
 #include "host/SmfWriter.h"
 
+#include "host/SmfMeta.h"
 #include "values/QelMidiMessage.h"
 #include "values/Ticks.h"
 
 #include <algorithm>
+#include <bitset>
 #include <limits>
 
 namespace Host {
@@ -12,9 +14,6 @@ using Platform::Outcome;
 
 namespace {
 
-constexpr std::uint8_t trackNameMeta = 0x03;
-constexpr std::uint8_t endOfTrackMeta = 0x2F;
-constexpr std::uint8_t tempoMeta = 0x51;
 constexpr char releaseVelocity = 100; // of the notes that the end of the file ends
 
 std::string bigEndian(std::uint32_t number, int size) {
@@ -45,7 +44,7 @@ Outcome SmfWriter::open() {
     }
     for (const std::string& outputName : outputNames_) {
         tracks_.push_back(std::make_unique<Track>(file_.temporaryName()));
-        tracks_.back()->content.addMeta(0, trackNameMeta, outputName);
+        tracks_.back()->content.addMeta(0, SmfMeta::trackName, outputName);
     }
     return Platform::success();
 }
@@ -72,7 +71,7 @@ void SmfWriter::play(std::int32_t tick, const Backend::MidiEngine::QelMidiMessag
 void SmfWriter::setTempo(std::int32_t tick, int beatsPerMinute) {
     const auto beats = static_cast<std::uint32_t>(beatsPerMinute);
     const std::uint32_t microseconds = (60'000'000U + beats / 2) / beats;
-    tracks_.front()->content.addMeta(tick, tempoMeta, bigEndian(microseconds, 3));
+    tracks_.front()->content.addMeta(tick, SmfMeta::tempo, bigEndian(microseconds, 3));
 }
 
 bool SmfWriter::isGood() const {
@@ -102,7 +101,7 @@ void SmfWriter::endNotes(Track& track, std::int32_t tick) {
             track.content.add(tick, {bytes, sizeof bytes});
         }
     }
-    track.content.addMeta(0, endOfTrackMeta, {});
+    track.content.addMeta(0, SmfMeta::endOfTrack, {});
 }
 
 } // namespace Host
