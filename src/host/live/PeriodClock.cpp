@@ -1,7 +1,5 @@
 #include "host/live/PeriodClock.h"
 
-#include "platform/Clocks.h"
-
 #include <algorithm>
 
 namespace Host {
@@ -27,28 +25,6 @@ std::chrono::nanoseconds durationOf(std::int64_t frames, const PeriodClock::Peri
 PeriodClock::PeriodClock(ClockedEngine& engine, int beatsPerMinute, TimeSource& time)
     : engine_(engine), time_(time), runner_(engine, Period{}.framesPerSecond, 0, beatsPerMinute),
       sync_(engine, runner_), incoming_(Period{}), grid_(runner_.grid()), seen_(time.now()) {}
-
-PeriodClock::~PeriodClock() {
-    stop();
-}
-
-void PeriodClock::start() {
-    thread_ = std::make_unique<Platform::Thread>([this] {
-        Platform::setCurrentThreadName("clock");
-        Platform::requestPreciseTimers();
-        static_cast<void>(Platform::setCurrentThreadPriority(Platform::Priority::clock));
-        while (!stopping_.load(std::memory_order_relaxed)) {
-            round();
-        }
-    });
-    thread_->resume();
-}
-
-void PeriodClock::stop() {
-    stopping_.store(true, std::memory_order_relaxed);
-    waker_.tell();
-    thread_.reset();
-}
 
 void PeriodClock::periodBegins(Period period) noexcept {
     period.number = ++periods_;

@@ -2,16 +2,15 @@
 #pragma once
 
 #include "host/live/Clock.h"
+#include "host/live/ClockThread.h"
 #include "host/live/ClockWaker.h"
 #include "host/live/Published.h"
 #include "host/live/TickRunner.h"
 #include "host/live/TimeSource.h"
-#include "platform/Threads.h"
 #include "values/QelMidiMessage.h"
 
 #include <atomic>
 #include <cstdint>
-#include <memory>
 
 namespace Host {
 
@@ -37,10 +36,9 @@ public:
 
     // Both outlive the clock.
     explicit PeriodClock(ClockedEngine& engine, int beatsPerMinute = 120, TimeSource& time = TimeSource::ofSystem());
-    ~PeriodClock() override;
 
-    void start() override;
-    void stop() override;
+    void start() override { thread_.start(); }
+    void stop() override { thread_.stop(); }
     void eventsArrived() noexcept override { waker_.tellArrival(); }
     void wake() noexcept override { waker_.tellUrgent(); }
     void setTempo(int beatsPerMinute) noexcept override { runner_.setTempo(beatsPerMinute); }
@@ -100,8 +98,7 @@ private:
     std::chrono::nanoseconds seen_; // when it was taken
     bool alone_ = false;
 
-    std::atomic<bool> stopping_ = false;
-    std::unique_ptr<Platform::Thread> thread_;
+    ClockThread thread_{[this] { round(); }, waker_};
 };
 
 } // namespace Host

@@ -1,7 +1,5 @@
 #include "host/live/SleepingClock.h"
 
-#include "platform/Clocks.h"
-
 namespace Host {
 
 namespace {
@@ -12,27 +10,9 @@ SleepingClock::SleepingClock(ClockedEngine& engine, int beatsPerMinute, TimeSour
     : engine_(engine), time_(time), runner_(engine, nanosecondsPerSecond, time.now().count(), beatsPerMinute),
       sync_(engine, runner_) {}
 
-SleepingClock::~SleepingClock() {
-    stop();
-}
-
 void SleepingClock::start() {
     runner_.moveTo(time_.now().count(), nanosecondsPerSecond);
-    thread_ = std::make_unique<Platform::Thread>([this] {
-        Platform::setCurrentThreadName("clock");
-        Platform::requestPreciseTimers();
-        static_cast<void>(Platform::setCurrentThreadPriority(Platform::Priority::clock));
-        while (!stopping_.load(std::memory_order_relaxed)) {
-            round();
-        }
-    });
-    thread_->resume();
-}
-
-void SleepingClock::stop() {
-    stopping_.store(true, std::memory_order_relaxed);
-    waker_.tell();
-    thread_.reset();
+    thread_.start();
 }
 
 void SleepingClock::round() {

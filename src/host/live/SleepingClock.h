@@ -2,13 +2,10 @@
 #pragma once
 
 #include "host/live/Clock.h"
+#include "host/live/ClockThread.h"
 #include "host/live/ClockWaker.h"
 #include "host/live/TickRunner.h"
 #include "host/live/TimeSource.h"
-#include "platform/Threads.h"
-
-#include <atomic>
-#include <memory>
 
 namespace Host {
 
@@ -24,10 +21,9 @@ class SleepingClock final : public Clock {
 public:
     // Both outlive the clock.
     explicit SleepingClock(ClockedEngine& engine, int beatsPerMinute = 120, TimeSource& time = TimeSource::ofSystem());
-    ~SleepingClock() override;
 
     void start() override;
-    void stop() override;
+    void stop() override { thread_.stop(); }
     void eventsArrived() noexcept override { waker_.tellArrival(); }
     void wake() noexcept override { waker_.tellUrgent(); }
     void setTempo(int beatsPerMinute) noexcept override { runner_.setTempo(beatsPerMinute); }
@@ -50,8 +46,7 @@ private:
     TickRunner runner_;
     TempoSync sync_;
     ClockWaker waker_;
-    std::atomic<bool> stopping_ = false;
-    std::unique_ptr<Platform::Thread> thread_;
+    ClockThread thread_{[this] { round(); }, waker_};
 };
 
 } // namespace Host
