@@ -9,12 +9,32 @@
 
 namespace Backend::ComputerInput {
 
-using Component::defaultPresetName;
-using Platform::XmlElement;
+namespace {
+
+KeyConfigurationMap builtInKeys(QelIF& qel) {
+    KeyConfigurationMap map;
+    readComputerInput(defaultComputerInput(), qel, map);
+    return map;
+}
+
+// A preset that the section names says its useKeyUpMod, too.
+Component::SectionPresets<KeyConfigurationMap>::Read readWith(QelIF& qel) {
+    return [&qel](const Platform::XmlElement& section, KeyConfigurationMap& map) {
+        const bool useKeyUpMod = map.useKeyUpMod;
+        readComputerInput(section, qel, map);
+        if (!readText(section, computerInputFormat()["preset"]).empty()) {
+            map.useKeyUpMod = useKeyUpMod;
+        }
+    };
+}
+
+} // namespace
 
 ComputerInputSection::ComputerInputSection(QelIF& qel, std::filesystem::path presetFolder,
                                            const std::function<void(const Platform::Fault&)>& reportFault)
-    : qel_(qel), presets_(std::move(presetFolder), "ComputerInput"), reportFault_(reportFault) {
+    : builtIn_(builtInKeys(qel)),
+      presets_({std::move(presetFolder), "ComputerInput"}, computerInputFormat(), readWith(qel), builtIn_),
+      reportFault_(reportFault) {
     setDefault();
 }
 
@@ -31,112 +51,58 @@ void ComputerInputSection::keyUp(const Key& key) {
 }
 
 void ComputerInputSection::setDefault() {
-    KeyConfigurationMap map;
-    readComputerInput(defaultComputerInput(), qel_, map);
-    set(std::move(map));
+    set(builtIn_);
 }
 
 void ComputerInputSection::set(KeyConfigurationMap map) {
     map_ = std::make_shared<const KeyConfigurationMap>(std::move(map));
 }
 
-Platform::Result<XmlElement> ComputerInputSection::presetOrDefault(const std::string& name) const {
-    if (name == defaultPresetName && !presets_.exists(name)) {
-        return defaultComputerInput();
-    }
-    return presets_.read(name);
-}
-
-void ComputerInputSection::read(const XmlElement& section) {
-    const ElementFormat& format = computerInputFormat();
-    KeyConfigurationMap map = copyOfMap();
-    map.presetName = readText(section, format["preset"]);
-    if (map.presetName.empty()) {
-        readComputerInput(section, qel_, map);
-        set(std::move(map));
-        return;
-    }
-    Platform::Result<XmlElement> preset = presetOrDefault(map.presetName);
-    if (!preset) {
-        preset = presetOrDefault(std::string(defaultPresetName));
-    }
-    KeyConfigurationMap stoodFor;
-    readComputerInput(preset ? preset.value() : defaultComputerInput(), qel_, stoodFor);
-    KeyConfigurationMap own;
-    readComputerInput(section, qel_, own);
-    map.beginReading(readBoolean(section, format["merge"]));
-    map.useKeyUpMod = stoodFor.useKeyUpMod;
-    if (!presets_.exists(map.presetName) && (!own.empty() || !map.empty())) {
-        map.presetName.clear(); // the name alone would not give the same section again
-    }
-    for (const KeyConfigurationMap* source : {&stoodFor, &own}) {
-        for (const auto& [key, configuration] : *source) {
-            map.store(key, configuration);
-        }
-    }
-    set(std::move(map));
-}
-
-bool ComputerInputSection::isWhatItsPresetHolds() const {
-    if (!presets_.exists(map_->presetName)) {
-        return true;
-    }
-    const Platform::Result<XmlElement> preset = presets_.read(map_->presetName);
-    if (!preset) {
-        return false;
-    }
-    KeyConfigurationMap stored;
-    readComputerInput(preset.value(), qel_, stored);
-    return stored.useKeyUpMod == map_->useKeyUpMod && stored.hasSameActions(*map_);
+void ComputerInputSection::read(const Platform::XmlElement& section) {
+    set(presets_.readSection(section, *map_));
 }
 
 void ComputerInputSection::write(std::ostream& out, int depth, bool allowReference) const {
-    const bool reference = allowReference && !map_->presetName.empty() && isWhatItsPresetHolds();
+    const bool reference = allowReference && presets_.saysAll(*map_, false);
     writeComputerInput(out, depth, *map_, reference ? SectionContent::presetReference : SectionContent::whole);
 }
 
+void ComputerInputSection::setChanged(KeyConfigurationMap map) {
+    if (!presets_.folder().exists(map.presetName)) {
+        map.presetName.clear();
+    }
+    set(std::move(map));
+}
+
 void ComputerInputSection::put(const std::vector<KeyConfiguration>& configurations) {
-    KeyConfigurationMap map = copyOfMap();
+    KeyConfigurationMap map = *map_;
     for (const KeyConfiguration& configuration : configurations) {
         map.store(configuration.key, configuration);
     }
-    if (!presets_.exists(map.presetName)) {
-        map.presetName.clear();
-    }
-    set(std::move(map));
+    setChanged(std::move(map));
 }
 
 void ComputerInputSection::setUseKeyUpMod(bool on) {
-    KeyConfigurationMap map = copyOfMap();
+    KeyConfigurationMap map = *map_;
     map.useKeyUpMod = on;
-    if (!presets_.exists(map.presetName)) {
-        map.presetName.clear();
-    }
-    set(std::move(map));
+    setChanged(std::move(map));
 }
 
 void ComputerInputSection::loadPreset(const std::string& name) {
-    const Platform::Result<XmlElement> section = presetOrDefault(name);
-    if (!section) {
-        reportFault_(section.fault());
-        return;
-    }
-    KeyConfigurationMap map = copyOfMap();
-    readComputerInput(section.value(), qel_, map);
-    map.presetName = name;
-    set(std::move(map));
+    Platform::Result<KeyConfigurationMap> loaded = presets_.load(name, *map_);
+    loaded ? set(std::move(loaded.value())) : reportFault_(loaded.fault());
 }
 
 void ComputerInputSection::savePreset(const std::string& name, const std::vector<Key>& keys) {
     std::ostringstream text;
     if (!keys.empty()) {
         writeComputerInput(text, 0, *map_, keys);
-        presets_.write(name, text.str(), reportFault_);
+        presets_.folder().write(name, text.str(), reportFault_);
         return;
     }
     writeComputerInput(text, 0, *map_);
-    if (presets_.write(name, text.str(), reportFault_)) {
-        KeyConfigurationMap map = copyOfMap();
+    if (presets_.folder().write(name, text.str(), reportFault_)) {
+        KeyConfigurationMap map = *map_;
         map.presetName = name;
         set(std::move(map));
     }
@@ -145,11 +111,11 @@ void ComputerInputSection::savePreset(const std::string& name, const std::vector
 void ComputerInputSection::storePreset(const std::string& name, const KeyConfigurationMap& map) {
     std::ostringstream text;
     writeComputerInput(text, 0, map);
-    presets_.write(name, text.str(), reportFault_);
+    presets_.folder().write(name, text.str(), reportFault_);
 }
 
 void ComputerInputSection::deletePreset(const std::string& name) {
-    presets_.remove(name, reportFault_);
+    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend::ComputerInput

@@ -2,9 +2,8 @@
 #pragma once
 
 #include "input/KeyConfigurationMap.h"
-#include "input/PresetFolder.h"
 #include "input/PressedKeys.h"
-#include "platform/Result.h"
+#include "input/SectionPresets.h"
 
 #include <filesystem>
 #include <functional>
@@ -57,12 +56,11 @@ public:
     void deletePreset(const std::string& name);
 
 private:
-    [[nodiscard]] KeyConfigurationMap copyOfMap() const { return *map_; }
-    [[nodiscard]] Platform::Result<Platform::XmlElement> presetOrDefault(const std::string& name) const;
-    [[nodiscard]] bool isWhatItsPresetHolds() const;
+    // As the section; a preset without a file stands for nothing any more and is forgotten.
+    void setChanged(KeyConfigurationMap map);
 
-    QelIF& qel_;
-    Component::PresetFolder presets_;
+    const KeyConfigurationMap builtIn_;
+    Component::SectionPresets<KeyConfigurationMap> presets_;
     const std::function<void(const Platform::Fault&)>& reportFault_;
     std::shared_ptr<const KeyConfigurationMap> map_; // replaced, never changed: held keys share it
     PressedKeys pressed_;

@@ -30,6 +30,13 @@ public:
         }
     }
 
+    // Adds the elements of the other; they replace those with the same ids.
+    void merge(const ElementCollection& other) {
+        for (const auto& [id, element] : other) {
+            store(id, element);
+        }
+    }
+
     // The collection outlives its iterators and is not changed meanwhile.
     [[nodiscard]] std::unique_ptr<IteratorIF<Element>> createIterator() {
         return std::make_unique<HashMapIterator<Id, Element>>(elements_);

@@ -21,12 +21,8 @@ struct JoystickMap {
     }
     // Adds the elements of the other map; they replace those with the same ids.
     void merge(const JoystickMap& other) {
-        for (const auto& [id, axis] : other.axes) {
-            axes.store(id, axis);
-        }
-        for (const auto& [id, button] : other.buttons) {
-            buttons.store(id, button);
-        }
+        axes.merge(other.axes);
+        buttons.merge(other.buttons);
     }
     [[nodiscard]] bool hasSameActions(const JoystickMap& other) const {
         return axes.hasSameActions(other.axes) && buttons.hasSameActions(other.buttons);

@@ -14,6 +14,15 @@ struct KeyConfigurationMap : Component::ElementCollection<Key, KeyConfiguration>
     bool useKeyUpMod = false;
     // The preset that the section was last loaded from or saved as; may be empty.
     std::string presetName;
+
+    // Adds the keys of the other map, and takes over its useKeyUpMod.
+    void merge(const KeyConfigurationMap& other) {
+        ElementCollection::merge(other);
+        useKeyUpMod = other.useKeyUpMod;
+    }
+    [[nodiscard]] bool hasSameActions(const KeyConfigurationMap& other) const {
+        return useKeyUpMod == other.useKeyUpMod && ElementCollection::hasSameActions(other);
+    }
 };
 
 } // namespace Backend::ComputerInput

@@ -16,7 +16,8 @@ namespace Backend::Component {
 // Of the kind of section that is held in a Map: with presetName, clear(), merge(Map) and hasSameActions(Map). [backend]
 template <typename Map> class SectionPresets final {
 public:
-    // Reads a section's own elements by its "merge".
+    // Reads a section's own elements by its "merge". What a section says beside its elements is left as it is in the
+    // map where the section stands for a preset.
     using Read = std::function<void(const Platform::XmlElement&, Map&)>;
 
     // `builtIn` is what "000 - Default" is without a file; both references outlive this.
@@ -37,7 +38,8 @@ public:
             map.clear();
         }
         map.merge(presetOrDefault(map.presetName));
-        Map own;
+        Map own = map;
+        own.clear();
         read_(section, own);
         map.merge(own);
         if (!folder_.exists(map.presetName) && !presetOrDefault(map.presetName).hasSameActions(map)) {

@@ -31,11 +31,7 @@ std::shared_ptr<const ConfigurationSection::Map> ConfigurationSection::map() con
 
 void ConfigurationSection::replace(Map map) {
     for (const auto& [event, configuration] : map) {
-        for (const auto& translation : configuration.translations) {
-            if (translation) {
-                translation->setQel(&qel_);
-            }
-        }
+        configuration.setQel(&qel_);
     }
     auto replacement = std::make_shared<const Map>(std::move(map));
     const std::lock_guard lock(mutex_);

@@ -49,7 +49,7 @@ bool MidiEventConfiguration::onlyPlays() const {
                        [](const auto& translation) { return !translation || translation->onlyPlays(); });
 }
 
-void MidiEventConfiguration::setQel(QelIF* qel) {
+void MidiEventConfiguration::setQel(QelIF* qel) const {
     for (const auto& translation : translations) {
         if (translation) {
             translation->setQel(qel);

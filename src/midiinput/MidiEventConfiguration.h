@@ -26,7 +26,8 @@ struct MidiEventConfiguration {
     [[nodiscard]] bool isDefault() const;
     // None of its translations does anything but play.
     [[nodiscard]] bool onlyPlays() const;
-    void setQel(QelIF* qel);
+    // Gives its translations the facade to act on.
+    void setQel(QelIF* qel) const;
 
     // Nothing when it is the default, else itself.
     [[nodiscard]] std::optional<MidiEventConfiguration> activePart() const;

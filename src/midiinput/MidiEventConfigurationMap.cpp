@@ -36,10 +36,4 @@ bool MidiEventConfigurationMap::onlyPlays(const MidiEngine::QelMidiMessage& mess
     return found.configuration == nullptr || found.configuration->onlyPlays();
 }
 
-void MidiEventConfigurationMap::merge(const MidiEventConfigurationMap& other) {
-    for (const auto& [event, configuration] : other) {
-        store(event, configuration);
-    }
-}
-
 } // namespace Backend::MidiInput

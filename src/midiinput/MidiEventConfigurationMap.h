@@ -26,9 +26,6 @@ struct MidiEventConfigurationMap : Component::ElementCollection<MidiEvent, MidiE
     // Handling the message plays, and changes nothing in the program.
     [[nodiscard]] bool onlyPlays(const MidiEngine::QelMidiMessage& message) const;
 
-    // Adds the configurations of another map or replaces those with the same events.
-    void merge(const MidiEventConfigurationMap& other);
-
     // The preset that the section was last loaded from or saved as; may be empty.
     std::string presetName;
 };
