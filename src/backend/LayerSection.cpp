@@ -1,7 +1,6 @@
 #include "backend/LayerSection.h"
 
 #include "backend/Selection.h"
-#include "backend/SequenceNumbers.h"
 #include "midiengine/LayerXml.h"
 
 #include <algorithm>
@@ -154,10 +153,6 @@ void LayerSection::changeSolo(const SelectType& which, const OnOffToggle& how) {
 
 void LayerSection::changeNoteToggle(const SelectType& which, const NoteToggle& mode) {
     change(which, [&](Layers::Layer& layer) { layer.toggle = mode; });
-}
-
-void LayerSection::chooseSequence(const SelectType& which, int number, int mode) {
-    change(which, [&](Layers::Layer& layer) { SequenceManagement::chooseSequence(layer, number, mode); });
 }
 
 void LayerSection::sequenceChanged(const std::string& name) {

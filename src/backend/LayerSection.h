@@ -69,8 +69,6 @@ public:
     void changeMono(const SelectType& which, const OnOffToggle& how);
     void changeSolo(const SelectType& which, const OnOffToggle& how);
     void changeNoteToggle(const SelectType& which, const NoteToggle& mode);
-    // By its number (SequenceNumbers).
-    void chooseSequence(const SelectType& which, int number, int mode);
     // A sequence has another content now.
     void sequenceChanged(const std::string& name);
 

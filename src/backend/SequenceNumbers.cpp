@@ -126,16 +126,4 @@ SequenceSetting numberedSetting(const std::string& name, int mode) {
     return setting;
 }
 
-bool chooseSequence(Layers::Layer& layer, int number, int mode) {
-    const std::optional<std::string> name = sequenceName(number);
-    if (!name) {
-        return false;
-    }
-    layer.sequence.reset();
-    if (!name->empty()) {
-        layer.sequence = numberedSetting(*name, mode);
-    }
-    return true;
-}
-
 } // namespace Backend::SequenceManagement

@@ -1,8 +1,7 @@
-// The numbers by which sequences are chosen.
+// The numbers by which version 2 named sequences.
 #pragma once
 
 #include "generators/SequenceSetting.h"
-#include "midiengine/Layer.h"
 
 #include <optional>
 #include <string>
@@ -19,9 +18,5 @@ inline constexpr int sequenceNumbers = 112; // 0..111
 
 // How a sequence is applied: 1: accents and rests only, 2: notes as well, anything else: notes and rests only.
 [[nodiscard]] SequenceSetting numberedSetting(const std::string& name, int mode);
-
-// Gives the layer the sequence of that number, or takes its sequence away; its steps are still to be looked up. False,
-// and nothing is changed, for a number without meaning.
-bool chooseSequence(Layers::Layer& layer, int number, int mode);
 
 } // namespace Backend::SequenceManagement

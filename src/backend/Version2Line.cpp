@@ -1,12 +1,12 @@
 #include "backend/Version2Line.h"
 
 #include "backend/ProgramXml.h"
+#include "backend/SequenceNumbers.h"
 #include "platform/Utf8.h"
 #include "platform/XmlCharacters.h"
 #include "values/TextNumbers.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 namespace Backend {
@@ -45,7 +45,7 @@ const std::vector<Row>& rows() {
          "Layer",
          {"channel", "output", "zone", "minNote", "maxNote", "minVelocity", "maxVelocity", "transpose", "velocity",
           "mute", "mono", "toggle"},
-         12},
+         14},
         {'Z', "Zones", "Zone", {"id", "transpose"}, 2},
     };
     return all;
@@ -149,33 +149,55 @@ void addEvent(XmlElement& element, const Version2Line& line, std::size_t first, 
     element.children.push_back(std::move(event));
 }
 
-// What stands below the element of a line.
-bool addContent(XmlElement& element, const Version2Line& line) {
+// The sequence of a layer: its number, and how it is applied. False for a number without meaning.
+bool addSequence(XmlElement& element, const Version2Line& line, std::size_t first) {
+    using namespace SequenceManagement;
+    if (line.field(first).empty()) {
+        return true;
+    }
+    const auto number = readDecimal(line.field(first));
+    const auto name = number && isDecimal(line.field(first)) ? sequenceName(*number) : std::nullopt;
+    if (name && !name->empty()) {
+        const SequenceSetting setting = numberedSetting(*name, readDecimal(line.field(first + 1)).value_or(0));
+        XmlElement sequence = elementOf("SequenceSetting", line.number);
+        set(sequence, "preset", setting.preset);
+        set(sequence, "useNote", setting.useNote ? "true" : "false");
+        set(sequence, "useVelocity", setting.useVelocity ? "true" : "false");
+        element.children.push_back(std::move(sequence));
+    }
+    return name.has_value();
+}
+
+// Puts what stands below the element of a line into it. Null, or what is wrong.
+const char* addContent(XmlElement& element, const Version2Line& line) {
+    constexpr const char* noAction = "an action that is not understood";
     switch (line.kind) {
     case 'A':
         addEvent(element, line, 2, {"midiEvent", "min", "max", "offset", "channel", "zone"});
-        return true;
+        return nullptr;
     case 'B':
     case 'K':
-        return addEntry(element, line, 2);
+        return addEntry(element, line, 2) ? nullptr : noAction;
     case 'C':
         element.attributes.insert(element.attributes.begin(),
                                   {"cell", std::string(line.field(0)) + "," + std::string(line.field(1))});
         if (!line.field(8).empty()) {
             addEvent(element, line, 8, {"midiEvent", "output", "channel", "zone"});
         }
-        return true;
+        return nullptr;
     case 'E': {
         XmlElement translation = elementOf("Translation", line.number);
         set(translation, "condition", line.field(3));
         if (!addAction(translation, "", line.field(4), line.number)) {
-            return false;
+            return noAction;
         }
         element.children.push_back(std::move(translation));
-        return true;
+        return nullptr;
     }
+    case 'L':
+        return addSequence(element, line, 12) ? nullptr : "a number that no sequence has";
     default:
-        return true;
+        return nullptr;
     }
 }
 
@@ -244,8 +266,8 @@ Outcome addLine(const Version2Line& line, XmlElement& section) {
     for (std::size_t place = 0; place < row->attributes.size(); ++place) {
         set(element, row->attributes[place], line.field(place));
     }
-    if (!addContent(element, line)) {
-        return Fault{{}, line.number, "an action that is not understood"};
+    if (const char* const wrong = addContent(element, line)) {
+        return Fault{{}, line.number, wrong};
     }
     const ElementFormat& format = programFormat().child(section.name);
     if (!format.unchecked) {

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <numeric>
 #include <set>
 
 namespace {
@@ -121,20 +120,6 @@ TEST_F(SequencePresetsTest, EachPlaysWhatItsNameSays) {
         EXPECT_TRUE(drums->steps.size() == 16 || drums->steps.size() == 12) << number;
         EXPECT_GT(drums->steps.front().size(), 1U) << number; // several instruments under one key
     }
-}
-
-TEST_F(SequencePresetsTest, TheModeChoosesWhatIsApplied) {
-    Backend::Layers::Layer layer;
-    for (const auto& [mode, useNote, useVelocity] : {std::tuple{1, false, true}, {2, true, true}, {0, true, false}}) {
-        EXPECT_TRUE(chooseSequence(layer, 1, mode));
-        EXPECT_EQ(layer.sequence->preset, "002 - Oct 2 Up");
-        EXPECT_EQ(layer.sequence->useNote, useNote) << mode;
-        EXPECT_EQ(layer.sequence->useVelocity, useVelocity) << mode;
-    }
-    EXPECT_FALSE(chooseSequence(layer, 73, 1));
-    EXPECT_TRUE(layer.sequence);
-    EXPECT_TRUE(chooseSequence(layer, 74, 1));
-    EXPECT_FALSE(layer.sequence);
 }
 
 TEST_F(SequencePresetsTest, WhatIsAddedIsFoundWhatIsBadIsReported) {

@@ -4,7 +4,6 @@
 #include "BackendRig.h"
 #include "backend/FileCheck.h"
 #include "core/QelMessageManager.h"
-#include "platform/PathText.h"
 #include "platform/SafeFiles.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/XmlDocument.h"
@@ -91,6 +90,33 @@ TEST(Version2Import, WhateverALineHoldsTheOthersAreImported) {
     EXPECT_EQ(read.value().children.front().child("Layers")->children.size(), 2U);
     ASSERT_EQ(converted.value().notTaken.size(), 1U);
     EXPECT_EQ(converted.value().notTaken.front().line, 4);
+}
+
+TEST(Version2Import, TheNumberOfASequence) {
+    struct Row {
+        const char* fields; // number, mode
+        const char* sequence;
+        bool isTaken;
+    };
+    const Row rows[] = {
+        {"\t", "", true},
+        {"1\t1", "preset=\"002 - Oct 2 Up\" useNote=\"false\" useVelocity=\"true\"", true},
+        {"44\t2", "preset=\"042 - Drums 9\" useNote=\"true\" useVelocity=\"true\"", true},
+        {"111", "preset=\"094 - m2 Down (2)\" useNote=\"true\" useVelocity=\"false\"", true},
+        {"74\t1", "", true},
+        {"73\t1", "", false},
+        {"112", "", false},
+        {"1x", "", false},
+    };
+    for (const Row& row : rows) {
+        const std::string text = "V\t2\tprogram\nP\tOne\nL" + std::string(13, '\t') + row.fields + "\n";
+        const auto converted = Backend::convertVersion2(text, "f");
+        ASSERT_TRUE(converted) << row.fields;
+        EXPECT_EQ(converted.value().notTaken.empty(), row.isTaken) << row.fields;
+        const bool hasSequence = converted.value().text.find("<SequenceSetting") != std::string::npos;
+        EXPECT_EQ(hasSequence, *row.sequence != 0) << row.fields;
+        EXPECT_THAT(converted.value().text, HasSubstr(row.sequence)) << row.fields;
+    }
 }
 
 TEST(Version2Import, WhatIsNoSuchFileIsRefused) {
