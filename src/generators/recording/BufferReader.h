@@ -6,7 +6,9 @@
 
 namespace Backend::Recording {
 
-// An event of a buffer: the time since the one before, in ticks of 5 ms, and the message.
+inline constexpr std::uint32_t tickMilliseconds = 5;
+
+// An event of a buffer: the time since the one before, in ticks of tickMilliseconds, and the message.
 struct BufferEvent {
     std::uint32_t ticks = 0;
     std::string_view message; // status and data

@@ -24,7 +24,6 @@ using Platform::Result;
 
 namespace {
 
-constexpr std::uint64_t tickMilliseconds = 5;
 constexpr std::size_t headerSize = 22; // up to the track's events
 constexpr std::size_t lengthAt = 18;
 // Format 0, one track, 96 ticks a quarter note; the length of the track is filled in at the end.

@@ -1,5 +1,7 @@
 #include "generators/recording/RecordWriter.h"
 
+#include "generators/recording/BufferReader.h"
+#include "generators/recording/RecordContent.h"
 #include "values/VariableLength.h"
 
 #include <algorithm>
@@ -15,7 +17,6 @@ using Platform::Result;
 
 namespace {
 
-constexpr std::uint32_t tickMilliseconds = 5;
 constexpr std::uint32_t longestPause = 7000; // milliseconds; a longer one is recorded as this
 constexpr std::uint32_t roomForEvent = 10;
 constexpr std::size_t mostPending = 64 * 1024;

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "generators/recording/BufferFiles.h"
+#include "generators/recording/MidiFileWriter.h"
 #include "generators/recording/PlayedMessage.h"
-#include "generators/recording/RecordContent.h"
 #include "generators/recording/TakeList.h"
 
 #include <cstdint>

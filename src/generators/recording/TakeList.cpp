@@ -6,7 +6,6 @@
 namespace Backend::Recording {
 
 namespace {
-constexpr std::uint64_t tickMilliseconds = 5;
 constexpr std::int64_t latestStart = 1'000'000'000'000'000; // far beyond any
 const char* const indexTitle = "# Tembrel takes, format 1: begin, end (bytes), start, length (ms), notes\n";
 } // namespace
