@@ -62,7 +62,13 @@ std::vector<std::string> argumentsOf(int argc, const char* const* argv) {
 }
 
 // Nothing when there is work to do, else the exit code.
-std::optional<int> parse(CLI::App& commandLine, std::vector<std::string> arguments) {
+std::optional<int> parse(CLI::App& commandLine, const Commands& commands, std::vector<std::string> arguments) {
+    const std::string& verb = arguments.front();
+    if (!verb.starts_with('-') &&
+        std::ranges::none_of(commands, [&verb](const auto& command) { return command->verb().get_name() == verb; })) {
+        std::cerr << "tembrel: there is no verb \"" << verb << "\" (--help explains)\n";
+        return wrongUsage;
+    }
     std::reverse(arguments.begin(), arguments.end()); // as the parser wants them
     try {
         commandLine.parse(std::move(arguments));
@@ -107,7 +113,7 @@ int runCommandLine(int argc, const char* const* argv) {
         commandLine.set_version_flag("--version", Backend::QelUtils::NAME_AND_VERSION);
         commandLine.require_subcommand(1);
         const Commands commands = addCommands(commandLine);
-        const std::optional<int> done = parse(commandLine, argumentsOf(argc, argv));
+        const std::optional<int> done = parse(commandLine, commands, argumentsOf(argc, argv));
         return done ? *done : run(commands);
     } catch (const std::exception& error) { // memory, threads: what nobody expects to run out of
         std::cerr << "tembrel: " << firstLine(error.what()) << '\n';

@@ -1,5 +1,7 @@
 #include "host/SessionFlags.h"
 
+#include "host/OptionChecks.h"
+
 namespace Host {
 
 void addSessionOptions(CLI::App& verb, SessionOptions& options) {
@@ -7,7 +9,7 @@ void addSessionOptions(CLI::App& verb, SessionOptions& options) {
     verb.add_option("--bank", options.bank, "Start from this bank file")->type_name("FILE");
     verb.add_option("--slot", options.slot, "Start from this program of the bank, counted from 0")
         ->type_name("N")
-        ->check(CLI::NonNegativeNumber);
+        ->check(atLeast(0));
     verb.add_option("--tempo", options.tempo, "Start with this tempo, 10 to 500 beats a minute")
         ->type_name("BPM")
         ->check(CLI::Range(10, 500));

@@ -7,6 +7,7 @@
 #include "generators/recording/BufferFiles.h"
 #include "generators/recording/RecordContent.h"
 #include "generators/recording/RecordFolder.h"
+#include "host/OptionChecks.h"
 #include "platform/LocalServer.h"
 
 #include <CLI/CLI.hpp>
@@ -53,10 +54,10 @@ std::string startText(std::int64_t milliseconds) {
 }
 
 void print(const std::vector<Recording::Take>& takes) {
-    constexpr std::uint64_t tickMilliseconds = 5;
     for (std::size_t i = 0; i < takes.size(); ++i) {
         std::cout << takes.size() - i << '\t' << startText(takes[i].start) << '\t'
-                  << lengthText(takes[i].ticks * tickMilliseconds) << '\t' << counted(takes[i].notes, "note") << '\n';
+                  << lengthText(takes[i].ticks * Recording::tickMilliseconds) << '\t' << counted(takes[i].notes, "note")
+                  << '\n';
     }
     if (takes.empty()) {
         std::cerr << "nothing has been played\n";
@@ -91,9 +92,7 @@ TakeCommand::TakeCommand(CLI::App& commandLine)
     : verb_(commandLine.add_subcommand("take", "Save what was played as a MIDI file")) {
     verb_->add_option("OUTPUT", target_, "The MIDI file to write");
     verb_->add_flag("--list", list_, "List the takes, parted by 5 s of silence; the last one is number 1");
-    verb_->add_option("--last", fromLast_, "Save only this take; 1 is the last one")
-        ->type_name("N")
-        ->check(CLI::PositiveNumber);
+    verb_->add_option("--last", fromLast_, "Save only this take; 1 is the last one")->type_name("N")->check(atLeast(1));
     verb_->add_flag("--previous", previous_, "Of the program before the last one that was started");
     verb_->add_option("--data", data_, "Folder for the program's data and settings, instead of the user's")
         ->type_name("DIR");

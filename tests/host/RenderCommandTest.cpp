@@ -153,7 +153,11 @@ TEST_F(RenderCommand, SaysWhatItIsAndCan) {
                                "--tail", "--stats", "--data"}) {
         EXPECT_NE(help.output.find(option), std::string::npos) << option;
     }
-    EXPECT_EQ(runTembrel({"sing"}).exitCode, 2);
+    const ProgramRun sung = runTembrel({"sing"});
+    EXPECT_EQ(sung.exitCode, 2);
+    EXPECT_EQ(sung.error, "tembrel: there is no verb \"sing\" (--help explains)\n");
+    EXPECT_EQ(runTembrel({"render", "x", "--slot", "-1"}).error,
+              "tembrel: --slot: -1 is no number from 0 on (--help explains)\n");
     const ProgramRun statistics = render({write("a.script", "0 midi 0 0xB0 1 2\n5 midi 0 0xF0\n"), "--stats"});
     EXPECT_EQ(statistics.error.rfind("2 events in, 1 events out, ", 0), 0U) << statistics.error;
 }

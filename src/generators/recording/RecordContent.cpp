@@ -2,7 +2,6 @@
 
 #include "generators/recording/BufferFiles.h"
 #include "generators/recording/BufferReader.h"
-#include "platform/PathText.h"
 #include "platform/SafeFiles.h"
 
 #include <chrono>
@@ -69,9 +68,7 @@ Result<SavedRecord> saveRecord(const fs::path& folder, const std::vector<Take>& 
         return writeMidiFile(target, files);
     }
     if (*fromLast < 1 || static_cast<std::size_t>(*fromLast) > takes.size()) {
-        return Fault{"", 0,
-                     "there is no take " + std::to_string(*fromLast) + " from the last: there are " +
-                         std::to_string(takes.size())};
+        return Fault{"", 0, "there is no take " + std::to_string(*fromLast) + " of " + std::to_string(takes.size())};
     }
     const Take& take = takes[takes.size() - static_cast<std::size_t>(*fromLast)];
     return writeMidiFile(target, files, {take.begin, take.end});
