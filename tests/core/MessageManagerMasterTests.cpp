@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <gtest/gtest.h>
-#include <mutex>
 #include <thread>
 
 namespace Backend {
@@ -54,6 +53,30 @@ private:
 
 using Ids = std::vector<std::uint32_t>;
 
+// A started master that is held up within a message until it may go on. Its manager wants base to base + 5.
+class HeldMaster final {
+public:
+    explicit HeldMaster(const std::string& name) : master(name) {
+        master.addMessageManager(blocker_);
+        master.addMessageManager(manager);
+        master.start();
+        master.postMessage(base + 9);
+        entered_.wait();
+    }
+    void goOn() { goOn_.open(); }
+
+    MessageManagerMaster master;
+    TestManager manager{master, base, base + 5};
+
+private:
+    Barrier entered_;
+    Barrier goOn_;
+    TestManager blocker_{master, base + 9, base + 9, [this](TestManager&, const Platform::ThreadMessage&) {
+                             entered_.open();
+                             goOn_.wait();
+                         }};
+};
+
 TEST(MessageManagerMaster, KeepsTheOrderOfEachPosterAndRunsAllOnItsThread) {
     constexpr std::uintptr_t posters = 4;
     constexpr std::intptr_t perPoster = 5000; // more than the queue holds
@@ -84,48 +107,24 @@ TEST(MessageManagerMaster, KeepsTheOrderOfEachPosterAndRunsAllOnItsThread) {
 }
 
 TEST(MessageManagerMaster, StopHandlesWhatIsAheadAndLosesWhatIsBehind) {
-    MessageManagerMaster master("stop");
-    Barrier entered;
-    Barrier goOn;
-    TestManager manager(master, base, base + 9, [&](TestManager&, const Platform::ThreadMessage& message) {
-        if (message.id == base) {
-            entered.open();
-            goOn.wait();
-        }
-    });
-    master.addMessageManager(manager);
-    master.start();
-    master.postMessage(base);
-    entered.wait();
-    master.postMessage(base + 1);
-    master.postMessage(MessageManagerMaster::STOP_MESSAGE);
-    master.postMessage(base + 2);
-    goOn.open();
-    master.stop();
-    EXPECT_EQ(manager.handled, (Ids{base, base + 1}));
-    EXPECT_FALSE(master.postMessage(base + 3)) << "a stopped master takes nothing, and keeps nobody waiting";
+    HeldMaster held("stop");
+    held.master.postMessage(base + 1);
+    held.master.postMessage(MessageManagerMaster::STOP_MESSAGE);
+    held.master.postMessage(base + 2);
+    held.goOn();
+    held.master.stop();
+    EXPECT_EQ(held.manager.handled, (Ids{base + 1}));
+    EXPECT_FALSE(held.master.postMessage(base + 3)) << "a stopped master takes nothing, and keeps nobody waiting";
 }
 
 TEST(MessageManagerMaster, ASenderWhoseMessageIsLostBehindTheStopIsLetGo) {
-    MessageManagerMaster master("lost send");
-    Barrier entered;
-    Barrier goOn;
-    TestManager blocker(master, base + 9, base + 9, [&](TestManager&, const Platform::ThreadMessage&) {
-        entered.open();
-        goOn.wait();
-    });
-    TestManager manager(master, base, base);
-    master.addMessageManager(blocker);
-    master.addMessageManager(manager);
-    master.start();
-    master.postMessage(base + 9);
-    entered.wait();
-    master.postMessage(MessageManagerMaster::STOP_MESSAGE);
-    std::thread sender([&] { EXPECT_EQ(manager.sendDouble(21), -1); });
-    goOn.open();
+    HeldMaster held("lost send");
+    held.master.postMessage(MessageManagerMaster::STOP_MESSAGE);
+    std::thread sender([&] { EXPECT_EQ(held.manager.sendDouble(21), -1); });
+    held.goOn();
     sender.join();
-    master.stop();
-    EXPECT_TRUE(manager.handled.empty());
+    held.master.stop();
+    EXPECT_TRUE(held.manager.handled.empty());
 }
 
 TEST(MessageManagerMaster, TheFirstManagerThatWantsAMessageIsTheOnlyOneToSeeIt) {
@@ -161,35 +160,23 @@ TEST(MessageManagerMaster, APostBeforeTheStartArrivesAfterIt) {
 }
 
 TEST(MessageManagerMaster, AFullQueueKeepsPostersWaitingAndLosesNothing) {
-    MessageManagerMaster master("full");
-    Barrier entered;
-    Barrier goOn;
-    TestManager manager(master, base, base + 2, [&](TestManager&, const Platform::ThreadMessage& message) {
-        if (message.id == base) {
-            entered.open();
-            goOn.wait();
-        }
-    });
-    master.addMessageManager(manager);
-    master.start();
-    master.postMessage(base);
-    entered.wait();
+    HeldMaster held("full");
     std::size_t accepted = 0;
-    while (master.tryPostMessage(base + 1)) {
+    while (held.master.tryPostMessage(base + 1)) {
         ++accepted;
     }
     EXPECT_GE(accepted, Platform::messageQueueCapacity - 1);
     Barrier posting;
     std::thread poster([&] {
         posting.open();
-        EXPECT_TRUE(master.postMessage(base + 2));
+        EXPECT_TRUE(held.master.postMessage(base + 2));
     });
     posting.wait();
-    goOn.open();
+    held.goOn();
     poster.join();
-    master.stop();
-    ASSERT_EQ(manager.handled.size(), accepted + 2);
-    EXPECT_EQ(manager.handled.back(), base + 2);
+    held.master.stop();
+    ASSERT_EQ(held.manager.handled.size(), accepted + 1);
+    EXPECT_EQ(held.manager.handled.back(), base + 2);
 }
 
 TEST(MessageManagerMaster, ASendComesBackWithTheResultOfItsHandler) {

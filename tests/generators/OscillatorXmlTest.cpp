@@ -1,6 +1,7 @@
 // The section "Oscillators".
 #include "generators/OscillatorXml.h"
 
+#include "support/ParsedXml.h"
 #include "values/RandomCases.h"
 
 #include <gtest/gtest.h>
@@ -9,12 +10,7 @@
 namespace {
 
 using namespace Backend::Oscillators;
-
-Platform::XmlElement parsed(const std::string& text) {
-    const auto root = Platform::parseXml(text, "test");
-    EXPECT_TRUE(root) << text;
-    return root ? root.value() : Platform::XmlElement{};
-}
+using TestSupport::parsed;
 
 OscList read(const std::string& text, OscList list = {}) {
     readOscillators(parsed(text), list);

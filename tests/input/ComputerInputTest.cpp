@@ -3,8 +3,8 @@
 #include "input/ComputerInputSection.h"
 #include "input/ComputerInputXml.h"
 #include "input/DefaultKeys.h"
-#include "input/FunctionFactory.h"
 #include "platform/TemporaryFolder.h"
+#include "support/ParsedXml.h"
 #include "support/RecordingQel.h"
 
 #include <filesystem>
@@ -13,16 +13,10 @@
 #include <sstream>
 
 using namespace Backend::ComputerInput;
-using Platform::XmlElement;
+using TestSupport::parsed;
 using TestSupport::RecordingQel;
 
 namespace {
-
-XmlElement parsed(const std::string& xml) {
-    auto element = Platform::parseXml(xml, "test");
-    EXPECT_TRUE(element) << xml;
-    return element ? element.value() : XmlElement{};
-}
 
 // A key that sends one controller with these values down and up.
 std::string key(const std::string& id, int down, int up = -1, const std::string& more = {}) {

@@ -4,11 +4,11 @@
 #include "midiengine/MidiEngine.h"
 #include "platform/TemporaryFolder.h"
 #include "support/FakePlayer.h"
+#include "support/ParsedXml.h"
 #include "support/RecordingQel.h"
 #include "values/RandomCases.h"
 
 #include <deque>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -55,11 +55,7 @@ protected:
                          static_cast<std::int8_t>(d2), static_cast<std::int8_t>(channel),
                          static_cast<std::int8_t>(output), -1, 0, noTicks});
     }
-    void read(const std::string& xml) {
-        const auto element = Platform::parseXml(xml, "test");
-        ASSERT_TRUE(element) << xml;
-        controls.read(element.value());
-    }
+    void read(const std::string& xml) { controls.read(TestSupport::parsed(xml)); }
     std::int32_t value(const Cell& cell) { return controls.map().find(cell)->value; }
     std::string written(bool allowReference = false) {
         std::ostringstream out;

@@ -2,9 +2,9 @@
 
 #include "input/ControlDefaults.h"
 #include "platform/XmlDocument.h"
+#include "support/ParsedXml.h"
 #include "values/RandomCases.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -14,11 +14,7 @@ using namespace Backend;
 using namespace Backend::Controls;
 
 ControlMap read(const std::string& xml, ControlMap map = {}) {
-    const auto element = Platform::parseXml(xml, "test");
-    EXPECT_TRUE(element) << xml;
-    if (element) {
-        readControls(element.value(), map);
-    }
+    readControls(TestSupport::parsed(xml), map);
     return map;
 }
 

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <map>
 
 using Backend::Component::ElementCollection;
 

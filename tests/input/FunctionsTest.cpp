@@ -2,6 +2,7 @@
 
 #include "input/FunctionFactory.h"
 #include "input/HelpTexts.h"
+#include "support/ParsedXml.h"
 #include "support/RecordingQel.h"
 #include "values/RandomCases.h"
 
@@ -13,15 +14,10 @@
 using namespace Backend::FunctionManagement;
 using Backend::Actions::actions;
 using Platform::XmlElement;
+using TestSupport::parsed;
 using TestSupport::RecordingQel;
 
 namespace {
-
-XmlElement parsed(const std::string& xml) {
-    auto element = Platform::parseXml(xml, "test");
-    EXPECT_TRUE(element) << xml;
-    return element ? element.value() : XmlElement{};
-}
 
 std::string written(const Function& function, int depth = 0) {
     std::ostringstream out;

@@ -4,6 +4,7 @@
 #include "input/JoystickXml.h"
 #include "platform/AutoResetEvent.h"
 #include "platform/TemporaryFolder.h"
+#include "support/ParsedXml.h"
 #include "support/RecordingQel.h"
 #include "values/RandomCases.h"
 
@@ -167,11 +168,7 @@ TEST(JoystickPoller, LooksEveryTenMillisecondsOnItsOwnThread) {
 
 class JoysticksOfAProgram : public testing::Test {
 protected:
-    void read(const std::string& xml) {
-        const auto element = Platform::parseXml(xml, "test");
-        ASSERT_TRUE(element) << xml;
-        joysticks.read(element.value());
-    }
+    void read(const std::string& xml) { joysticks.read(TestSupport::parsed(xml)); }
     [[nodiscard]] std::string written(bool allowReference = false) const {
         std::ostringstream out;
         joysticks.write(out, 0, allowReference);

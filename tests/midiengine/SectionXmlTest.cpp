@@ -1,6 +1,7 @@
 // The sections "Layers" and "Zones" of program files.
 #include "midiengine/LayerXml.h"
 #include "midiengine/ZoneXml.h"
+#include "support/ParsedXml.h"
 #include "values/RandomCases.h"
 
 #include <gtest/gtest.h>
@@ -11,12 +12,8 @@ namespace {
 using Backend::Layers::Layer;
 using Backend::Layers::LayerList;
 using Backend::Zones::ZoneMap;
+using TestSupport::parsed;
 
-Platform::XmlElement parsed(const std::string& text) {
-    const auto root = Platform::parseXml(text, "test");
-    EXPECT_TRUE(root) << text;
-    return root ? root.value() : Platform::XmlElement{};
-}
 LayerList readLayers(const std::string& text, LayerList layers = Backend::Layers::defaultLayers()) {
     Backend::Layers::readLayers(parsed(text), layers);
     return layers;

@@ -3,6 +3,7 @@
 #include "midiinput/MidiInputXml.h"
 #include "midiinput/StartedNotes.h"
 #include "platform/TemporaryFolder.h"
+#include "support/ParsedXml.h"
 #include "support/RecordingQel.h"
 #include "values/RandomCases.h"
 
@@ -36,9 +37,7 @@ QelMidiMessage message(int status, int d1, int d2 = 64, int input = 0) {
 }
 
 MidiEventConfigurationMap mapOf(const std::string& events, MidiEventConfigurationMap map = {}) {
-    const auto element = Platform::parseXml(events, "test");
-    EXPECT_TRUE(element) << events;
-    readMidiInput(element.value(), map);
+    readMidiInput(TestSupport::parsed(events), map);
     return map;
 }
 
@@ -167,7 +166,7 @@ TEST(MidiInput, IsWrittenLineByLine) {
                               "</MidiInput>\n");
     std::vector<Platform::Fault> faults;
     for (const std::string& text : {whole.str(), selected.str()}) {
-        checkElement(Platform::parseXml(text, "test").value(), midiInputFormat(), "test", faults);
+        checkElement(TestSupport::parsed(text), midiInputFormat(), "test", faults);
     }
     EXPECT_TRUE(faults.empty()) << faults.front().text();
 }
@@ -179,7 +178,7 @@ TEST(MidiInput, IsChecked) {
                              R"(<Translation condition="D1 eq 1"><SelectZone type="sideways"/></Translation>)"
                              R"(<Translation><SelectZone type="D2 -4"/></Translation></MidiEvent>)");
     std::vector<Platform::Fault> faults;
-    checkElement(Platform::parseXml(xml, "test").value(), midiInputFormat(), "test", faults);
+    checkElement(TestSupport::parsed(xml), midiInputFormat(), "test", faults);
     EXPECT_EQ(faults.size(), 7U);
 }
 
@@ -277,7 +276,7 @@ TEST_F(ConfigurationSections, StandForTheirPreset) {
         return out.str();
     };
     sections.setDefault();
-    sections.read(Platform::parseXml(R"(<MidiInput preset="P"/>)", "test").value());
+    sections.read(TestSupport::parsed(R"(<MidiInput preset="P"/>)"));
     EXPECT_EQ(textOf(false), written(mapOf(section(sending(R"(midiEvent="Note On,60")", 1)))));
     EXPECT_EQ(textOf(true), "<MidiInput preset=\"P\" merge=\"false\">\n</MidiInput>\n");
     sections.put({MidiEventConfiguration(event(255, 255, "Note On,60"))});

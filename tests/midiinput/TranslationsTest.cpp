@@ -2,6 +2,7 @@
 
 #include "input/HelpTexts.h"
 #include "midiinput/TranslationFactory.h"
+#include "support/ParsedXml.h"
 #include "support/RecordingQel.h"
 #include "values/RandomCases.h"
 
@@ -229,7 +230,7 @@ TEST(Translations, ReadAnyText) {
 
 TEST(Translations, AreTakenFromTheFirstChild) {
     const auto created = [](const char* xml) {
-        const auto translation = createTranslation(Platform::parseXml(xml, "test").value());
+        const auto translation = createTranslation(TestSupport::parsed(xml));
         return translation ? translation->getName() + " if " + translation->getCondition().toXmlString() : "none";
     };
     EXPECT_EQ(created(R"(<Translation><ResetQel/><ShowHelp/></Translation>)"), "ResetQel if Off");
