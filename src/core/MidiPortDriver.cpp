@@ -2,6 +2,7 @@
 
 #include "core/SettingsText.h"
 #include "platform/Notices.h"
+#include "values/Words.h"
 
 #include <algorithm>
 #include <array>
@@ -27,9 +28,7 @@ constexpr const char* errorCaption = "ERROR";
 
 // Value names are the same in any case, as the settings store has it.
 bool isMidiDriver(std::string_view name) {
-    const auto sameLetter = [](char a, char b) { return (a | 0x20) == b; };
-    return name.size() > prefix.size() && std::equal(prefix.begin(), prefix.end(), name.begin(),
-                                                     [&](char expected, char c) { return sameLetter(c, expected); });
+    return name.size() > prefix.size() && equalInAnyCase(name.substr(0, prefix.size()), prefix);
 }
 
 // 0 where no number follows, or one that no driver has.
@@ -40,8 +39,7 @@ int numberOf(std::string_view name) {
 }
 
 std::string nextName(SettingsKey& drivers, SettingsKey& userDrivers) {
-    constexpr int leastNumber = 0;
-    int largest = leastNumber;
+    int largest = 0;
     for (SettingsKey* const key : {&drivers, &userDrivers}) {
         for (const std::string& name : key->names()) {
             largest = isMidiDriver(name) ? std::max(largest, numberOf(name)) : largest;

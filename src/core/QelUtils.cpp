@@ -42,9 +42,8 @@ void removeBufferFiles(const fs::path& folder) {
         if (!Platform::textOf(file->path().filename()).starts_with('_')) {
             continue;
         }
-        if (fs::is_directory(
-                file->symlink_status(ignored))) { // of the previous program, or of one that ran beside another
-            removeBufferFiles(file->path());
+        if (fs::is_directory(file->symlink_status(ignored))) {
+            removeBufferFiles(file->path()); // of the previous program, or of one that ran beside another
         }
         fs::remove(file->path(), ignored); // a folder only when it is empty
     }

@@ -4,10 +4,8 @@
 #include "platform/SettingsStore.h"
 
 #include <algorithm>
-#include <memory>
 #include <optional>
 #include <span>
-#include <type_traits>
 
 namespace Backend {
 

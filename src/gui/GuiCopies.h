@@ -13,7 +13,6 @@ namespace Gui {
 struct ProgramInfo {
     std::string name;
     int slot = 0; // of the bank, 0-based
-    bool modified = false;
 
     friend bool operator==(const ProgramInfo&, const ProgramInfo&) = default;
 };

@@ -8,8 +8,7 @@
 
 namespace Host {
 
-// Writes a line "TICK OUTPUT STATUS [D1 [D2]]" for each message: the status as two upper-case hex digits with the
-// channel, all else in decimal, as many data bytes as the message has. Tempo leaves no trace.
+// Writes a line of appendEventLine for each message. Tempo leaves no trace.
 class EventListWriter final : public EventSink {
 public:
     // `target` is a file or "-" for standard output; nothing is written before open().

@@ -18,8 +18,7 @@ namespace Host {
 [[nodiscard]] Backend::MidiEngine::QelMidiMessage incomingMessage(const MidiArrives& midi, Backend::Ticks time);
 
 // Posts what the event says, to be done by the backend's thread. Incoming messages are stamped with `time`; all else
-// happens when the backend comes to it. The end of the performance is
-// nothing to the backend, nor is SysEx. [any]
+// happens when the backend comes to it. The end of the performance is nothing to the backend, nor is SysEx. [any]
 void postEvent(const PerformanceEvent& event, Backend::QelIF& qel, Backend::Ticks time);
 
 } // namespace Host

@@ -62,7 +62,10 @@ PortsCommand::PortsCommand(CLI::App& commandLine)
 int PortsCommand::run() {
     Wake wake;
     const StopSignals signals(wake.event);
-    const Systems systems = findMidiSystems(PortWishes{"Tembrel ports", {}, {}, false, false, false, true});
+    PortWishes wishes;
+    wishes.clientName = "Tembrel ports";
+    wishes.onlyList = true;
+    const Systems systems = findMidiSystems(wishes);
     Lines shown = linesOf(systems);
     for (const std::string& line : shown) {
         std::cout << line << '\n';
