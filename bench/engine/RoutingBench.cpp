@@ -6,7 +6,6 @@
 #include "platform/Clocks.h"
 
 #include <benchmark/benchmark.h>
-#include <optional>
 
 namespace {
 

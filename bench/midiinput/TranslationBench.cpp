@@ -8,7 +8,6 @@
 #include "host/OfflinePlayer.h"
 #include "host/Performance.h"
 #include "host/Renderer.h"
-#include "midiinput/IncomingMessage.h"
 #include "midiinput/MidiInputMessageManager.h"
 #include "midiinput/MidiInputXml.h"
 #include "midiinput/StartedNotes.h"

@@ -1,7 +1,7 @@
 // What somebody at the window might do to the program while it plays, the same again for the same seed.
 #pragma once
 
-#include "midiengine/LayerList.h"
+#include "midiengine/Layer.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,7 +1,5 @@
 #include "RandomPlay.h"
 
-#include "values/QelMidiMessage.h"
-
 #include <algorithm>
 #include <array>
 

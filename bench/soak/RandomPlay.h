@@ -4,7 +4,6 @@
 #include "host/Performance.h"
 
 #include <cstdint>
-#include <map>
 #include <random>
 #include <set>
 #include <string>

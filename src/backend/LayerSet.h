@@ -3,7 +3,6 @@
 
 #include "midiengine/LayerList.h"
 
-#include <cstddef>
 #include <string>
 
 namespace Backend {

@@ -9,7 +9,6 @@
 
 #include <filesystem>
 #include <iosfwd>
-#include <string>
 #include <string_view>
 #include <vector>
 

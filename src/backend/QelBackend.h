@@ -34,7 +34,6 @@
 #include "midiinput/ConfigurationSection.h"
 #include "midiinput/MidiInputMessageManager.h"
 
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>

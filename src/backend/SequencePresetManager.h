@@ -1,7 +1,6 @@
 // The sequences that the user has, by name.
 #pragma once
 
-#include "generators/SequenceSetting.h"
 #include "gui/GuiCopies.h"
 #include "input/PresetFolder.h"
 #include "midiengine/LayerList.h"

@@ -5,7 +5,6 @@
 #include "input/PresetFolder.h"
 #include "platform/PathText.h"
 #include "platform/SafeFiles.h"
-#include "values/TextNumbers.h"
 #include "values/XmlElementText.h"
 #include "values/XmlWriter.h"
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "values/QelMidiMessage.h"
-#include "values/Ticks.h"
 
 #include <cstdint>
 

@@ -3,7 +3,6 @@
 #include "backend/Version2Import.h"
 #include "platform/PathText.h"
 
-#include <filesystem>
 #include <iostream>
 
 namespace Host {

@@ -3,7 +3,6 @@
 
 #include "host/Performance.h"
 #include "values/QelMidiMessage.h"
-#include "values/Ticks.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -3,7 +3,6 @@
 
 #include "platform/Result.h"
 
-#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <string>

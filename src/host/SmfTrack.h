@@ -1,7 +1,6 @@
 // One track of a Standard MIDI File, read event by event.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 namespace Host {

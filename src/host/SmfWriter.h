@@ -5,7 +5,6 @@
 #include "host/ResultFile.h"
 #include "host/SmfTrackWriter.h"
 
-#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <string>

@@ -1,7 +1,6 @@
 #include "host/TakeTalk.h"
 
 #include "platform/PathText.h"
-#include "values/TextNumbers.h"
 
 #include <charconv>
 #include <utility>

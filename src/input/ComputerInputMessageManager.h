@@ -5,7 +5,6 @@
 #include "input/KeyConfigurationMap.h"
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace Backend::ComputerInput {

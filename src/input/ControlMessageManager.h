@@ -5,7 +5,6 @@
 #include "input/ControlMap.h"
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace Backend {

@@ -4,8 +4,6 @@
 #include "values/AttributeReading.h"
 #include "values/MaxActions.h"
 
-#include <utility>
-
 namespace Backend::ComputerInput {
 
 namespace {

@@ -5,7 +5,6 @@
 #include "input/Iterators.h"
 
 #include <cstddef>
-#include <functional>
 #include <unordered_map>
 #include <utility>
 #include <vector>

@@ -8,7 +8,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <string>
 
 namespace Backend {
 class QelIF;

@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <functional>
 #include <iosfwd>
-#include <memory>
 #include <string>
 
 namespace Backend {

@@ -2,8 +2,6 @@
 
 #include "values/AttributeReading.h"
 
-#include <utility>
-
 namespace Backend {
 
 using MidiEngine::MessageType;

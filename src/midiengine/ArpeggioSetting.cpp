@@ -3,7 +3,6 @@
 #include "values/AttributeReading.h"
 #include "values/TimeIntervals.h"
 
-#include <algorithm>
 #include <array>
 
 namespace Backend::ArpeggioManagement {

@@ -5,11 +5,9 @@
 #include "values/ElementFormat.h"
 #include "values/XmlWriter.h"
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace Backend::ArpeggioManagement {

@@ -1,7 +1,5 @@
 #include "midiengine/ChordArpeggio.h"
 
-#include <algorithm>
-
 namespace Backend::ArpeggioManagement::Arpeggios {
 
 using MidiEngine::QelMidiMessage;

@@ -4,7 +4,6 @@
 #include "midiengine/Arpeggio.h"
 #include "midiengine/ArpeggioNote.h"
 
-#include <optional>
 #include <vector>
 
 namespace Backend::ArpeggioManagement::Arpeggios {

@@ -4,7 +4,6 @@
 #include "values/Note.h"
 
 #include <cstdint>
-#include <map>
 
 namespace Backend::Zones {
 

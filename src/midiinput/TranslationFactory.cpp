@@ -1,5 +1,6 @@
 #include "midiinput/TranslationFactory.h"
 
+#include "midiinput/TranslationAttributes.h"
 #include "midiinput/TranslationOf.h"
 
 #include <algorithm>

@@ -4,7 +4,6 @@
 #include "input/ActionForms.h"
 #include "input/ActionTable.h"
 #include "midiinput/Translation.h"
-#include "midiinput/TranslationAttributes.h"
 #include "midiinput/TranslationMidiForm.h"
 #include "midiinput/TranslationVisitor.h"
 

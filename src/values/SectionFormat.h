@@ -4,7 +4,6 @@
 #include "values/ElementFormat.h"
 
 #include <iosfwd>
-#include <string>
 #include <string_view>
 #include <vector>
 

@@ -1,5 +1,6 @@
 #include "BackendRig.h"
 
+#include "backend/QelFactory.h"
 #include "core/Barrier.h"
 #include "core/MessageManagerMaster.h"
 #include "core/QelMessageManager.h"

@@ -1,11 +1,10 @@
 // The whole backend in one process: its own folder, a player without devices, and the test as the clock.
 #pragma once
 
-#include "backend/QelFactory.h"
-#include "platform/Result.h"
+#include "core/QelIF.h"
+#include "platform/Joysticks.h"
 #include "platform/TemporaryFolder.h"
 #include "support/FakePlayer.h"
-#include "values/QelMidiMessage.h"
 
 #include <functional>
 #include <memory>

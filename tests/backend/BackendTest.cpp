@@ -1,8 +1,8 @@
 // The backend as its clients meet it.
 #include "BackendRig.h"
+#include "backend/QelFactory.h"
 #include "core/MessageManagerMaster.h"
 #include "core/QelMessageManager.h"
-#include "core/RegistrySettings.h"
 #include "midiengine/MidiEngine.h"
 #include "values/NoteToggle.h"
 #include "values/OnOffToggle.h"

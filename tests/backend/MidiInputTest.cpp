@@ -2,7 +2,6 @@
 #include "BackendRig.h"
 #include "core/MessageParameters.h"
 #include "core/QelMessageManager.h"
-#include "midiinput/IncomingMessage.h"
 #include "midiinput/MidiInputMessageManager.h"
 #include "midiinput/MidiInputXml.h"
 #include "platform/ThreadMessages.h"

@@ -2,7 +2,6 @@
 #include "backend/BackendRig.h"
 #include "core/QelMessageManager.h"
 #include "core/QelUtils.h"
-#include "core/RegistrySettings.h"
 #include "generators/recording/RecordContent.h"
 #include "generators/recording/RecordFolder.h"
 #include "generators/recording/RetroRecord.h"

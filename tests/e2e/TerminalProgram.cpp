@@ -4,7 +4,6 @@
 
 #include <array>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>

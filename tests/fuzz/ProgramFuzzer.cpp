@@ -1,6 +1,5 @@
 // Fuzzes the readers of program files, banks and presets: what is read and written reads as the same again. Seeds:
 // tests/golden/*.prg, data/factory.
-#include "backend/FileCheck.h"
 #include "backend/ProgramXml.h"
 #include "generators/OscillatorXml.h"
 #include "generators/SequenceXml.h"
@@ -38,6 +37,12 @@ std::string written(const XmlElement& section) {
         Backend::Zones::ZoneMap zones;
         Backend::Zones::readZones(section, zones);
         Backend::Zones::writeZones(xml, zones);
+    } else if (section.name == "Oscillators") {
+        Backend::Oscillators::OscList oscillators;
+        Backend::Oscillators::readOscillators(section, oscillators);
+        Backend::Oscillators::writeOscillators(text, 0, oscillators);
+    } else if (section.name == "SequenceFile") {
+        Backend::SequenceManagement::writeSequenceFile(xml, Backend::SequenceManagement::readSequenceFile(section));
     } else if (section.name == "Controls") {
         Backend::Controls::ControlMap controls;
         Backend::Controls::readControls(section, controls);

@@ -10,7 +10,6 @@
 #include <functional>
 #include <map>
 #include <stdexcept>
-#include <vector>
 
 namespace TestSupport {
 

@@ -5,7 +5,6 @@
 #include "values/Fraction.h"
 #include "values/JoyAxisElementId.h"
 #include "values/JoyButtonElementId.h"
-#include "values/LayerId.h"
 #include "values/NoteToggle.h"
 #include "values/OnOffToggle.h"
 #include "values/RelativeFixedValue.h"

@@ -4,7 +4,6 @@
 #include "platform/AutoResetEvent.h"
 
 #include <atomic>
-#include <chrono>
 
 namespace Host {
 

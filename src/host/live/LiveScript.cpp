@@ -4,6 +4,8 @@
 #include "core/QelIF.h"
 #include "core/QelMessageManager.h"
 #include "host/EventPoster.h"
+#include "host/Performance.h"
+#include "host/ScriptReader.h"
 #include "host/live/LivePlayer.h"
 #include "midiengine/MidiEngine.h"
 #include "platform/Threads.h"

@@ -1,17 +1,13 @@
 // A performance script that is performed while it is being read.
 #pragma once
 
-#include "host/Performance.h"
-#include "host/ScriptReader.h"
 #include "platform/AutoResetEvent.h"
 #include "platform/Result.h"
 #include "values/Ticks.h"
 
 #include <cstdio>
 #include <memory>
-#include <mutex>
 #include <optional>
-#include <string>
 
 namespace Backend {
 class QelIF;

@@ -1,7 +1,5 @@
 #include "host/live/PortRoster.h"
 
-#include <algorithm>
-
 namespace Host {
 
 PortRoster::Changes PortRoster::update(const std::vector<std::string>& names) {

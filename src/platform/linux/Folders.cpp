@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdlib>
 #include <pwd.h>
-#include <string>
 #include <unistd.h>
 
 namespace Platform {

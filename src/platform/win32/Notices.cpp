@@ -1,7 +1,6 @@
 #include "platform/Notices.h"
 
 #include "platform/SystemNotices.h"
-#include "platform/win32/WideText.h"
 
 #include <windows.h>
 // After windows.h, which it needs.

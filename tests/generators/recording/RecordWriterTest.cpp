@@ -1,5 +1,6 @@
 #include "generators/recording/RecordWriter.h"
 
+#include "generators/recording/RecordContent.h"
 #include "generators/recording/RecordRig.h"
 #include "values/RandomCases.h"
 
