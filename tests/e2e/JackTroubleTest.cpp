@@ -99,6 +99,11 @@ protected:
         std::ifstream file(eventFile);
         return std::string(std::istreambuf_iterator<char>(file), {});
     }
+    [[nodiscard]] std::int64_t frameOf(const std::string& bytes) const {
+        const auto events = peer->received();
+        const auto found = std::find_if(events.begin(), events.end(), [&](const auto& e) { return e.bytes == bytes; });
+        return found == events.end() ? 0 : found->frame;
+    }
     std::string eventFile = (folder.path() / "events").string();
 };
 
@@ -203,6 +208,8 @@ TEST_F(JackTrouble, AServerThatGoesOnHearsNoNotesOfOldButTheirEnds) {
     EXPECT_THAT(heard, testing::Not(testing::Contains("90 61 100"))) << testing::PrintToString(heard);
     EXPECT_THAT(heard, testing::Not(testing::Contains("90 62 100"))) << testing::PrintToString(heard);
     EXPECT_THAT(heard, testing::IsSupersetOf({"80 60 0", "B0 7 3", "80 62 0"})) << testing::PrintToString(heard);
+    RecordProperty("frames_from_the_end_of_the_first_note_to_that_of_the_last",
+                   std::to_string(peer->received().back().frame - frameOf("80 60 0")));
     program->signal(SIGTERM);
     EXPECT_EQ(program->waitForEnd(), 0);
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <jack/midiport.h>
+#include <limits>
 #include <utility>
 
 namespace Host {
@@ -31,6 +32,7 @@ bool isOfItsMoment(const MidiBytes& message) {
 JackProcess::JackProcess() : arrivals_(arrivalRoom), departures_(departureRoom), room_(PortRoster::maxPlaces, fullAt) {}
 
 void JackProcess::connect(jack_client_t* client, std::uint32_t connection) {
+    latestDue_.store(std::numeric_limits<std::int64_t>::max());
     client_.store(client);
     connection_.store(connection);
 }
@@ -91,7 +93,7 @@ bool JackProcess::send(int place, const MidiBytes& bytes, std::int64_t due) noex
     }
     std::int64_t& last = lastDue_[static_cast<std::size_t>(place)];
     const bool soon = due == PeriodClock::asSoonAsPossible;
-    const std::int64_t frame = soon ? last : due;
+    const std::int64_t frame = std::min(soon ? last : due, latestDue_.load(std::memory_order_relaxed));
     last = std::max(last, frame);
     waiting_.fetch_add(1, std::memory_order_relaxed);
     if (!departures_.push({{frame, bytes}, static_cast<std::uint8_t>(place), soon})) {
@@ -107,6 +109,7 @@ void JackProcess::process(jack_nframes_t frames) noexcept {
     if (client_.load() != nullptr) {
         const bool isLate = comesLate();
         updateFrame();
+        limitDues(frames);
         const std::int64_t lastArrival = readInputs(frames);
         if (lastArrival >= 0) {
             arrivalEvent_.signal();
@@ -116,7 +119,7 @@ void JackProcess::process(jack_nframes_t frames) noexcept {
                                  static_cast<std::int32_t>(jack_get_sample_rate(client_.load())), lastArrival,
                                  seenConnection_, 0, readTransport(*clock)});
         }
-        sortDepartures(frames, isLate);
+        sortDepartures(isLate);
         const int places = outputPlaces_.load();
         for (int place = 0; place < places; ++place) {
             writeOutput(outputs_[static_cast<std::size_t>(place)], frames);
@@ -152,6 +155,15 @@ void JackProcess::updateFrame() noexcept {
         return;
     }
     frame_ += static_cast<std::int32_t>(now - static_cast<jack_nframes_t>(frame_));
+}
+
+// A clock that is alone goes on by the system's time. Should the frames stand still meanwhile, what it plays would be
+// due when they have made up for it. No tick is farther ahead of the frames than this (PeriodClock).
+void JackProcess::limitDues(jack_nframes_t frames) noexcept {
+    const auto rate = static_cast<std::int32_t>(jack_get_sample_rate(client_.load()));
+    const auto period = static_cast<std::int32_t>(frames);
+    latestDue_.store(frame_ + rate / 4 + period + PeriodClock::latencyOf({frame_, period, rate}),
+                     std::memory_order_relaxed);
 }
 
 void JackProcess::forgetQueued() noexcept {
@@ -219,28 +231,18 @@ bool JackProcess::comesLate() noexcept {
     return before.count() != 0 && lastPeriodAt_ - before > longSilence;
 }
 
-void JackProcess::sortDepartures(jack_nframes_t frames, bool areOld) noexcept {
-    // Frames may stand still with the server, while the clock went on by itself: then what it has played is due when it
-    // would have been. No tick is farther ahead than this (PeriodClock).
-    const auto rate = static_cast<std::int32_t>(jack_get_sample_rate(client_.load()));
-    const auto period = static_cast<std::int32_t>(frames);
-    const std::int64_t latestDue = frame_ + rate / 4 + period + PeriodClock::latencyOf({frame_, period, rate});
+void JackProcess::sortDepartures(bool areOld) noexcept {
     Departing departing;
     while (departures_.pop(departing)) {
-        DueMessage& message = departing.message;
-        const bool isLate = areOld || message.due < frame_;
-        if (isLate && !departing.soon) {
+        if (!departing.soon && (areOld || departing.message.due < frame_)) {
             counters_.late.fetch_add(1, std::memory_order_relaxed);
         }
-        if (areOld && isOfItsMoment(message.bytes)) {
+        if (areOld && isOfItsMoment(departing.message.bytes)) {
             left(1);
             continue;
         }
-        if (areOld || message.due > latestDue) {
-            message.due = frame_;
-        }
         DueQueue* const queue = outputs_[departing.place].queue.load();
-        if (queue == nullptr || !queue->push(message)) {
+        if (queue == nullptr || !queue->push(departing.message)) {
             left(1);
             counters_.overflows.fetch_add(1, std::memory_order_relaxed);
         }

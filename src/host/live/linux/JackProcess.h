@@ -15,13 +15,14 @@
 #include <chrono>
 #include <cstdint>
 #include <jack/jack.h>
+#include <limits>
 #include <memory>
 
 namespace Host {
 
 // Ports are known by their places. [process] is JACK's real-time thread: nothing there allocates, waits or locks.
 // While a server hangs, what is to be sent waits; when it goes on, notes that would have begun meanwhile do not begin,
-// and all else leaves at once.
+// and all else leaves within a quarter of a second.
 class JackProcess final {
 public:
     struct Arrived {
@@ -91,7 +92,8 @@ private:
     // Both give the frame of the last message that came in, -1 for none.
     [[nodiscard]] std::int64_t readInputs(jack_nframes_t frames) noexcept;
     [[nodiscard]] std::int64_t readInput(std::uint8_t place, jack_port_t* port, jack_nframes_t frames) noexcept;
-    void sortDepartures(jack_nframes_t frames, bool areOld) noexcept;
+    void limitDues(jack_nframes_t frames) noexcept;
+    void sortDepartures(bool areOld) noexcept;
     void writeOutput(Output& output, jack_nframes_t frames) noexcept;
     void forgetQueued() noexcept;
     void left(std::int64_t messages) noexcept { waiting_.fetch_sub(messages, std::memory_order_release); }
@@ -109,6 +111,8 @@ private:
     Backend::SpscRing<Departing> departures_;
     std::atomic<std::int64_t> waiting_ = 0;
     std::atomic<std::uint32_t> periods_ = 0;
+    std::atomic<std::int64_t> latestDue_ =
+        std::numeric_limits<std::int64_t>::max(); // nothing is due later than this frame
     Platform::AutoResetEvent arrivalEvent_;
     Counters counters_;
 
