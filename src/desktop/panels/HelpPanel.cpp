@@ -28,13 +28,15 @@ QVariant ManualView::loadResource(int type, const QUrl& name) {
     }
     QImage picture;
     picture.loadFromData(resource.toByteArray());
-    const int room = static_cast<int>((viewport()->width() - 4 * document()->documentMargin()) * devicePixelRatioF());
+    const double room = viewport()->width() - 4 * document()->documentMargin();
     if (picture.isNull() || room < 1) {
         return resource;
     }
     if (picture.width() > room) {
-        picture = picture.scaledToWidth(room, Qt::SmoothTransformation);
-        picture.setDevicePixelRatio(devicePixelRatioF());
+        if (const int pixels = static_cast<int>(room * devicePixelRatioF()); picture.width() > pixels) {
+            picture = picture.scaledToWidth(pixels, Qt::SmoothTransformation);
+        }
+        picture.setDevicePixelRatio(picture.width() / room);
     }
     return picture;
 }

@@ -68,7 +68,7 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
     program_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     program_->setMaximumWidth(grid(64));
     connect(programMenu_, &QMenu::aboutToShow, this, &SystemBar::fillProgramMenu);
-    row->addWidget(program_, 1);
+    row->addWidget(program_, 8); // gets room before there is a gap
     auto* const later = button("▸", tr("Next program"), tr("Changes to the program after this one"));
     connect(later, &QPushButton::clicked, this, [this] { leave([this] { models_.program.step(true); }); });
     later->setObjectName("Arrow");

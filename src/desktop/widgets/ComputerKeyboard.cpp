@@ -285,7 +285,8 @@ void ComputerKeyboard::paintEvent(QPaintEvent* event) {
     small.setPixelSize(std::clamp(static_cast<int>(std::min(u * 0.27, unit().width() * 0.31)), 7, grid(4)));
     QFont large = font();
     large.setPixelSize(std::clamp(static_cast<int>(std::min(u * 0.32, (unit().width() - 7) / 2.35)), 7, grid(5)));
-    large.setWeight(QFont::DemiBold);
+    constexpr int leastBold = 8; // pixels: below, bold letters run into each other
+    large.setWeight(large.pixelSize() >= leastBold ? QFont::DemiBold : QFont::Normal);
     const QFontMetricsF largeMetrics(large);
     const QFontMetricsF smallMetrics(small);
     for (const DrawnKey& key : drawnKeys()) {
@@ -311,7 +312,7 @@ void ComputerKeyboard::paintEvent(QPaintEvent* event) {
             const bool fits = largeMetrics.horizontalAdvance(face.action) <= body.width() - 4;
             painter.setFont(fits ? large : small);
             painter.setPen(down ? p.onAccent : p.text);
-            const QRectF place = body.adjusted(1, u * 0.32, -1, -u * 0.08);
+            const QRectF place = body.adjusted(1, std::max(u * 0.32, u * 0.06 + smallMetrics.ascent()), -1, -u * 0.08);
             const auto gap = face.action.lastIndexOf(' ');
             const bool inTwo = !fits && gap > 0 && smallMetrics.horizontalAdvance(face.action) > place.width() &&
                                2 * smallMetrics.height() <= place.height() + 4;

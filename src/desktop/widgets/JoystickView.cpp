@@ -29,7 +29,7 @@ QString JoystickView::valueText() const {
 }
 
 QSize JoystickView::sizeHint() const {
-    return {grid(80), grid(22)};
+    return {grid(80), grid(27)};
 }
 
 void JoystickView::paintEvent(QPaintEvent*) {
@@ -41,7 +41,7 @@ void JoystickView::paintEvent(QPaintEvent*) {
     const double length = width() * 0.5 - left;
     painter.setFont(font());
     for (int axis = 0; axis < JoystickModel::axes; ++axis) {
-        const double top = axis * row * 0.9;
+        const double top = axis * row * 1.1;
         painter.setPen(p.dim);
         painter.drawText(QRectF(0, top, left, row), Qt::AlignVCenter, QString::fromLatin1(axisNames[axis]));
         painter.setPen(Qt::NoPen);

@@ -174,6 +174,7 @@ void saveDialogs(DesktopRig& rig, const QString& folder, const QString& ending) 
 
 // Each thing that Tab comes to, with its ring, side by side.
 void saveRings(DesktopRig& rig, const QString& file) {
+    QApplication::setActiveWindow(&rig.window());
     std::vector<QPixmap> pictures;
     QWidget* const first = Desktop::nextByTab(rig.window(), nullptr, true);
     QWidget* here = first;
