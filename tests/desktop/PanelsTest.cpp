@@ -8,6 +8,7 @@
 #include "desktop/panels/OutputPanel.h"
 #include "desktop/panels/PanelFrame.h"
 #include "desktop/widgets/EventList.h"
+#include "desktop/widgets/MenuButton.h"
 #include "desktop/widgets/MusicKeyboard.h"
 #include "desktop/widgets/NumberField.h"
 #include "desktop/widgets/RangeBar.h"
@@ -22,9 +23,11 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
 #include <gtest/gtest.h>
+#include <map>
 #include <set>
 
 namespace {
@@ -216,8 +219,10 @@ bool isInteractive(const QWidget& widget) {
     return widget.focusPolicy() != Qt::NoFocus || qobject_cast<const QAbstractButton*>(&widget) != nullptr;
 }
 
+// What has no name, or says nothing of what it is, or has the name of something else that can be seen beside it.
 std::string namelessIn(QWidget& root) {
     std::string nameless;
+    std::map<QString, int> names;
     for (QWidget* const each : root.findChildren<QWidget*>()) {
         const bool inside = qobject_cast<QComboBox*>(each->parentWidget()) != nullptr ||
                             qobject_cast<QAbstractItemView*>(each) != nullptr ||
@@ -226,10 +231,29 @@ std::string namelessIn(QWidget& root) {
                             each->inherits("QTabBar") || each->inherits("CloseButton") ||
                             qobject_cast<QAbstractScrollArea*>(each->parentWidget()) != nullptr;
         QAccessibleInterface* const access = QAccessible::queryAccessibleInterface(each);
-        if (!inside && isInteractive(*each) && (access == nullptr || access->text(QAccessible::Name).isEmpty())) {
-            nameless +=
-                std::string(each->metaObject()->className()) + " in " +
-                (each->parentWidget() != nullptr ? each->parentWidget()->metaObject()->className() : "nothing") + "\n";
+        if (inside || !isInteractive(*each)) {
+            continue;
+        }
+        const std::string what =
+            std::string(each->metaObject()->className()) + " in " +
+            (each->parentWidget() != nullptr ? each->parentWidget()->metaObject()->className() : "nothing");
+        const bool isList = qobject_cast<const QComboBox*>(each) != nullptr && each->isVisible();
+        const QString name =
+            access != nullptr ? access->text(isList ? QAccessible::Description : QAccessible::Name) : QString();
+        if (name.isEmpty()) {
+            nameless += what + "\n";
+        } else if (each->isVisible() && ++names[name] == 2) {
+            nameless += what + ": a second " + name.toStdString() + "\n";
+        }
+        const QAccessible::Role role = access != nullptr ? access->role() : QAccessible::NoRole;
+        if (each != &root && (role == QAccessible::NoRole || role == QAccessible::Client) &&
+            qobject_cast<QTabWidget*>(each) == nullptr) {
+            nameless += what + ": what is " + name.toStdString() + "?\n";
+        }
+        if (each->isVisible() && role == QAccessible::ButtonMenu &&
+            qobject_cast<const Desktop::MenuButton*>(each) != nullptr &&
+            access->text(QAccessible::Description).isEmpty()) {
+            nameless += what + ": nothing is chosen by " + name.toStdString() + "\n";
         }
     }
     return nameless;
@@ -240,8 +264,24 @@ TEST_F(DesktopPanels, NothingThatOneCanWorkIsNameless) {
     rig.after([&] {
         rig.models().zones.add();
         rig.models().oscillators.add();
+        rig.window().showPanel(Panel::cc, true);
     });
+    rig.after([&] { rig.named<QPushButton>("Add the first message").click(); });
+    rig.after([&] { rig.named<QToolButton>("Details of layer 1").click(); });
+    rig.after([&] { rig.named<QPushButton>("New sequence of layer 1").click(); });
+    rig.after([&] { rig.named<QPushButton>("Sequence editor of layer 1").click(); });
+    for (const char* const editor : {"Edit the keys", "Edit the controls"}) {
+        rig.after([&] { rig.named<QToolButton>(editor).click(); });
+    }
     EXPECT_EQ(namelessIn(rig.window()), "");
+    auto& functions = rig.named<QComboBox>("Function when the key goes down");
+    for (int i = 0; i < functions.count(); ++i) {
+        rig.after([&] {
+            functions.setCurrentIndex(i);
+            emit functions.activated(i);
+        });
+        EXPECT_EQ(namelessIn(*rig.window().panel(Panel::computerInput)), "") << functions.itemText(i).toStdString();
+    }
     Desktop::SetupDialog setup(rig.models(), nullptr);
     EXPECT_EQ(namelessIn(setup), "");
     Desktop::SaveDialog save(rig.models(), {"Layers"}, nullptr);

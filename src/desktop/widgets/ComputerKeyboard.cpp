@@ -289,6 +289,8 @@ void ComputerKeyboard::paintEvent(QPaintEvent* event) {
     large.setWeight(large.pixelSize() >= leastBold ? QFont::DemiBold : QFont::Normal);
     const QFontMetricsF largeMetrics(large);
     const QFontMetricsF smallMetrics(small);
+    QFont narrow = small; // before it is cut
+    narrow.setStretch(QFont::Condensed);
     for (const DrawnKey& key : drawnKeys()) {
         const QRectF body = rectOf(key.code);
         if (!body.toAlignedRect().intersects(event->rect())) {
@@ -310,14 +312,16 @@ void ComputerKeyboard::paintEvent(QPaintEvent* event) {
         if (!face.action.isEmpty()) {
             // What is longer than a note's name gets smaller letters, and two lines, before it is cut.
             const bool fits = largeMetrics.horizontalAdvance(face.action) <= body.width() - 4;
-            painter.setFont(fits ? large : small);
             painter.setPen(down ? p.onAccent : p.text);
             const QRectF place = body.adjusted(1, std::max(u * 0.32, u * 0.06 + smallMetrics.ascent()), -1, -u * 0.08);
             const auto gap = face.action.lastIndexOf(' ');
             const bool inTwo = !fits && gap > 0 && smallMetrics.horizontalAdvance(face.action) > place.width() &&
                                2 * smallMetrics.height() <= place.height() + 4;
+            const bool isLong = !fits && !inTwo && smallMetrics.horizontalAdvance(face.action) > place.width();
+            painter.setFont(fits ? large : (isLong ? narrow : small));
+            const QFontMetricsF metrics(painter.font());
             const auto elided = [&](const QString& text) {
-                return (fits ? largeMetrics : smallMetrics).elidedText(text, Qt::ElideRight, place.width());
+                return metrics.elidedText(text, Qt::ElideRight, place.width() + 1);
             };
             painter.drawText(place, Qt::AlignCenter,
                              inTwo ? elided(face.action.left(gap)) + '\n' + elided(face.action.mid(gap + 1))

@@ -4,6 +4,8 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QApplication>
+#include <QComboBox>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QTimerEvent>
@@ -52,10 +54,26 @@ QAccessibleInterface* makeAccess(const QString&, QObject* object) {
     return instrument != nullptr ? new InstrumentAccess(instrument) : nullptr;
 }
 
+// Where the toolkit gives the chosen item as the name of a list that opens, its own name is told as its description.
+class ListNames final : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Show) {
+            auto* const list = qobject_cast<QComboBox*>(object);
+            if (list != nullptr && list->accessibleDescription() != list->accessibleName()) {
+                list->setAccessibleDescription(list->accessibleName());
+            }
+        }
+        return false;
+    }
+};
+
 } // namespace
 
 void installAccessibility() {
     QAccessible::installFactory(makeAccess);
+    qApp->installEventFilter(new ListNames(qApp));
 }
 
 Instrument::Instrument(QWidget* parent) : QWidget(parent) {
