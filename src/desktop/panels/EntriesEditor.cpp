@@ -32,7 +32,7 @@ EntriesEditor::EntriesEditor(Models& models, const QString& thing, QWidget* pare
     });
     head->addWidget(chooser_, 1);
     keepSending_ = new QCheckBox(tr("keep sending"), this);
-    keepSending_->setAccessibleName(tr("keep sending"));
+    keepSending_->setAccessibleName(tr("keep sending while the %1 is held").arg(thing));
     keepSending_->setStatusTip(tr("Goes on doing what it does going down, while it is held"));
     connect(keepSending_, &QCheckBox::clicked, this,
             [this](bool on) { models_.edits.alone([&] { change([on](Entry& entry) { entry.keepSending = on; }); }); });

@@ -9,8 +9,10 @@ namespace Desktop {
 
 OscillatorsPanel::OscillatorsPanel(Models& models, QWidget* parent)
     : StripsPanel(
-          Gui::Panel::oscillator, tr("Oscillators"), tr("They move a controller up and down in time"), grid(108),
-          {tr("Add an oscillator"), tr("Adds an oscillator at the end"), [&models] { models.oscillators.add(); }},
+          Gui::Panel::oscillator, tr("Oscillators"), tr("They move a controller up and down in time"), grid(90),
+          {tr("Add an oscillator"), tr("Adds an oscillator at the end"), [&models] { models.oscillators.add(); },
+           tr("An oscillator moves a controller, the pitch or another message up and down in time with the music: a "
+              "tremolo, a wah, a gate.\n\nAdd one, or load a preset.")},
           models, parent) {
     connect(&models.oscillators, &Model::changed, this, &OscillatorsPanel::refresh);
     connect(&models.oscillators, &OscillatorsModel::valueMoved, this, [this](int oscillator, int value) {

@@ -2,8 +2,7 @@
 
 #include "desktop/Palette.h"
 #include "desktop/widgets/ColumnArea.h"
-
-#include <utility>
+#include "desktop/widgets/EmptyState.h"
 
 namespace Desktop {
 
@@ -11,17 +10,23 @@ StripsPanel::StripsPanel(Gui::Panel panel, const QString& title, const QString& 
                          Models& models, QWidget* parent)
     : PanelFrame(panel, title, help, models, parent) {
     QToolButton* const add = makeButton("+", adding.name, adding.help, this);
-    connect(add, &QToolButton::clicked, this, std::move(adding.work));
+    connect(add, &QToolButton::clicked, this, adding.work);
     addHeadWidget(add);
-    auto* const area = new ColumnArea(this);
-    content_ = new QWidget(area);
+    area_ = new ColumnArea(this);
+    content_ = new QWidget(area_);
     column_ = new QVBoxLayout(content_);
     column_->setContentsMargins(0, 0, 0, 0);
     column_->setSpacing(grid(1));
     column_->addStretch(1);
-    area->setWidget(content_);
-    area->setMinimumWidth(narrowest);
-    body().addWidget(area);
+    area_->setWidget(content_);
+    area_->setMinimumWidth(narrowest);
+    body().addWidget(area_, 1);
+    if (!adding.whenEmpty.isEmpty()) {
+        empty_ = new EmptyState(adding.whenEmpty, this);
+        body().addWidget(empty_, 1);
+        connect(empty_->addButton(adding.name, tr("%1: the first").arg(adding.name), adding.help),
+                &QPushButton::clicked, this, adding.work);
+    }
 }
 
 void StripsPanel::showStrips(std::size_t count) {
@@ -38,6 +43,10 @@ void StripsPanel::showStrips(std::size_t count) {
     for (Strip* const strip : strips_) {
         strip->refresh();
         strip->setVisible(true);
+    }
+    if (empty_ != nullptr) {
+        area_->setVisible(count > 0);
+        empty_->setVisible(count == 0);
     }
     showPresetName();
 }

@@ -9,6 +9,9 @@
 
 namespace Desktop {
 
+class ColumnArea;
+class EmptyState;
+
 // One element of the list.
 class Strip : public QWidget {
 public:
@@ -26,6 +29,7 @@ protected:
         QString name;
         QString help;
         std::function<void()> work;
+        QString whenEmpty = {}; // what is said while there is none; nothing: there always is one
     };
     // `narrowest`: of the list, in pixels.
     StripsPanel(Gui::Panel panel, const QString& title, const QString& help, int narrowest, Adding adding,
@@ -37,6 +41,8 @@ protected:
     [[nodiscard]] const std::vector<Strip*>& strips() const { return strips_; }
 
 private:
+    ColumnArea* area_;
+    EmptyState* empty_ = nullptr;
     QWidget* content_;
     QVBoxLayout* column_;
     std::vector<Strip*> strips_;
