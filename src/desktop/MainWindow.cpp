@@ -3,24 +3,13 @@
 #include "core/QelIF.h"
 #include "core/QelMessageManager.h"
 #include "desktop/Backup.h"
+#include "desktop/HelpLine.h"
 #include "desktop/Palette.h"
 #include "desktop/TabOrder.h"
-#include "desktop/dialogs/FileDialogs.h"
-#include "desktop/dialogs/SetupDialog.h"
-#include "desktop/dialogs/TakeDialog.h"
 #include "desktop/models/Models.h"
-#include "desktop/panels/ControlsPanel.h"
-#include "desktop/panels/DisplayPanel.h"
 #include "desktop/panels/HelpPanel.h"
-#include "desktop/panels/JoystickPanel.h"
 #include "desktop/panels/KeysPanel.h"
-#include "desktop/panels/LayersPanel.h"
-#include "desktop/panels/MidiInputPanel.h"
-#include "desktop/panels/OscillatorsPanel.h"
-#include "desktop/panels/OutputPanel.h"
 #include "desktop/panels/SystemBar.h"
-#include "desktop/panels/ZonesPanel.h"
-#include "desktop/widgets/ElidedLabel.h"
 #include "desktop/widgets/ValueInstrument.h"
 #include "gui/QelGui.h"
 #include "platform/PathText.h"
@@ -28,7 +17,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QMessageBox>
 #include <QPainter>
 #include <QScreen>
 #include <QSettings>
@@ -46,23 +34,9 @@ namespace {
 constexpr int minute = 60000;
 constexpr int borderWidth = 2;
 
-struct ButtonOf {
-    Panel panel;
-    const char* text;
-};
-constexpr ButtonOf panelButtons[]{{Panel::computerInput, "Keys"},     {Panel::control, "Controls"},
-                                  {Panel::layer, "Layers"},           {Panel::zone, "Zones"},
-                                  {Panel::oscillator, "Oscillators"}, {Panel::midiInput, "MIDI in"},
-                                  {Panel::joystick, "Joystick"},      {Panel::display, "Display"},
-                                  {Panel::output, "Output"},          {Panel::help, "Help"}};
-
-constexpr Panel shownAtFirst[]{Panel::system, Panel::computerInput, Panel::control,
-                               Panel::layer,  Panel::display,       Panel::output};
-
 } // namespace
 
-MainWindow::MainWindow(Models& models, std::function<void(Panel, bool)> noteShowing)
-    : models_(models), noteShowing_(std::move(noteShowing)) {
+MainWindow::MainWindow(Models& models, std::function<void(Panel, bool)> noteShowing) : models_(models) {
     setObjectName("MainWindow");
     setWindowTitle("Tembrel");
     setFocusPolicy(Qt::ClickFocus);
@@ -71,46 +45,13 @@ MainWindow::MainWindow(Models& models, std::function<void(Panel, bool)> noteShow
     all->setSpacing(0);
     bar_ = new SystemBar(models, this);
     all->addWidget(bar_);
-    buttonRow_ = new QWidget(this);
-    auto* const buttons = new QHBoxLayout(buttonRow_);
-    buttons->setContentsMargins(grid(3), grid(2), grid(3), grid(1));
-    buttons->setSpacing(grid(1));
-    for (const ButtonOf& each : panelButtons) {
-        auto* const button = new QPushButton(tr(each.text), buttonRow_);
-        button->setObjectName("PanelButton");
-        button->setCheckable(true);
-        button->setFocusPolicy(Qt::TabFocus);
-        button->setAccessibleName(tr("Panel %1").arg(tr(each.text)));
-        button->setStatusTip(tr("Shows or hides the panel %1").arg(tr(each.text)));
-        connect(button, &QPushButton::clicked, this, [this, panel = each.panel](bool on) { showPanel(panel, on); });
-        buttons->addWidget(button);
-        buttons_[static_cast<std::size_t>(each.panel)] = button;
-    }
-    buttons->addStretch(1);
-    all->addWidget(buttonRow_);
-    rows_ = new QSplitter(Qt::Vertical, this);
-    rows_->setChildrenCollapsible(false);
-    rows_->setHandleWidth(grid(2));
-    rows_->setContentsMargins(grid(3), grid(1), grid(3), grid(2));
-    all->addWidget(rows_, 1);
-    auto* const line = new QWidget(this);
-    line->setObjectName("HelpLine");
-    line->setAttribute(Qt::WA_StyledBackground);
-    auto* const lineBox = new QHBoxLayout(line);
-    lineBox->setContentsMargins(grid(3), grid(1), grid(3), grid(1));
-    helpText_ = new ElidedLabel(line);
-    helpText_->setObjectName("Dim");
-    helpText_->setAccessibleName(tr("Help line"));
-    helpText_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    lineBox->addWidget(helpText_, 1);
-    status_ = new QLabel(line);
-    status_->setAccessibleName(tr("Status"));
-    status_->setStatusTip(
-        tr("What an event takes from its arrival to its being played, by how much that differs, the MIDI "
-           "system, and the notes that sound"));
-    lineBox->addWidget(status_);
-    all->addWidget(line);
-    buildPanels();
+    area_ = new PanelArea(models, std::move(noteShowing), this);
+    all->addWidget(area_, 1);
+    connect(area_, &PanelArea::arranged, this, [this] { bar_->setVisible(isShowing(Panel::system)); });
+    helpLine_ = new HelpLine(this);
+    all->addWidget(helpLine_);
+    dialogs_ = std::make_unique<WindowDialogs>(models, *this, area_->withPresets(),
+                                               [this](const QString& text) { showHelp(text); });
     buildShortcuts();
     connect(bar_, &SystemBar::setupAsked, this, &MainWindow::openSetup);
     connect(bar_, &SystemBar::saveAsked, this, &MainWindow::openSave);
@@ -139,9 +80,6 @@ MainWindow::MainWindow(Models& models, std::function<void(Panel, bool)> noteShow
         }
     });
     ValueInstrument::setSensitivity(models.settings.value(ChangedSetting::mouseSensitivity));
-    for (const Panel each : shownAtFirst) {
-        wanted_[static_cast<std::size_t>(each)] = true;
-    }
     backup_.setInterval(minute);
     connect(&backup_, &QTimer::timeout, this, &MainWindow::backUp);
     connect(&models.edits, &QUndoStack::cleanChanged, this, [this](bool clean) {
@@ -151,56 +89,9 @@ MainWindow::MainWindow(Models& models, std::function<void(Panel, bool)> noteShow
     });
     backup_.start();
     resize(grid(330), grid(215));
-    arrange();
 }
 
 MainWindow::~MainWindow() = default;
-
-void MainWindow::buildPanels() {
-    for (int row = 0; row < 3; ++row) {
-        auto* const splitter = new QSplitter(Qt::Horizontal, rows_);
-        splitter->setChildrenCollapsible(false);
-        splitter->setHandleWidth(grid(2));
-        rowSplitters_.push_back(splitter);
-        rows_->addWidget(splitter);
-    }
-    keys_ = new KeysPanel(models_, this);
-    addPanel(keys_, 0);
-    addPanel(new LayersPanel(models_, this), 0);
-    addPanel(new ZonesPanel(models_, this), 0);
-    addPanel(new MidiInputPanel(models_, this), 0);
-    controls_ = new ControlsPanel(models_, this);
-    addPanel(controls_, 1);
-    addPanel(new OscillatorsPanel(models_, this), 1);
-    addPanel(new JoystickPanel(models_, this), 1);
-    addPanel(new DisplayPanel(models_, this), 1);
-    help_ = new HelpPanel(models_, this);
-    addPanel(help_, 1);
-    output_ = new OutputPanel(models_, this);
-    addPanel(output_, 2);
-    connect(output_, &OutputPanel::controllersAsked, this, [this](bool on) { showPanel(Panel::cc, on); });
-    rows_->setStretchFactor(0, 5);
-    rows_->setStretchFactor(1, 5);
-    rows_->setStretchFactor(2, 3);
-    rowSplitters_[0]->setStretchFactor(0, 3);
-    rowSplitters_[0]->setStretchFactor(1, 2);
-    rowSplitters_[0]->setSizes({300, 200, 140});
-    for (int i = 0; i < rowSplitters_[1]->count(); ++i) {
-        constexpr int ofTheList = 3;
-        rowSplitters_[1]->setStretchFactor(i, rowSplitters_[1]->widget(i) == panel(Panel::display) ? ofTheList : 2);
-    }
-    rowSplitters_[1]->setSizes({200, 200, 200, 240, 160});
-}
-
-void MainWindow::addPanel(PanelFrame* frame, int row) {
-    panels_[static_cast<std::size_t>(frame->panel())] = frame;
-    rowSplitters_[static_cast<std::size_t>(row)]->addWidget(frame);
-    connect(frame, &PanelFrame::closeAsked, this, [this, frame] { showPanel(frame->panel(), false); });
-    connect(frame, &PanelFrame::helpAsked, this, [this](const QString& page) {
-        showPanel(Panel::help, true);
-        help_->openPage(page);
-    });
-}
 
 void MainWindow::buildShortcuts() {
     const auto on = [this](const QKeySequence& keys, auto work) {
@@ -215,61 +106,25 @@ void MainWindow::buildShortcuts() {
     on(QKeySequence::Quit, [this] { close(); });
     on(QKeySequence(Qt::CTRL | Qt::Key_P), [this] { bar_->showProgramMenu(); });
     int number = 1;
-    for (const ButtonOf& each : panelButtons) {
+    for (const Panel panel : PanelArea::inOrder()) {
         on(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_0 + number++ % 10)),
-           [this, panel = each.panel] { togglePanel(panel); });
+           [this, panel] { togglePanel(panel); });
     }
-}
-
-void MainWindow::arrange() {
-    for (std::size_t i = 0; i < Gui::panelCount; ++i) {
-        if (buttons_[i] != nullptr) {
-            buttons_[i]->setChecked(wanted_[i]);
-        }
-        if (panels_[i] != nullptr) {
-            panels_[i]->setVisible(wanted_[i]);
-        }
-        noteShowing_(static_cast<Panel>(i), wanted_[i]);
-    }
-    bar_->setVisible(wanted_[static_cast<std::size_t>(Panel::system)]);
-    output_->showControllers(wanted_[static_cast<std::size_t>(Panel::cc)]);
-    for (QSplitter* const row : rowSplitters_) {
-        bool any = false;
-        for (int i = 0; i < row->count(); ++i) {
-            any = any || !row->widget(i)->isHidden();
-        }
-        row->setVisible(any);
-    }
-}
-
-void MainWindow::showPanel(Panel panel, bool on) {
-    if (panel >= Panel::count) {
-        return;
-    }
-    wanted_[static_cast<std::size_t>(panel)] = on;
-    if (panel == Panel::cc && on) { // the list stands in the output panel
-        wanted_[static_cast<std::size_t>(Panel::output)] = true;
-    }
-    arrange();
 }
 
 void MainWindow::togglePanel(Panel panel) {
     showPanel(panel, !isShowing(panel));
 }
 
-bool MainWindow::isShowing(Panel panel) const {
-    return panel < Panel::count && wanted_[static_cast<std::size_t>(panel)];
-}
-
 void MainWindow::showHelp(const QString& text) {
-    helpText_->setText(text);
-    if (help_->isVisible() && !text.isEmpty()) {
-        help_->showText(text);
+    helpLine_->showText(text);
+    if (area_->help().isVisible() && !text.isEmpty()) {
+        area_->help().showText(text);
     }
 }
 
 void MainWindow::showFault(const QString& text) {
-    helpText_->setText("⚠ " + text);
+    helpLine_->showFault(text);
     emit models_.program.faultSaid(text);
 }
 
@@ -277,63 +132,11 @@ void MainWindow::showNews(const HostNews& news) {
     for (const std::string& fault : news.faults) {
         showFault(QString::fromStdString(fault));
     }
-    const Gui::HostStatus& status = news.status;
-    QStringList parts;
-    if (status.latencyMs >= 0) {
-        parts << tr("latency %1 ms").arg(status.latencyMs, 0, 'f', 1)
-              << tr("jitter %1").arg(status.jitterMs, 0, 'f', 1);
-    }
-    parts << QString::fromStdString(status.system)
-          << (status.heldNotes == 1 ? tr("1 note held") : tr("%1 notes held").arg(status.heldNotes));
-    const QString text = parts.join(" · ");
-    if (text != status_->text()) {
-        status_->setText(text);
-    }
+    helpLine_->showStatus(news.status);
 }
 
 void MainWindow::openSetup() {
-    SetupDialog dialog(models_, this);
-    connect(&dialog, &SetupDialog::paletteChosen, this, &MainWindow::setPaletteName);
-    dialog.exec();
-}
-
-bool MainWindow::openSave() {
-    QStringList titles;
-    std::vector<PanelFrame*> owners;
-    for (PanelFrame* const each : panels_) {
-        if (each != nullptr && each->hasPresets()) {
-            titles << each->title();
-            owners.push_back(each);
-        }
-    }
-    SaveDialog dialog(models_, titles, this);
-    if (dialog.exec() != QDialog::Accepted) {
-        return false;
-    }
-    if (const int part = dialog.presetAsked(); part >= 0) {
-        owners[static_cast<std::size_t>(part)]->askToSavePreset();
-    }
-    return models_.edits.isClean();
-}
-
-bool MainWindow::openLoad() {
-    return askAboutUnsaved() && loadFile(models_, this);
-}
-
-void MainWindow::openImport() {
-    if (askAboutUnsaved()) {
-        importFile(models_, this);
-    }
-}
-
-void MainWindow::openTake() {
-    TakeDialog(models_, this).exec();
-}
-
-void MainWindow::saveTakeFromLast(int fromLast) {
-    if (const QString came = saveTake(models_, fromLast, this); !came.isEmpty()) {
-        showHelp(came);
-    }
+    dialogs_->openSetup([this](const QString& name) { setPaletteName(name); });
 }
 
 void MainWindow::backUp() {
@@ -345,21 +148,7 @@ void MainWindow::backUp() {
 void MainWindow::panic() {
     models_.backend().postResetQel();
     models_.playing.clear();
-    keys_->refreshDown();
-}
-
-bool MainWindow::askAboutUnsaved() {
-    if (models_.edits.isClean()) {
-        return true;
-    }
-    QMessageBox box(QMessageBox::NoIcon, tr("Unsaved changes"),
-                    tr("The program “%1” has changes that are not saved.").arg(models_.program.title()),
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
-    const int answer = box.exec();
-    if (answer == QMessageBox::Save) {
-        return openSave();
-    }
-    return answer == QMessageBox::Discard;
+    keys().refreshDown();
 }
 
 void MainWindow::setPaletteName(const QString& name) {
@@ -417,13 +206,6 @@ QString MainWindow::stateFile() const {
 
 void MainWindow::restoreState() {
     QSettings state(stateFile(), QSettings::IniFormat);
-    if (state.contains("panels")) {
-        const QStringList shown = state.value("panels").toStringList();
-        for (std::size_t i = 0; i < Gui::panelCount; ++i) {
-            wanted_[i] = shown.contains(QString::fromLatin1(Gui::panelNames[i].data()));
-        }
-        wanted_[static_cast<std::size_t>(Panel::system)] = true; // the way to everything else
-    }
     setPaletteName(state.value("palette", "Dark").toString());
     const WindowsLib::Rect place = models_.gui().getRegistrySettings().getLastWindowPosition();
     const QRect rect(QPoint(place.left, place.top), QPoint(place.right - 1, place.bottom - 1));
@@ -435,29 +217,14 @@ void MainWindow::restoreState() {
             }
         }
     }
-    arrange();
-    rows_->restoreState(state.value("rows").toByteArray());
-    for (std::size_t i = 0; i < rowSplitters_.size(); ++i) {
-        rowSplitters_[i]->restoreState(state.value(QStringLiteral("row%1").arg(i)).toByteArray());
-    }
-    arrange();
+    area_->restore(state);
     applyFlags();
 }
 
 void MainWindow::saveState() const {
     QSettings state(stateFile(), QSettings::IniFormat);
-    QStringList shown;
-    for (std::size_t i = 0; i < Gui::panelCount; ++i) {
-        if (wanted_[i]) {
-            shown << QString::fromLatin1(Gui::panelNames[i].data());
-        }
-    }
-    state.setValue("panels", shown);
+    area_->save(state);
     state.setValue("palette", paletteName());
-    state.setValue("rows", rows_->saveState());
-    for (std::size_t i = 0; i < rowSplitters_.size(); ++i) {
-        state.setValue(QStringLiteral("row%1").arg(i), rowSplitters_[i]->saveState());
-    }
     const QRect now = dockedNow_ ? undocked_ : geometry();
     models_.backend().postSetLastWindowPosition({now.left(), now.top(), now.right() + 1, now.bottom() + 1});
 }

@@ -2,25 +2,19 @@
 #pragma once
 
 #include "desktop/DesktopApplication.h"
+#include "desktop/PanelArea.h"
+#include "desktop/WindowDialogs.h"
 #include "gui/Panel.h"
 
-#include <QLabel>
-#include <QPushButton>
-#include <QSplitter>
 #include <QTimer>
 #include <QWidget>
-#include <array>
 #include <functional>
-#include <vector>
+#include <memory>
 
 namespace Desktop {
 
-class ControlsPanel;
-class HelpPanel;
-class KeysPanel;
+class HelpLine;
 class Models;
-class OutputPanel;
-class PanelFrame;
 class SystemBar;
 
 class MainWindow final : public QWidget {
@@ -31,27 +25,27 @@ public:
     MainWindow(Models& models, std::function<void(Gui::Panel, bool)> noteShowing);
     ~MainWindow() override;
 
-    void showPanel(Gui::Panel panel, bool on);
+    void showPanel(Gui::Panel panel, bool on) { area_->showPanel(panel, on); }
     void togglePanel(Gui::Panel panel);
-    [[nodiscard]] bool isShowing(Gui::Panel panel) const;
-    [[nodiscard]] PanelFrame* panel(Gui::Panel panel) const { return panels_[static_cast<std::size_t>(panel)]; }
+    [[nodiscard]] bool isShowing(Gui::Panel panel) const { return area_->isShowing(panel); }
+    [[nodiscard]] PanelFrame* panel(Gui::Panel panel) const { return area_->panel(panel); }
 
     [[nodiscard]] SystemBar& bar() { return *bar_; }
-    [[nodiscard]] KeysPanel& keys() { return *keys_; }
-    [[nodiscard]] ControlsPanel& controls() { return *controls_; }
-    [[nodiscard]] OutputPanel& output() { return *output_; }
+    [[nodiscard]] KeysPanel& keys() { return area_->keys(); }
+    [[nodiscard]] ControlsPanel& controls() { return area_->controls(); }
+    [[nodiscard]] OutputPanel& output() { return area_->output(); }
 
     void showHelp(const QString& text);
     void showFault(const QString& text);
     void showNews(const HostNews& news);
     void openSetup();
-    bool openSave(); // true when nothing is unsaved any more
-    bool openLoad();
-    void openImport();
-    // Whether the program may be left: nothing is unsaved, or one has been asked.
-    bool askAboutUnsaved();
-    void openTake();
-    void saveTakeFromLast(int fromLast); // 1: the last one; 0: everything
+    // As in WindowDialogs.
+    bool openSave() { return dialogs_->openSave(); }
+    bool openLoad() { return dialogs_->openLoad(); }
+    void openImport() { dialogs_->openImport(); }
+    bool askAboutUnsaved() { return dialogs_->askAboutUnsaved(); }
+    void openTake() { dialogs_->openTake(); }
+    void saveTakeFromLast(int fromLast) { dialogs_->saveTakeFromLast(fromLast); }
 
     // What the window remembers between runs.
     void restoreState();
@@ -72,27 +66,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void buildPanels();
     void buildShortcuts();
-    void addPanel(PanelFrame* frame, int row);
-    void arrange();
     [[nodiscard]] QString stateFile() const;
 
     Models& models_;
-    std::function<void(Gui::Panel, bool)> noteShowing_;
     SystemBar* bar_;
-    KeysPanel* keys_ = nullptr;
-    ControlsPanel* controls_ = nullptr;
-    OutputPanel* output_ = nullptr;
-    HelpPanel* help_ = nullptr;
-    std::array<PanelFrame*, Gui::panelCount> panels_{};
-    std::array<QPushButton*, Gui::panelCount> buttons_{};
-    std::array<bool, Gui::panelCount> wanted_{};
-    QWidget* buttonRow_;
-    QSplitter* rows_;
-    std::vector<QSplitter*> rowSplitters_;
-    QLabel* helpText_;
-    QLabel* status_;
+    PanelArea* area_;
+    HelpLine* helpLine_;
+    std::unique_ptr<WindowDialogs> dialogs_;
     QTimer backup_;
     bool isClosed_ = false;
     bool dockedNow_ = false;

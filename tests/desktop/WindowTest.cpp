@@ -3,6 +3,7 @@
 #include "core/RegistrySettings.h"
 #include "desktop/DesktopRig.h"
 #include "desktop/panels/ControlsPanel.h"
+#include "desktop/widgets/EventList.h"
 #include "desktop/widgets/ValueInstrument.h"
 #include "values/Rect.h"
 
@@ -87,6 +88,13 @@ TEST_F(DesktopWindow, TheMouseIsAsSensitiveAsItIsSet) {
     set(ChangedSetting::mouseSensitivity, 3);
     EXPECT_NEAR(drag(), 3 * once, 3);
     set(ChangedSetting::mouseSensitivity, 1);
+}
+
+TEST_F(DesktopWindow, GivesTheListOfEventsTheHeightThatIsSet) {
+    for (const int height : {260, 150}) {
+        set(ChangedSetting::displayHeight, height);
+        EXPECT_NEAR(rig.window().findChild<Desktop::EventList*>()->height(), height, 2);
+    }
 }
 
 TEST_F(DesktopWindow, SaysHowItIs) {

@@ -63,6 +63,12 @@ SetupDialog::SetupDialog(Models& models, QWidget* parent) : QDialog(parent), mod
     addCheck(*display, tr("Large letters in the list"), {}, ChangedSetting::largeDisplayFont);
     addCheck(*display, tr("Bytes beside names"), tr("Each event in the list with its bytes, 90 3C 64"),
              ChangedSetting::displayNumbers);
+    auto* const height = new NumberField(this);
+    height->showValue(40, 2000, models.settings.value(ChangedSetting::displayHeight));
+    connect(height, &NumberField::letGo, this,
+            [this, height] { models_.settings.set(ChangedSetting::displayHeight, height->value()); });
+    labelled(*display, tr("Height of the list"), height,
+             tr("In pixels, as far as there is room; dragging the edge of its row sets it, too"));
     auto* const colours = new QComboBox(this);
     colours->addItems(paletteNames());
     colours->setCurrentText(paletteName());

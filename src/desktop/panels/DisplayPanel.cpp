@@ -61,6 +61,10 @@ DisplayPanel::DisplayPanel(Models& models, QWidget* parent)
     refresh();
 }
 
+int DisplayPanel::listHeight() const {
+    return list_->height();
+}
+
 void DisplayPanel::refresh() {
     in_->setChecked(models().settings.isOn(ChangedSetting::displayMidiInputEvents));
     out_->setChecked(models().settings.isOn(ChangedSetting::displayMidiOutputEvents));

@@ -13,6 +13,7 @@ class DisplayPanel final : public PanelFrame {
 
 public:
     DisplayPanel(Models& models, QWidget* parent);
+    [[nodiscard]] int listHeight() const; // pixels
 
 private:
     void refresh();
