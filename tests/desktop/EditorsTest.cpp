@@ -212,6 +212,35 @@ TEST_F(DesktopEditors, AnOscillatorIsSelectedForWhatActsOnTheSelectedOne) {
     EXPECT_FALSE(rig.named<QToolButton>("Selection of oscillator 1").isChecked());
 }
 
+// Zones and presets. ---------------------------------------------------------------------------------------------
+
+TEST_F(DesktopEditors, AZoneIsGivenAnotherNumberButNotThatOfAnother) {
+    rig.click("Add a zone");
+    rig.click("Add a zone");
+    rig.set("Transposition of zone 2", 7);
+    rig.set("Number of zone 2", 9);
+    EXPECT_EQ(rig.models().zones.transposeOf(8), 7);
+    rig.set("Number of zone 9", 1);
+    EXPECT_EQ(rig.models().zones.transposeOf(8), 7);
+    EXPECT_EQ(rig.named<NumberField>("Number of zone 9").value(), 9);
+    rig.undo();
+    EXPECT_EQ(rig.models().zones.transposeOf(1), 7);
+}
+
+TEST_F(DesktopEditors, APresetOfIncomingMessagesCanBeTakenBack) {
+    auto* const panel = rig.window().panel(Panel::midiInput);
+    rig.click("Add a message");
+    rig.pick("Translation", "Midi Program Change"); // what only passes a message on is not stored
+    rig.after([&] { panel->savePreset("One"); });
+    rig.click("Add a message");
+    rig.pick("Translation", "Midi Program Change");
+    rig.after([&] { panel->loadPreset("One"); });
+    EXPECT_EQ(rig.models().midiInput.map().size(), 1U);
+    rig.undo();
+    EXPECT_EQ(rig.models().midiInput.map().size(), 2U);
+    EXPECT_EQ(rig.backend.afterMidi(0x90, 61, 100), "0 C0 61");
+}
+
 // Gestures. ------------------------------------------------------------------------------------------------------
 
 class OneGesture : public DesktopEditors, public testing::WithParamInterface<const char*> {};

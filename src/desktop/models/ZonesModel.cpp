@@ -71,6 +71,20 @@ void ZonesModel::add() {
     edit(tr("add a zone"), after);
 }
 
+void ZonesModel::renumber(int zone, int number) {
+    const Zone* const found = zones_.find(static_cast<std::int8_t>(zone));
+    if (found == nullptr || number < 0 || number > 127 || zones_.find(static_cast<std::int8_t>(number)) != nullptr) {
+        emit changed(); // what the user set is not so
+        return;
+    }
+    ZoneMap after;
+    zones_.forEach([&](Zone each) {
+        each.id = static_cast<std::int8_t>(each.id == zone ? number : each.id);
+        after.set(each);
+    });
+    edit(tr("number zone %1").arg(zone + 1), after);
+}
+
 void ZonesModel::remove(int zone) {
     ZoneMap after;
     zones_.forEach([&](const Zone& each) {

@@ -23,6 +23,8 @@ public:
     void transpose(int zone, int semitones);
     void add();
     void remove(int zone);
+    // The zone is another one from then on; nothing happens when there is one of that number.
+    void renumber(int zone, int number);
 
 private:
     void edit(const QString& text, Backend::Zones::ZoneMap after, int key = 0);

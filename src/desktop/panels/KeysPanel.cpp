@@ -79,6 +79,11 @@ KeysPanel::KeysPanel(Models& models, QWidget* parent)
         showKey();
     });
     addHeadWidget(edit);
+    QToolButton* const more =
+        makeButton("⋮", tr("Menu of the key"), tr("Copies, clears, gives a scale to its row"), this);
+    connect(more, &QToolButton::clicked, this,
+            [this, more] { keyMenu(keyboard_->selected(), more->mapToGlobal(more->rect().bottomLeft())); });
+    addHeadWidget(more);
     connect(keyboard_, &ComputerKeyboard::chosen, this, &KeysPanel::showOther);
     connect(keyboard_, &ComputerKeyboard::activated, this, [this, edit](std::uint32_t) {
         edit->setChecked(true);

@@ -186,10 +186,19 @@ OutputPanel::OutputPanel(Models& models, QWidget* parent)
     auto* const zones = new QMenu(this);
     zoneButton_ =
         new MenuButton(tr("Zone of the music keyboard"), tr("The zone that this keyboard plays in"), zones, this);
-    constexpr int zonesOffered = 4;
-    for (int zone = -1; zone < zonesOffered; ++zone) {
-        zones->addAction(nameOfZone(zone), this, [this, zone] { setZone(zone); });
-    }
+    connect(zones, &QMenu::aboutToShow, this, [this, zones] {
+        zones->clear();
+        const auto offer = [&](int zone) { zones->addAction(nameOfZone(zone), this, [this, zone] { setZone(zone); }); };
+        constexpr int always = 4; // those that keys usually play in
+        for (int zone = -1; zone < always; ++zone) {
+            offer(zone);
+        }
+        this->models().zones.zones().forEach([&](const Backend::Zones::Zone& zone) {
+            if (zone.id >= always) {
+                offer(zone.id);
+            }
+        });
+    });
     setZone(-1);
     addHeadWidget(zoneButton_);
     controllersButton_ = makeButton(tr("CC"), tr("Controllers"), tr("Shows all controllers with their values"), this);

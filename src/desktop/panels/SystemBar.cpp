@@ -83,6 +83,7 @@ SystemBar::SystemBar(Models& models, QWidget* parent) : QWidget(parent), models_
 
     tempo_ = new NumberField(this);
     tempo_->setRange(10, 500);
+    tempo_->setWheelStep(1);
     tempo_->setScale(1.5);
     tempo_->setFrame(false);
     tempo_->describe(tr("Tempo"), tr("Beats a minute: drag, turn the wheel, or double-click to type"));

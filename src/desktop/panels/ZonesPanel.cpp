@@ -6,6 +6,8 @@
 #include "desktop/widgets/NumberField.h"
 
 #include <QGridLayout>
+#include <algorithm>
+#include <initializer_list>
 
 namespace Desktop {
 
@@ -27,6 +29,7 @@ ZonesPanel::ZonesPanel(Models& models, QWidget* parent)
     connect(&models.zones, &Model::changed, this, &ZonesPanel::refresh);
     connect(&models.keys, &Model::changed, this, &ZonesPanel::refresh);
     connect(&models.layers, &Model::changed, this, &ZonesPanel::refresh);
+    connect(&models.joysticks, &Model::changed, this, &ZonesPanel::refresh);
     refresh();
 }
 
@@ -42,8 +45,22 @@ QString ZonesPanel::usersOf(int zone) {
             layers << QStringLiteral("L:%1").arg(layer.index + 1);
         }
     }
-    return tr("%n key(s)", nullptr, keys).replace("key(s)", keys == 1 ? tr("key") : tr("keys")) +
-           (layers.isEmpty() ? QString() : " → " + layers.join(", "));
+    int buttons = 0;
+    for (const auto& [id, button] : models().joysticks.map().buttons) {
+        buttons += std::any_of(button.entries.begin(), button.entries.end(),
+                               [zone](const auto& entry) {
+                                   const auto event =
+                                       entry.down ? entry.down->getMidiEvent() : Backend::MidiEventIdentity{};
+                                   return event.isNoteOn() && event.zone == zone;
+                               })
+                       ? 1
+                       : 0;
+    }
+    QString text = keys == 1 ? tr("1 key") : tr("%1 keys").arg(keys);
+    if (buttons > 0) {
+        text += ", " + (buttons == 1 ? tr("1 joystick button") : tr("%1 joystick buttons").arg(buttons));
+    }
+    return text + (layers.isEmpty() ? QString() : " → " + layers.join(", "));
 }
 
 void ZonesPanel::refresh() {
@@ -53,6 +70,7 @@ void ZonesPanel::refresh() {
         shape_ = shape;
         fields_.clear();
         names_.clear();
+        numbers_.clear();
         users_.clear();
         qDeleteAll(content_->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly));
         delete content_->layout();
@@ -72,7 +90,22 @@ void ZonesPanel::refresh() {
             auto* const name = makeButton(tr("Zone %1").arg(id + 1), tr("Select zone %1").arg(id + 1),
                                           tr("Keys that change the selected zone act on it from then on"), content_);
             name->setCheckable(true);
-            connect(name, &QToolButton::clicked, this, [this, id] { models().zones.select(id); });
+            connect(name, &QToolButton::clicked, this, [this, id, name] {
+                name->setChecked(true); // one is selected at any time
+                models().zones.select(id);
+            });
+            auto* const number = new NumberField(content_);
+            number->setRange(1, 128);
+            number->describe(tr("Number of zone %1").arg(id + 1),
+                             tr("By which keys and layers know it; one that another zone has is not taken"));
+            connect(
+                number, &NumberField::letGo, this,
+                [this, id, number] {
+                    if (number->value() != id + 1) {
+                        models().zones.renumber(id, number->value() - 1);
+                    }
+                },
+                Qt::QueuedConnection); // the rows are made anew
             auto* const field = new NumberField(content_);
             field->setRange(-127, 127);
             field->setText([](int value) { return (value > 0 ? "+" : "") + QString::number(value); });
@@ -86,22 +119,24 @@ void ZonesPanel::refresh() {
             auto* const remove = makeButton("−", tr("Remove zone %1").arg(id + 1), tr("Removes the zone"), content_);
             connect(
                 remove, &QToolButton::clicked, this, [this, id] { models().zones.remove(id); }, Qt::QueuedConnection);
-            table->addWidget(name, row, 0);
-            table->addWidget(field, row, 1);
-            table->addWidget(users, row, 2);
-            table->addWidget(remove, row, 3);
+            int column = 0;
+            for (QWidget* const each : std::initializer_list<QWidget*>{name, number, field, users, remove}) {
+                table->addWidget(each, row, column++);
+            }
             names_[id] = name;
+            numbers_[id] = number;
             fields_[id] = field;
             users_[id] = users;
             ++row;
         });
-        table->setColumnStretch(2, 1);
+        table->setColumnStretch(3, 1);
         for (QWidget* const each : content_->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
             each->show();
         }
     }
     models().zones.zones().forEach([&](const Backend::Zones::Zone& zone) {
-        fields_[zone.id]->setValue(zone.transpose);
+        fields_[zone.id]->showValue(-127, 127, zone.transpose);
+        numbers_[zone.id]->setValue(zone.id + 1);
         names_[zone.id]->setChecked(zone.selected);
         users_[zone.id]->setText(usersOf(zone.id));
     });

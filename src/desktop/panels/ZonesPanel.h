@@ -5,6 +5,8 @@
 
 namespace Desktop {
 
+class NumberField;
+
 class ZonesPanel final : public PanelFrame {
     Q_OBJECT
 
@@ -18,7 +20,8 @@ private:
 
     QWidget* content_;
     QString shape_;
-    std::map<int, class NumberField*> fields_;
+    std::map<int, NumberField*> fields_;
+    std::map<int, NumberField*> numbers_;
     std::map<int, QToolButton*> names_;
     std::map<int, QLabel*> users_;
 };

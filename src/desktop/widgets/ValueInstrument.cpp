@@ -11,7 +11,7 @@
 namespace Desktop {
 
 namespace {
-constexpr int wheelStep = 120;
+constexpr int notch = 120;
 constexpr double fine = 0.1;
 int sensitivityInUse = 1;
 } // namespace
@@ -102,12 +102,13 @@ void ValueInstrument::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void ValueInstrument::wheelEvent(QWheelEvent* event) {
     wheel_ += event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
-    const int steps = wheel_ / wheelStep;
-    wheel_ -= steps * wheelStep;
+    const int steps = wheel_ / notch;
+    wheel_ -= steps * notch;
     if (steps != 0) {
         const int range = std::abs(max_ - min_);
         const bool isFine = event->modifiers().testFlag(Qt::ShiftModifier);
-        moveBy(steps * (isFine ? 1 : std::max(1, range / 128 * sensitivityInUse)));
+        const int step = wheelStep_ > 0 ? wheelStep_ : std::max(1, range / 128 * sensitivityInUse);
+        moveBy(steps * (isFine ? 1 : step));
     }
     event->accept();
 }

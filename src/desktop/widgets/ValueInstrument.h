@@ -20,6 +20,8 @@ public:
 
     void setRange(int min, int max);
     void setResting(std::optional<int> value) { resting_ = value; }
+    // How far a turn of the wheel goes; without it, by a part of the range.
+    void setWheelStep(int step) { wheelStep_ = step; }
     // From outside: nobody is told.
     void setValue(int value);
     [[nodiscard]] int value() const { return value_; }
@@ -63,8 +65,9 @@ private:
     std::optional<int> resting_;
     bool dragging_ = false;
     QPointF last_;
-    double exact_ = 0; // while dragging, between whole values
-    int wheel_ = 0;    // what is left of it below one step
+    double exact_ = 0;  // while dragging, between whole values
+    int wheelStep_ = 0; // 0: by the range
+    int wheel_ = 0;     // what is left of it below one step
 };
 
 } // namespace Desktop
