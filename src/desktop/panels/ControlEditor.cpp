@@ -7,9 +7,10 @@
 #include "desktop/panels/ValueEventFields.h"
 #include "desktop/widgets/NumberField.h"
 
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace Desktop {
@@ -63,13 +64,17 @@ NumberField* ControlEditor::makeNumber(int min, int max, const QString& name, co
 }
 
 void ControlEditor::makeSettings() {
-    auto* const table = new QGridLayout;
-    table->setSpacing(grid(1));
-    const auto place = [&](int row, int column, const QString& caption, QWidget* widget) {
+    std::array<QHBoxLayout*, 2> rows{};
+    for (QHBoxLayout*& row : rows) {
+        row = new QHBoxLayout;
+        row->setSpacing(grid(1));
+        static_cast<QVBoxLayout*>(layout())->addLayout(row);
+    }
+    const auto place = [&](std::size_t row, const QString& caption, QWidget* widget) {
         auto* const label = new QLabel(caption, this);
         label->setObjectName("Dim");
-        table->addWidget(label, row, column * 2);
-        table->addWidget(widget, row, column * 2 + 1);
+        rows[row]->addWidget(label);
+        rows[row]->addWidget(widget);
     };
     name_ = new QLineEdit(this);
     name_->setAccessibleName(tr("Name of the control"));
@@ -77,7 +82,7 @@ void ControlEditor::makeSettings() {
     connect(name_, &QLineEdit::editingFinished, this, [this] {
         changeAlone(tr("name a control"), [this](Control& control) { control.name = name_->text().toStdString(); });
     });
-    place(0, 0, tr("Name"), name_);
+    place(0, tr("Name"), name_);
     type_ = new QComboBox(this);
     type_->addItems({tr("empty"), tr("number"), tr("upright fader"), tr("lying fader"), tr("knob"), tr("label")});
     type_->setAccessibleName(tr("Shape of the control"));
@@ -86,18 +91,18 @@ void ControlEditor::makeSettings() {
         changeAlone(tr("shape a control"),
                     [kind](Control& control) { control.type = ControlType(static_cast<ControlType::Kind>(kind)); });
     });
-    place(0, 1, tr("Shape"), type_);
+    place(0, tr("Shape"), type_);
     size_ = makeNumber(1, 8, tr("Size"), tr("How many cells it spans"),
                        [](Control& control, int value) { control.size = value; });
-    place(0, 2, tr("Size"), size_);
+    place(0, tr("Size"), size_);
     row_ = makeField(1, 64, tr("Row of the control"), tr("Where it stands; a control that is there changes places"));
-    place(0, 3, tr("Row"), row_);
+    place(0, tr("Row"), row_);
     column_ =
         makeField(1, 64, tr("Column of the control"), tr("Where it stands; a control that is there changes places"));
     for (NumberField* const each : {row_, column_}) { // not past all that stands on the way
         connect(each, &NumberField::letGo, this, [this] { moveTo({row_->value() - 1, column_->value() - 1}); });
     }
-    place(0, 4, tr("Column"), column_);
+    place(0, tr("Column"), column_);
     const auto setEnd = [](std::int32_t Control::*end) {
         return [end](Control& control, int value) {
             control.*end = value;
@@ -105,10 +110,10 @@ void ControlEditor::makeSettings() {
         };
     };
     min_ = makeNumber(0, greatest, tr("From"), tr("The value at its lower end"), setEnd(&Control::min));
-    place(1, 0, tr("From"), min_);
+    place(1, tr("From"), min_);
     max_ = makeNumber(0, greatest, tr("To"), tr("The value at its upper end; below the other it is upside down"),
                       setEnd(&Control::max));
-    place(1, 1, tr("To"), max_);
+    place(1, tr("To"), max_);
     springs_ = new QCheckBox(tr("springs back to"), this);
     springs_->setAccessibleName(tr("The control springs back"));
     springs_->setStatusTip(tr("Let go, it returns to a value of its own"));
@@ -117,24 +122,23 @@ void ControlEditor::makeSettings() {
             control.release = on ? control.clamped(control.value) : Control::NO_RELEASE;
         });
     });
-    table->addWidget(springs_, 1, 4);
+    rows[1]->addWidget(springs_);
     release_ = makeNumber(0, greatest, tr("Resting value"), tr("The value that it springs back to"),
                           [](Control& control, int value) { control.release = value; });
-    table->addWidget(release_, 1, 5);
+    rows[1]->addWidget(release_);
     autoSend_ = new QCheckBox(tr("sent at the start"), this);
     autoSend_->setAccessibleName(tr("The control is sent at the start"));
     autoSend_->setStatusTip(tr("Its value goes out once when the program starts"));
     connect(autoSend_, &QCheckBox::clicked, this,
             [this](bool on) { changeAlone(tr("edit a control"), [on](Control& control) { control.autoSend = on; }); });
-    table->addWidget(autoSend_, 1, 6, 1, 2);
+    rows[1]->addWidget(autoSend_);
     auto* const remove = new QPushButton(tr("remove"), this);
     remove->setAccessibleName(tr("Remove the control"));
     remove->setStatusTip(tr("Takes the control away"));
     remove->setFocusPolicy(Qt::TabFocus);
     connect(remove, &QPushButton::clicked, this, [this] { models_.controls.remove(cell_); });
-    table->addWidget(remove, 1, 8, 1, 2);
-    table->setColumnStretch(1, 1);
-    static_cast<QVBoxLayout*>(layout())->addLayout(table);
+    rows[1]->addStretch(1);
+    rows[1]->addWidget(remove);
 }
 
 void ControlEditor::makeEvents() {

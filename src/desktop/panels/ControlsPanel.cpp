@@ -54,6 +54,9 @@ ControlsPanel::ControlsPanel(Models& models, QWidget* parent)
         editor_->setVisible(on);
         shape_.clear();
         refresh();
+        if (on && this->models().controls.map().find(editor_->cell()) == nullptr && !captions_.empty()) {
+            edit(captions_.begin()->first);
+        }
     });
     connect(editor_, &ControlEditor::cellChanged, this, &ControlsPanel::showEdited);
     connect(&models.controls, &Model::changed, this, &ControlsPanel::refresh);

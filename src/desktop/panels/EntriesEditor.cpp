@@ -36,22 +36,27 @@ EntriesEditor::EntriesEditor(Models& models, const QString& thing, QWidget* pare
     keepSending_->setStatusTip(tr("Goes on doing what it does going down, while it is held"));
     connect(keepSending_, &QCheckBox::clicked, this,
             [this](bool on) { models_.edits.alone([&] { change([on](Entry& entry) { entry.keepSending = on; }); }); });
-    head->addWidget(keepSending_);
     all->addLayout(head);
     auto* const columns = new QHBoxLayout;
     columns->setSpacing(grid(3));
-    const auto column = [&](const QString& title, FunctionForm*& form, const QString& role) {
+    const auto column = [&](const QString& title, FunctionForm*& form, const QString& role, QWidget* beside) {
         auto* const box = new QVBoxLayout;
+        auto* const top = new QHBoxLayout;
         auto* const label = new QLabel(title, this);
         label->setObjectName("PanelTitle");
-        box->addWidget(label);
+        top->addWidget(label);
+        top->addStretch(1);
+        if (beside != nullptr) {
+            top->addWidget(beside);
+        }
+        box->addLayout(top);
         form = new FunctionForm(models, role, this);
         box->addWidget(form);
         box->addStretch(1);
         columns->addLayout(box, 1);
     };
-    column(tr("Down"), down_, tr("when the %1 goes down").arg(thing));
-    column(tr("Up"), up_, tr("when the %1 comes up").arg(thing));
+    column(tr("Down"), down_, tr("when the %1 goes down").arg(thing), keepSending_);
+    column(tr("Up"), up_, tr("when the %1 comes up").arg(thing), nullptr);
     connect(down_, &FunctionForm::edited, this,
             [this] { change([this](Entry& entry) { entry.down = down_->function(); }); });
     connect(up_, &FunctionForm::edited, this, [this] { change([this](Entry& entry) { entry.up = up_->function(); }); });

@@ -104,8 +104,9 @@ void JoystickPanel::makeAxis() {
             events_->setPlace(chosen);
         });
     });
-    row->addWidget(events_, 1);
+    row->addStretch(1);
     column_->addLayout(row);
+    column_->addWidget(events_);
     event_ = new ValueEventFields(models(), tr(" of the axis"), this);
     connect(event_, &ValueEventFields::edited, this, [this] {
         changeAxisEvent([this](AxisEvent& event) {
