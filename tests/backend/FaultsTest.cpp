@@ -98,11 +98,11 @@ protected:
     // `fault` happens while notes sound, `mended` is what brings things back before the next trial.
     void endInSilence(
         const std::function<void()>& fault, const std::function<void()>& mended = [] {}) {
-        int sounded = 0;
+        int silent = 0; // where layers had nothing to say, which is no trial
         int trial = 0;
         const auto end = Platform::monotonicTime() + enough;
-        for (; trial < trials && (trial < leastTrials || Platform::monotonicTime() < end); ++trial) {
-            if (trial % trialsAProgram == 0) {
+        while (trial < trials && (trial < leastTrials || Platform::monotonicTime() < end)) {
+            if ((trial + silent) % trialsAProgram == 0) {
                 rig.after([&](QelMessageManager& backend) { backend.postChangeProgram(SelectType::fixed(any(0, 3))); });
             }
             press();
@@ -110,18 +110,23 @@ protected:
             for (int ticks = 0; ticks < longestStep && rig.player.sounding().empty(); ++ticks) {
                 rig.run(1); // a rest, or between two notes
             }
-            sounded += rig.player.sounding().empty() ? 0 : 1;
-            fault();
+            const bool sounds = !rig.player.sounding().empty();
+            if (sounds) {
+                fault();
+            }
             release();
             rig.run(longestStep);
             ASSERT_TRUE(rig.player.sounding().empty()) << "trial " << trial;
             ASSERT_EQ(rig.qel->getMidiEngine().soundingNotes(), 0) << "trial " << trial;
             ASSERT_TRUE(rig.takeFaults().empty());
-            mended();
+            if (sounds) {
+                mended();
+            }
+            ++(sounds ? trial : silent);
+            ASSERT_LE(silent, trials) << "there would be little to be said";
         }
-        EXPECT_EQ(sounded, trial) << "each of them while notes sound";
         RecordProperty("trials", trial);
-        RecordProperty("trials_that_sounded", sounded);
+        RecordProperty("silent_ones_besides", silent);
     }
 
     RandomCases random;
