@@ -73,7 +73,8 @@ TEST(DisplayRecordTest, NamesTheLayerThatSent) {
             seen += (seen.empty() ? "" : " ") + std::to_string(record.layer);
         }
     };
-    const std::string arpeggio = R"(<Layer minNote="C5"><Arpeggio><UpArpeggio beat="1" length="1"/></Arpeggio></Layer>)";
+    const std::string arpeggio =
+        R"(<Layer minNote="C5"><Arpeggio><UpArpeggio beat="1" length="1"/></Arpeggio></Layer>)";
     for (const auto& [steps, layers] : std::initializer_list<std::pair<const char*, const char*>>{
              {"on 40 1; off 40", "0 0"},
              {"on 60 1; off 60", "1 1"},
