@@ -13,9 +13,9 @@ namespace Backend::MidiInput {
 // Lives for the call that hands it out.
 struct InputSteps {
     struct Tried {
-        const TranslationManagement::Translation* translation;
-        bool conditionHeld;                                // it was executed
-        std::optional<MidiEngine::QelMidiMessage> message; // what it sent
+        const TranslationManagement::Translation* translation = nullptr;
+        bool conditionHeld = false;                          // it was executed
+        std::optional<MidiEngine::QelMidiMessage> message{}; // what it sent
     };
 
     MidiEngine::QelMidiMessage incoming{};                // as it was handled (asHandled)
