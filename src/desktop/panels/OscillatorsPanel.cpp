@@ -9,7 +9,7 @@ namespace Desktop {
 
 OscillatorsPanel::OscillatorsPanel(Models& models, QWidget* parent)
     : StripsPanel(
-          Gui::Panel::oscillator, tr("Oscillators"), tr("They move a controller up and down in time"), grid(90),
+          Gui::Panel::oscillator, tr("Oscillators"), tr("They move a controller up and down in time"), grid(108),
           {tr("Add an oscillator"), tr("Adds an oscillator at the end"), [&models] { models.oscillators.add(); },
            tr("An oscillator moves a controller, the pitch or another message up and down in time with the music: a "
               "tremolo, a wah, a gate.\n\nAdd one, or load a preset.")},
