@@ -206,6 +206,9 @@ void saveRings(DesktopRig& rig, const QString& file) {
     sheet.copy(0, 0, sheet.width(), std::min(below, sheet.height())).save(file);
 }
 
+constexpr std::initializer_list<Gui::Panel> usual{Gui::Panel::computerInput, Gui::Panel::control, Gui::Panel::layer,
+                                                  Gui::Panel::display, Gui::Panel::output};
+
 void only(DesktopRig& rig, std::initializer_list<Gui::Panel> panels) {
     for (std::size_t i = 1; i < Gui::panelCount; ++i) {
         const auto panel = static_cast<Gui::Panel>(i);
@@ -224,7 +227,6 @@ void saveWindows(DesktopRig& rig, const QString& folder, const QString& ending) 
         rig.window().resize(size);
         save(rig.window(), folder + "/window-" + name + "-" + ending + ".png");
     };
-    const auto usual = {Panel::computerInput, Panel::control, Panel::layer, Panel::display, Panel::output};
     only(rig, usual);
     shot("1024", {1024, 640});
     shot("960", {960, 540});
@@ -291,22 +293,19 @@ int main(int argc, char** argv) {
         for (std::size_t i = 0; i < Gui::panelCount; ++i) {
             const auto panel = static_cast<Gui::Panel>(i);
             if (Desktop::PanelFrame* const frame = rig.window().panel(panel)) {
-                const bool shown = rig.window().isShowing(panel);
                 rig.window().showPanel(panel, true);
                 openEditors(*frame, true);
                 rig.window().resize(1500, 1250);
-                if (panel == Gui::Panel::midiInput) { // whose forms want room
-                    rig.window().showPanel(Gui::Panel::computerInput, false);
-                    rig.window().showPanel(Gui::Panel::layer, false);
-                    rig.window().resize(900, 1250);
+                if (panel == Gui::Panel::midiInput || panel == Gui::Panel::joystick || panel == Gui::Panel::control ||
+                    panel == Gui::Panel::oscillator) { // whose forms want room
+                    only(rig, {panel});
+                    rig.window().resize(panel == Gui::Panel::midiInput ? QSize(900, 720) : QSize(640, 660));
                 }
                 QApplication::processEvents();
                 save(*frame,
                      folder + "/panel-" + QString::fromLatin1(Gui::panelNames[i].data()) + "-" + ending + ".png");
                 openEditors(*frame, false);
-                rig.window().showPanel(Gui::Panel::computerInput, true);
-                rig.window().showPanel(Gui::Panel::layer, true);
-                rig.window().showPanel(panel, shown);
+                only(rig, usual);
             }
         }
         if (all) {
