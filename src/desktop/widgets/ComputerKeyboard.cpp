@@ -316,7 +316,7 @@ void ComputerKeyboard::paintEvent(QPaintEvent* event) {
             const QRectF place = body.adjusted(1, std::max(u * 0.32, u * 0.06 + smallMetrics.ascent()), -1, -u * 0.08);
             const auto gap = face.action.lastIndexOf(' ');
             const bool inTwo = !fits && gap > 0 && smallMetrics.horizontalAdvance(face.action) > place.width() &&
-                               2 * smallMetrics.height() <= place.height() + 4;
+                               2 * smallMetrics.height() <= place.height() + 1;
             const bool isLong = !fits && !inTwo && smallMetrics.horizontalAdvance(face.action) > place.width();
             painter.setFont(fits ? large : (isLong ? narrow : small));
             const QFontMetricsF metrics(painter.font());
