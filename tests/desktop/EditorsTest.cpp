@@ -3,6 +3,7 @@
 #include "desktop/DesktopRig.h"
 #include "desktop/panels/ControlsPanel.h"
 #include "desktop/panels/KeysPanel.h"
+#include "desktop/panels/LayerStrip.h"
 #include "desktop/panels/PanelFrame.h"
 #include "desktop/widgets/NumberField.h"
 
@@ -210,6 +211,21 @@ TEST_F(DesktopEditors, AnOscillatorIsSelectedForWhatActsOnTheSelectedOne) {
     rig.after([] {});
     EXPECT_TRUE(rig.named<QToolButton>("Selection of oscillator 2").isChecked());
     EXPECT_FALSE(rig.named<QToolButton>("Selection of oscillator 1").isChecked());
+}
+
+TEST_F(DesktopEditors, ALayerThatAFunctionSelectsForEditingComesIntoView) {
+    for (int i = 0; i < 15; ++i) {
+        rig.click("Add a layer");
+    }
+    const auto strips = rig.window().panel(Panel::layer)->findChildren<Desktop::LayerStrip*>();
+    ASSERT_EQ(strips.size(), 16);
+    const auto isInView = [&](int place) { return !strips[place]->visibleRegion().isEmpty(); };
+    for (const int place : {15, 0}) {
+        rig.afterCall([place](Backend::QelIF& qel) { qel.editSelectLayer(SelectType::fixed(place)); });
+        QApplication::processEvents();
+        EXPECT_TRUE(isInView(place)) << place;
+        EXPECT_FALSE(isInView(15 - place)) << "the list is too long to be seen as a whole";
+    }
 }
 
 // Zones and presets. ---------------------------------------------------------------------------------------------

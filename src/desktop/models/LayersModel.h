@@ -20,6 +20,7 @@ public:
     [[nodiscard]] const Backend::Layers::LayerList& layers() const { return info_.layers; }
     [[nodiscard]] const std::string& presetName() const { return info_.presetName; }
     [[nodiscard]] int selected() const { return info_.dataSelected; }
+    [[nodiscard]] int selectedForEdit() const { return info_.editSelected; }
     // Without the layer's number.
     [[nodiscard]] QString summary(int layer) const;
 

@@ -302,8 +302,9 @@ void LayerStrip::paintEvent(QPaintEvent*) {
     const Palette& p = Desktop::palette();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const bool edited = models_.layers.selectedForEdit() == place_;
     const bool selected = models_.layers.selected() == place_;
-    painter.setPen(QPen(selected ? p.dim : p.line, 1));
+    painter.setPen(QPen(edited ? p.amber : selected ? p.dim : p.line, 1));
     painter.setBrush(p.raised);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
     painter.setPen(Qt::NoPen);

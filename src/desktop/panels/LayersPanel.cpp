@@ -49,6 +49,10 @@ Strip* LayersPanel::makeStrip(int place, QWidget* parent) {
 
 void LayersPanel::refresh() {
     showStrips(models().layers.layers().size());
+    if (const int selected = models().layers.selectedForEdit(); selected != selectedForEdit_) {
+        selectedForEdit_ = selected;
+        bringIntoView(selected);
+    }
 }
 
 } // namespace Desktop

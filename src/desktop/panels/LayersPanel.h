@@ -14,6 +14,8 @@ public:
 private:
     [[nodiscard]] Strip* makeStrip(int place, QWidget* parent) override;
     void refresh();
+
+    int selectedForEdit_ = 0; // the place that was brought into view last
 };
 
 } // namespace Desktop

@@ -51,4 +51,11 @@ void StripsPanel::showStrips(std::size_t count) {
     showPresetName();
 }
 
+void StripsPanel::bringIntoView(int place) {
+    if (place >= 0 && static_cast<std::size_t>(place) < strips_.size()) {
+        content_->adjustSize(); // strips may have come just now
+        area_->ensureWidgetVisible(strips_[static_cast<std::size_t>(place)], 0, grid(1));
+    }
+}
+
 } // namespace Desktop

@@ -38,6 +38,8 @@ protected:
     [[nodiscard]] virtual Strip* makeStrip(int place, QWidget* parent) = 0;
     // As many strips as there are elements, each as its element is now.
     void showStrips(std::size_t count);
+    // Scrolls so far that the strip can be seen, should there be one.
+    void bringIntoView(int place);
     [[nodiscard]] const std::vector<Strip*>& strips() const { return strips_; }
 
 private:
