@@ -1,6 +1,7 @@
 #include "values/XmlWriter.h"
 
 #include <cassert>
+#include <ostream>
 #include <utility>
 
 std::string escapeXml(std::string_view text) {
