@@ -35,6 +35,19 @@ protected:
         rig.after([&] { QTest::keyRelease(&rig.window(), Qt::Key_Q); });
         return played;
     }
+    // Something of every kind, and what edits it.
+    void openEditors() {
+        rig.after([&] {
+            rig.models().zones.add();
+            rig.models().oscillators.add();
+        });
+        rig.click("Edit the controls");
+        rig.click("Edit the control VOL");
+        rig.click("Details of layer 1");
+        rig.click("Add a message of the axis");
+        rig.after([&] { rig.window().keys().edit('Q'); });
+        rig.click("Add a message");
+    }
     std::string moveVolume(int value) {
         return rig.after([&] { rig.window().controls().instrumentAt({0, 2})->setValueByUser(value); });
     }
@@ -262,16 +275,7 @@ TEST_F(DesktopEditors, APresetOfIncomingMessagesCanBeTakenBack) {
 class OneGesture : public DesktopEditors, public testing::WithParamInterface<const char*> {};
 
 TEST_P(OneGesture, IsOneEdit) {
-    rig.after([&] {
-        rig.models().zones.add();
-        rig.models().oscillators.add();
-    });
-    rig.click("Edit the controls");
-    rig.click("Edit the control VOL");
-    rig.click("Details of layer 1");
-    rig.click("Add a message of the axis");
-    rig.after([&] { rig.window().keys().edit('Q'); });
-    rig.click("Add a message");
+    openEditors();
     rig.pick("Translation", "Midi Program Change");
     rig.pick("Program of the translation", "always");
     auto& field = rig.named<NumberField>(GetParam());
@@ -351,15 +355,7 @@ TEST_F(DesktopEditors, EachEventIsListedWithTheLayerThatSentIt) {
 // What explains and reaches everything. --------------------------------------------------------------------------
 
 TEST_F(DesktopEditors, HoveringAnythingExplainsItAndTheKeyboardReachesIt) {
-    rig.after([&] {
-        rig.models().zones.add();
-        rig.models().oscillators.add();
-    });
-    rig.click("Edit the controls");
-    rig.click("Edit the control VOL");
-    rig.click("Details of layer 1");
-    rig.after([&] { rig.window().keys().edit('Q'); });
-    rig.click("Add a message");
+    openEditors();
     std::string silent;
     std::string outOfReach;
     for (QWidget* const each : rig.window().findChildren<QWidget*>()) {
