@@ -8,12 +8,14 @@
 #include "host/SinkList.h"
 #include "host/SmfReader.h"
 #include "host/SmfWriter.h"
-#include "host/WholeFile.h"
 #include "platform/Clocks.h"
+#include "platform/SafeFiles.h"
 
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
+#include <system_error>
 
 namespace Host {
 
@@ -23,6 +25,7 @@ using Platform::Result;
 namespace {
 
 constexpr int mostPorts = 128; // a message names its port in seven bits
+constexpr std::size_t largestInput = std::size_t{1} << 30;
 
 // "In 1", "In 2", ...: all open.
 template <typename Port> std::vector<Port> openPorts(const std::string& name, int count) {
@@ -120,9 +123,13 @@ Outcome RenderCommand::render() {
 }
 
 Result<std::unique_ptr<Performance>> RenderCommand::openInput() const {
-    auto content = readWholeFile(input_);
+    std::error_code ignored;
+    if (std::filesystem::is_directory(input_, ignored)) {
+        return Platform::Fault{input_, 0, "is a folder"};
+    }
+    auto content = Platform::readWholeFile(input_, largestInput, Platform::Waiting::forever);
     if (!content) {
-        return content.fault();
+        return Platform::Fault{input_, 0, "cannot be read: " + content.fault().reason};
     }
     if (SmfReader::recognises(content.value())) {
         auto reader = SmfReader::open(std::move(content.value()), input_, inputs_);

@@ -3,8 +3,7 @@
 #include "platform/TemporaryName.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
+#include <iostream>
 #include <system_error>
 
 namespace Host {
@@ -14,42 +13,30 @@ using Platform::Outcome;
 
 namespace {
 
-std::string errorText(int error) {
-    return error == 0 ? std::string("unknown error") : std::generic_category().message(error);
+std::string textOfErrno() {
+    return errno == 0 ? std::string("unknown error") : std::generic_category().message(errno);
 }
 
 } // namespace
 
-ResultFile::ResultFile(const std::string& target) : name_(target), target_(target) {}
-
-ResultFile::~ResultFile() {
-    if (open_ && !isStandardOutput()) {
-        file_.close();
-        if (written_ != target_) {
-            std::error_code ignored;
-            fs::remove(written_, ignored);
-        }
-    }
-}
+ResultFile::ResultFile(const std::string& target) : name_(target) {}
 
 Outcome ResultFile::open() {
-    if (!isStandardOutput()) {
-        std::error_code error;
-        const fs::file_status status = fs::status(target_, error);
-        if (fs::is_directory(status)) {
-            return fault("is a folder");
-        }
-        const bool isSpecial = fs::exists(status) && !fs::is_regular_file(status);
-        target_ = isSpecial ? target_ : Platform::resolvedTarget(target_);
-        written_ = isSpecial ? target_ : temporaryName();
-        errno = 0;
-        file_.open(written_, std::ios::binary | std::ios::trunc);
-        if (!file_) {
-            return fault("cannot be written: " + errorText(errno));
-        }
-    }
-    open_ = true;
+    std::error_code ignored;
+    const fs::file_status status = fs::status(name_, ignored);
     good_ = true;
+    if (name_ == "-") {
+        direct_ = &std::cout;
+    } else if (fs::is_directory(status)) {
+        return fail("is a folder");
+    } else if (fs::exists(status) && !fs::is_regular_file(status)) {
+        errno = 0;
+        device_.open(name_, std::ios::binary | std::ios::trunc);
+        direct_ = &device_;
+        return device_ ? Platform::success() : fail("cannot be written: " + textOfErrno());
+    } else if (const Outcome opened = replacement_.emplace(name_).open(); !opened) {
+        return fail("cannot be written: " + opened.fault().reason);
+    }
     return Platform::success();
 }
 
@@ -57,50 +44,41 @@ void ResultFile::write(std::string_view bytes) {
     if (!good_) {
         return;
     }
-    errno = 0;
-    if (isStandardOutput()) {
-        good_ = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
+    if (replacement_) {
+        const Outcome written = replacement_->append(bytes);
+        good_ = static_cast<bool>(written);
+        firstError_ = good_ ? "" : written.fault().reason;
     } else {
-        good_ = static_cast<bool>(file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size())));
-    }
-    if (!good_) {
-        firstError_ = errorText(errno);
+        errno = 0;
+        good_ = static_cast<bool>(direct_->write(bytes.data(), static_cast<std::streamsize>(bytes.size())));
+        firstError_ = good_ ? "" : textOfErrno();
     }
 }
 
 Outcome ResultFile::commit() {
-    errno = 0;
-    if (good_ && !(isStandardOutput() ? std::fflush(stdout) == 0 : static_cast<bool>(file_.flush()))) {
-        good_ = false;
-        firstError_ = errorText(errno);
+    if (good_ && direct_ != nullptr) {
+        errno = 0;
+        good_ = static_cast<bool>(direct_->flush());
+        firstError_ = good_ ? "" : textOfErrno();
     }
     if (!good_) {
-        return fault("cannot be written: " + firstError_);
+        return fail("cannot be written: " + firstError_);
     }
-    if (isStandardOutput()) {
-        return Platform::success();
-    }
-    file_.close();
-    if (!file_) {
-        return fault("cannot be written");
-    }
-    if (written_ != target_) {
-        std::error_code error;
-        fs::rename(written_, target_, error);
-        if (error) {
-            return fault("cannot be replaced: " + error.message());
+    if (replacement_) {
+        if (const Outcome replaced = replacement_->commit(Platform::Survives::process); !replaced) {
+            return fail("cannot be replaced: " + replaced.fault().reason);
         }
     }
-    open_ = false;
     return Platform::success();
 }
 
 fs::path ResultFile::temporaryName() const {
-    return Platform::temporaryNameBeside(target_);
+    return Platform::temporaryNameBeside(Platform::resolvedTarget(name_));
 }
 
-Platform::Fault ResultFile::fault(const std::string& reason) const {
-    return {isStandardOutput() ? "standard output" : name_, 0, reason};
+Outcome ResultFile::fail(const std::string& reason) {
+    good_ = false;
+    return Platform::Fault{name_ == "-" ? "standard output" : name_, 0, reason};
 }
 
 } // namespace Host

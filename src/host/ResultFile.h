@@ -1,24 +1,23 @@
 // A file that the program makes: whole, or not there.
 #pragma once
 
+#include "platform/FileReplacement.h"
 #include "platform/Result.h"
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace Host {
 
-// Written beside its target and put in the target's place at the end, where a link leads. A target that exists and is
-// no regular file (a device, a pipe) is written directly; "-" is standard output. Used by one thread.
+// A file is replaced (FileReplacement). A target that exists and is none (a device, a pipe) is written directly; "-" is
+// standard output. Used by one thread.
 class ResultFile final {
 public:
+    // Without commit(), what was written is removed with it.
     explicit ResultFile(const std::string& target);
-    // Without commit(), removes what was written.
-    ~ResultFile();
-    ResultFile(const ResultFile&) = delete;
-    ResultFile& operator=(const ResultFile&) = delete;
 
     // Opens the file; a fault names the target.
     [[nodiscard]] Platform::Outcome open();
@@ -32,16 +31,14 @@ public:
     [[nodiscard]] std::filesystem::path temporaryName() const;
 
 private:
-    [[nodiscard]] bool isStandardOutput() const noexcept { return name_ == "-"; }
-    [[nodiscard]] Platform::Fault fault(const std::string& reason) const;
+    [[nodiscard]] Platform::Outcome fail(const std::string& reason);
 
     std::string name_;
-    std::filesystem::path target_;
-    std::filesystem::path written_; // the file beside the target, or the target
-    std::ofstream file_;
+    std::optional<Platform::FileReplacement> replacement_;
+    std::ofstream device_;
+    std::ostream* direct_ = nullptr; // instead of a replacement
     std::string firstError_;
     bool good_ = false;
-    bool open_ = false;
 };
 
 } // namespace Host

@@ -2,6 +2,7 @@
 // reading with a bound, locks between processes.
 #pragma once
 
+#include "platform/FileReplacement.h"
 #include "platform/Result.h"
 
 #include <chrono>
@@ -13,19 +14,19 @@
 
 namespace Platform {
 
-// Writes a whole file in one step: readers and a crash at any moment see the old content or the new, whole and on
-// disk. The intermediate file stands beside the target and is gone afterwards, and with it those of others that were
-// killed. A target that is a symbolic link stays one: the file it leads to is replaced. A target that nobody may write
-// is a fault. After a fault the target is as it was. [any]
-[[nodiscard]] Outcome replaceFile(const std::filesystem::path& target, std::string_view content);
+// Writes a whole file in one step, as a FileReplacement. [any]
+[[nodiscard]] Outcome replaceFile(const std::filesystem::path& target, std::string_view content,
+                                  Survives survives = Survives::system);
 // Removes the intermediate files in a folder whose writers were killed; those of living ones stay. [any]
 void removeLeftovers(const std::filesystem::path& folder);
 // The same of one such file. [any]
 void removeIfAbandoned(const std::filesystem::path& leftover);
 
-// The whole content of a file of at most `maxBytes`; more is a fault. So is a pipe or a terminal out of which nothing
-// comes for half a second: who waits here may be needed elsewhere. [any]
-[[nodiscard]] Result<std::string> readWholeFile(const std::filesystem::path& file, std::size_t maxBytes);
+// How long nothing may come out of a pipe or a terminal, where the system tells: half a second, or as long as it likes.
+enum class Waiting { briefly, forever };
+// The whole content of a file of at most `maxBytes`; more is a fault, as is a wait that is over. [any]
+[[nodiscard]] Result<std::string> readWholeFile(const std::filesystem::path& file, std::size_t maxBytes,
+                                                Waiting waiting = Waiting::briefly);
 
 // Holds a lock file against other processes (and other holders in this one) while it lives.
 class FileLock final {

@@ -5,6 +5,7 @@
 #include "platform/SafeFiles.h"
 #include "platform/Threads.h"
 #include "platform/WindowMessages.h"
+#include "support/FileContent.h"
 #include "values/RelativeFixedValue.h"
 #include "values/SelectType.h"
 
@@ -58,9 +59,7 @@ protected:
         return path;
     }
     static std::string contentOf(const std::string& path) {
-        const auto text =
-            Platform::readWholeFile(std::filesystem::path(std::u8string(path.begin(), path.end())), 1'000'000);
-        return text ? text.value() : text.fault().text();
+        return TestSupport::contentOf(std::filesystem::path(std::u8string(path.begin(), path.end())));
     }
     // The name of the program in that slot.
     std::string nameAt(int slot) {

@@ -4,6 +4,7 @@
 #include "generators/recording/RecordRig.h"
 #include "platform/SettingsStore.h"
 #include "platform/TemporaryFolder.h"
+#include "support/FileContent.h"
 #include "values/RandomCases.h"
 
 #include <chrono>
@@ -119,7 +120,7 @@ protected:
         return text;
     }
     [[nodiscard]] std::vector<std::string> messages() const {
-        const std::string content = RecordRig::contentOf(target);
+        const std::string content = TestSupport::contentOf(target);
         Backend::Recording::BufferReader events(std::string_view(content).substr(22));
         std::vector<std::string> found;
         for (Backend::Recording::BufferEvent event; events.next(event);) {

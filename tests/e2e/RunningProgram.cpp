@@ -1,11 +1,11 @@
 #include "e2e/RunningProgram.h"
 
+#include "support/FileContent.h"
+
 #include <atomic>
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
-#include <fstream>
-#include <iterator>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -13,15 +13,6 @@
 #include <unistd.h>
 
 extern char** environ;
-
-namespace {
-
-std::string contentOf(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-} // namespace
 
 bool eventually(const std::function<bool()>& condition) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
@@ -106,9 +97,9 @@ int RunningProgram::waitForEnd() {
 }
 
 std::string RunningProgram::output() const {
-    return contentOf(outputFile_);
+    return TestSupport::contentOf(outputFile_);
 }
 
 std::string RunningProgram::error() const {
-    return contentOf(errorFile_);
+    return TestSupport::contentOf(errorFile_);
 }

@@ -1,7 +1,7 @@
 #include "host/PerformanceScript.h"
 #include "host/SmfReader.h"
-#include "host/WholeFile.h"
 #include "platform/ThreadServices.h"
+#include "support/FileContent.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ template <typename Reader> void readAll(const char* folder) {
          std::filesystem::directory_iterator(TEMBREL_SOURCE_DIR "/tests/corpus/" + std::string(folder))) {
         ++count;
         const std::string name = entry.path().filename().string();
-        auto read = Reader::open(Host::readWholeFile(entry.path().string()).value(), name, 2);
+        auto read = Reader::open(TestSupport::contentOf(entry.path()), name, 2);
         EXPECT_EQ(static_cast<bool>(read), name.rfind("bad-", 0) != 0) << name;
         Host::PerformanceEvent event;
         EXPECT_TRUE(!read || read.value()->next(event)) << name;

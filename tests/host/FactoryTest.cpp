@@ -1,8 +1,8 @@
 // The content that comes with the program.
 #include "host/Rendering.h"
-#include "host/WholeFile.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/XmlDocument.h"
+#include "support/FileContent.h"
 
 #include <filesystem>
 #include <fstream>
@@ -52,8 +52,8 @@ TEST(Factory, EachProgramPlaysAsItIsKeptAsGolden) {
         const std::string played =
             render(golden / (number + ".script"), {"--bank", bankFile.string(), "--slot", std::to_string(slot)});
         EXPECT_NE(played, "") << names[slot];
-        const auto expected = Host::readWholeFile((golden / (number + ".events")).string());
-        if (!expected || expected.value() != played) {
+        const auto expected = TestSupport::contentOf(golden / (number + ".events"));
+        if (expected != played) {
             std::ofstream(golden / (number + ".actual"), std::ios::binary) << played;
             ADD_FAILURE() << names[slot] << ": what came out is in tests/golden/factory/" << number << ".actual";
         }
@@ -75,11 +75,10 @@ TEST(Factory, TheDefaultPresetsAreWhatIsBuiltIn) {
 }
 
 TEST(Factory, TheManualTellsHowToPlayEachProgram) {
-    const auto manual = Host::readWholeFile((source / "docs" / "manual" / "programs.md").string());
-    ASSERT_TRUE(manual);
+    const auto manual = TestSupport::contentOf(source / "docs" / "manual" / "programs.md");
     std::size_t from = 0;
     for (const std::string& name : programNames()) {
-        from = manual.value().find("| " + name + " | ", from);
+        from = manual.find("| " + name + " | ", from);
         EXPECT_NE(from, std::string::npos) << name << " is missing, or not in its place";
     }
 }

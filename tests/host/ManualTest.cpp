@@ -1,5 +1,5 @@
 #include "host/Rendering.h"
-#include "host/WholeFile.h"
+#include "support/FileContent.h"
 
 #include <gtest/gtest.h>
 #include <regex>
@@ -18,7 +18,7 @@ std::set<std::string> matches(const std::string& text, const char* pattern) {
 
 // The man page names the verbs and options that the program has, and no other.
 TEST(Manual, TellsWhatTheProgramCan) {
-    std::string manual = Host::readWholeFile(TEMBREL_SOURCE_DIR "/data/tembrel.1").value();
+    std::string manual = TestSupport::contentOf(TEMBREL_SOURCE_DIR "/data/tembrel.1");
     manual = std::regex_replace(manual, std::regex(R"(\\-)"), "-");
     std::set<std::string> options = {"--help"};
     for (const std::string& verb : matches(runTembrel({"--help"}).output, R"(\n  ([a-z]+) )")) {

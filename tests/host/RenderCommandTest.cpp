@@ -1,8 +1,8 @@
 #include "host/Rendering.h"
 #include "host/SmfBytes.h"
 #include "host/SmfReader.h"
-#include "host/WholeFile.h"
 #include "platform/TemporaryFolder.h"
+#include "support/FileContent.h"
 #include "values/RandomCases.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 #include <sstream>
 
 namespace fs = std::filesystem;
-using Host::readWholeFile;
+using TestSupport::contentOf;
 
 namespace {
 
@@ -71,12 +71,12 @@ TEST_F(RenderCommand, WritesTheSameAsTextAndAsMidiFile) {
                                    "--events", path("e"), "-o", path("o.mid")});
     ASSERT_EQ(run.exitCode, 0) << run.error;
     std::map<int, std::string> expected;
-    std::istringstream list(readWholeFile(path("e")).value());
+    std::istringstream list(contentOf(path("e")));
     for (std::string line; std::getline(list, line);) {
         expected[std::stoi(line.substr(line.find(' ')))] += line + '\n';
     }
     EXPECT_EQ(expected.size(), 2U);
-    EXPECT_EQ(linesOf(readWholeFile(path("o.mid")).value()), expected);
+    EXPECT_EQ(linesOf(contentOf(path("o.mid"))), expected);
 }
 
 TEST_F(RenderCommand, ReadsMidiFilesByContent) {
@@ -84,7 +84,7 @@ TEST_F(RenderCommand, ReadsMidiFilesByContent) {
     const ProgramRun run = render({write("a.script", smf(0, 240, {track})), "--events", "-", "-o", path("o.mid")});
     ASSERT_EQ(run.exitCode, 0) << run.error;
     EXPECT_EQ(run.output, "0 0 90 60 64\n960 0 80 60 0\n");
-    const auto tracks = tracksOf(readWholeFile(path("o.mid")).value());
+    const auto tracks = tracksOf(contentOf(path("o.mid")));
     // The tempo of the start, then that of the file, which stands at the same tick.
     EXPECT_EQ(std::count(tracks[0].begin(), tracks[0].end(), SmfEvent{0, hex("FF51 0F4240")}), 1);
 }
@@ -95,8 +95,8 @@ TEST_F(RenderCommand, RendersItsOwnResultUnchanged) {
                                                  "200 tempo 77\n300 midi 0 0xD0 5\n");
     ASSERT_EQ(render({script, "-o", path("1.mid"), "--events", path("1")}).exitCode, 0);
     ASSERT_EQ(render({path("1.mid"), "-o", path("2.mid"), "--events", path("2")}).exitCode, 0);
-    EXPECT_EQ(readWholeFile(path("2")).value(), readWholeFile(path("1")).value());
-    EXPECT_EQ(readWholeFile(path("2.mid")).value(), readWholeFile(path("1.mid")).value());
+    EXPECT_EQ(contentOf(path("2")), contentOf(path("1")));
+    EXPECT_EQ(contentOf(path("2.mid")), contentOf(path("1.mid")));
 }
 
 TEST_F(RenderCommand, SaysEachFaultInOneLine) {
@@ -205,8 +205,8 @@ TEST_F(RenderCommand, RendersWhatIsKeptAsGolden) {
         }
         const ProgramRun run = render(arguments);
         EXPECT_EQ(run.exitCode, 0) << run.error;
-        const auto expected = readWholeFile(file.replace_extension(".events").string());
-        if (!expected || expected.value() != run.output) {
+        const auto expected = contentOf(file.replace_extension(".events"));
+        if (expected != run.output) {
             std::ofstream(file.replace_extension(".actual"), std::ios::binary) << run.output;
             ADD_FAILURE() << "what came out is in " << file;
         }

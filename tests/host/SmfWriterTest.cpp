@@ -2,8 +2,8 @@
 
 #include "host/EventListWriter.h"
 #include "host/SmfBytes.h"
-#include "host/WholeFile.h"
 #include "platform/TemporaryFolder.h"
+#include "support/FileContent.h"
 #include "values/QelMidiMessage.h"
 #include "values/RandomCases.h"
 
@@ -44,7 +44,7 @@ protected:
         play(writer);
         EXPECT_TRUE(writer.isGood());
         EXPECT_TRUE(writer.finish(end));
-        return tracksOf(readWholeFile(target()).value());
+        return tracksOf(TestSupport::contentOf(target()));
     }
 
     TemporaryFolder folder;
@@ -135,7 +135,7 @@ TEST_F(SmfWriting, LeavesNothingHalfDone) {
         }
         EXPECT_GT(files(), 1U);
     }
-    EXPECT_EQ(readWholeFile(target()).value(), "old");
+    EXPECT_EQ(TestSupport::contentOf(target()), "old");
     EXPECT_EQ(files(), 1U);
 
     SmfWriter nowhere(target("missing/out.mid"), {"A"});
@@ -155,8 +155,8 @@ TEST_F(SmfWriting, EventListsHaveTheirFormat) {
     writer.play(2'000'000'000, message(0, 0xF8));
     writer.play(2'050'000'000, message(0, 0xF2, 1, 2));
     ASSERT_TRUE(writer.finish(0));
-    EXPECT_EQ(readWholeFile(target("events")).value(), "0 0 90 60 100\n960 127 BF 7 127\n960 1 C0 5\n"
-                                                       "2000000000 0 F8\n2050000000 0 F2 1 2\n");
+    EXPECT_EQ(TestSupport::contentOf(target("events")), "0 0 90 60 100\n960 127 BF 7 127\n960 1 C0 5\n"
+                                                        "2000000000 0 F8\n2050000000 0 F2 1 2\n");
     EXPECT_EQ(files(), 1U);
 }
 

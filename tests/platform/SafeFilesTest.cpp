@@ -5,6 +5,7 @@
 #include "platform/ReplacingChild.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/Threads.h"
+#include "support/FileContent.h"
 #include "values/RandomCases.h"
 
 #include <atomic>
@@ -13,14 +14,10 @@
 #include <set>
 
 using namespace Platform;
+using TestSupport::contentOf;
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string contentOf(const fs::path& file) {
-    const auto content = readWholeFile(file, 10'000'000);
-    return content ? content.value() : content.fault().text();
-}
 
 std::size_t filesIn(const fs::path& folder) {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
@@ -65,6 +62,28 @@ TEST(SafeFiles, AFailedReplaceLeavesEverythingAsItWas) {
     EXPECT_TRUE(fs::is_directory(inTheWay / "full"));
     EXPECT_EQ(filesIn(folder.path()), 1U);
     EXPECT_FALSE(replaceFile(folder.path() / "missing" / "file", "content"));
+}
+
+TEST(FileReplacement, ChangesNothingBeforeItsEnd) {
+    const TemporaryFolder folder;
+    const fs::path file = folder.path() / "file";
+    ASSERT_TRUE(replaceFile(file, "old"));
+    {
+        FileReplacement given(file);
+        ASSERT_TRUE(given.open());
+        ASSERT_TRUE(given.append("half"));
+        EXPECT_EQ(filesIn(folder.path()), 2U);
+    }
+    EXPECT_EQ(contentOf(file), "old");
+    EXPECT_EQ(filesIn(folder.path()), 1U);
+    FileReplacement whole(file);
+    ASSERT_TRUE(whole.open());
+    ASSERT_TRUE(whole.append("ne"));
+    ASSERT_TRUE(whole.append("w"));
+    EXPECT_EQ(contentOf(file), "old");
+    ASSERT_TRUE(whole.commit(Survives::process));
+    EXPECT_EQ(contentOf(file), "new");
+    EXPECT_EQ(filesIn(folder.path()), 1U);
 }
 
 TEST(SafeFiles, WhatKilledWritersLeftIsRemoved) {

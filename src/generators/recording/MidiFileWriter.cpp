@@ -3,17 +3,12 @@
 #include "generators/recording/BufferReader.h"
 #include "platform/PathText.h"
 #include "platform/SafeFiles.h"
-#include "platform/TemporaryName.h"
 #include "values/VariableLength.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <fstream>
 #include <limits>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 namespace Backend::Recording {
 
@@ -35,60 +30,7 @@ bool isAllSoundOff(std::string_view message) {
     return (static_cast<std::uint8_t>(message[0]) & 0xF0) == 0xB0 && message[1] == 120;
 }
 
-// A file that takes the target's place at the end, or is gone.
-class NewFile final {
-public:
-    explicit NewFile(const fs::path& target)
-        : name_(target), target_(Platform::resolvedTarget(target)), path_(Platform::temporaryNameBeside(target_)) {
-        errno = 0;
-        file_.open(path_, std::ios::binary | std::ios::trunc);
-        error_ = errno;
-    }
-    ~NewFile() {
-        file_.close();
-        std::error_code ignored;
-        fs::remove(path_, ignored);
-    }
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-
-    void write(std::string_view bytes) {
-        if (file_) {
-            errno = 0;
-            file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-            error_ = errno;
-        }
-    }
-    void writeAt(std::streamoff place, std::string_view bytes) {
-        file_.seekp(place);
-        write(bytes);
-    }
-    // What was written, or why it was not.
-    [[nodiscard]] Result<std::string> close() {
-        if (file_) {
-            errno = 0;
-            file_.close();
-            error_ = errno;
-        }
-        return file_ ? Platform::readWholeFile(path_, std::numeric_limits<std::size_t>::max() / 2)
-                     : Result<std::string>(fault(std::generic_category().message(error_ != 0 ? error_ : EIO)));
-    }
-    [[nodiscard]] Outcome put() {
-        std::error_code error;
-        fs::rename(path_, target_, error);
-        return error ? Outcome(fault(error.message())) : Platform::success();
-    }
-    [[nodiscard]] Fault fault(const std::string& reason) const { return {Platform::textOf(name_), 0, reason}; }
-
-private:
-    fs::path name_;
-    fs::path target_;
-    fs::path path_;
-    std::ofstream file_;
-    int error_ = 0;
-};
-
-// Read back: nothing but All Sound Off before the End of Track.
+// Nothing but All Sound Off before the End of Track.
 bool holdsOnlyAllSoundOff(std::string_view file) {
     BufferReader events(file.substr(std::min(headerSize, file.size())));
     for (BufferEvent event; events.next(event);) {
@@ -102,17 +44,14 @@ bool holdsOnlyAllSoundOff(std::string_view file) {
 // Copies buffers, as far as they are in the range, and counts.
 class Joiner final {
 public:
-    Joiner(NewFile& file, const BufferRange& range, bool startsAtOnce)
+    Joiner(std::string& file, const BufferRange& range, bool startsAtOnce)
         : file_(file), range_(range), startsAtOnce_(startsAtOnce) {}
 
     void add(std::string_view buffer) {
         BufferReader events(buffer);
         std::size_t from = 0; // of what is copied as it stands
         std::size_t at = 0;
-        const auto copy = [&] {
-            file_.write(buffer.substr(from, at - from));
-            bytes += at - from;
-        };
+        const auto copy = [&] { file_ += buffer.substr(from, at - from); };
         for (BufferEvent event; events.next(event); at = events.position()) {
             const std::uint64_t place = position_ + at;
             if (place < range_.begin || place >= range_.end) {
@@ -120,9 +59,8 @@ public:
                 from = events.position();
             } else {
                 if (startsAtOnce_ && saved.events == 0) {
-                    file_.write(VariableLength(0).bytes());
-                    file_.write(event.message);
-                    bytes += 1 + event.message.size();
+                    file_ += VariableLength(0).bytes();
+                    file_ += event.message;
                     from = events.position();
                 }
                 count(event);
@@ -133,7 +71,6 @@ public:
     }
 
     SavedRecord saved;
-    std::uint64_t bytes = 0;
 
 private:
     void count(const BufferEvent& event) {
@@ -143,7 +80,7 @@ private:
         saved.notes += (status & 0xF0) == 0x90 && event.message[2] != 0 ? 1 : 0;
     }
 
-    NewFile& file_;
+    std::string& file_;
     BufferRange range_;
     bool startsAtOnce_;
     std::uint64_t position_ = 0;
@@ -151,8 +88,7 @@ private:
 
 Result<SavedRecord> write(const fs::path& target, const std::vector<fs::path>& buffers, const BufferRange& range,
                           bool startsAtOnce) {
-    NewFile file(target);
-    file.write(header);
+    std::string file(header);
     Joiner joiner(file, range, startsAtOnce);
     for (const fs::path& buffer : buffers) {
         auto content = Platform::readWholeFile(buffer, std::numeric_limits<std::uint32_t>::max());
@@ -161,23 +97,19 @@ Result<SavedRecord> write(const fs::path& target, const std::vector<fs::path>& b
         }
         joiner.add(content.value());
     }
-    file.write(closing);
-    const std::uint64_t length = joiner.bytes + closing.size();
+    file += closing;
+    const std::uint64_t length = file.size() - headerSize;
     if (length > std::numeric_limits<std::uint32_t>::max()) {
-        return file.fault("a track of more than 4 GiB does not fit into the format");
+        return Fault{Platform::textOf(target), 0, "a track of more than 4 GiB does not fit into the format"};
     }
-    const std::array<char, 4> bigEndian{static_cast<char>(length >> 24), static_cast<char>(length >> 16),
-                                        static_cast<char>(length >> 8), static_cast<char>(length)};
-    file.writeAt(lengthAt, {bigEndian.data(), bigEndian.size()});
-    auto written = file.close();
-    if (!written) {
-        return written.fault();
+    for (std::size_t i = 0; i < 4; ++i) {
+        file[lengthAt + i] = static_cast<char>(length >> (24 - 8 * i));
     }
-    if (holdsOnlyAllSoundOff(written.value())) {
+    if (holdsOnlyAllSoundOff(file)) {
         return SavedRecord{};
     }
-    if (const Outcome put = file.put(); !put) {
-        return put.fault();
+    if (const Outcome written = Platform::replaceFile(target, file); !written) {
+        return written.fault();
     }
     joiner.saved.written = true;
     return joiner.saved;

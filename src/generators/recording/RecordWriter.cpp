@@ -2,12 +2,11 @@
 
 #include "generators/recording/BufferReader.h"
 #include "generators/recording/RecordContent.h"
+#include "platform/SafeFiles.h"
 #include "values/VariableLength.h"
 
 #include <algorithm>
 #include <array>
-#include <fstream>
-#include <system_error>
 #include <utility>
 
 namespace Backend::Recording {
@@ -199,20 +198,7 @@ void RecordWriter::sayThatItGoesOn() {
 
 // A convenience for who reads the buffers: it may be lost.
 void RecordWriter::writeIndex() {
-    const std::filesystem::path target = indexFile(files_.folder());
-    const std::filesystem::path beside = files_.folder() / "_takes.new";
-    std::error_code error;
-    {
-        std::ofstream file(beside, std::ios::binary | std::ios::trunc);
-        file << indexOf(takes());
-        if (!file.flush()) {
-            error = std::make_error_code(std::errc::io_error);
-        }
-    }
-    if (!error) {
-        std::filesystem::rename(beside, target, error);
-    }
-    indexStale_ = static_cast<bool>(error);
+    indexStale_ = !Platform::replaceFile(indexFile(files_.folder()), indexOf(takes()), Platform::Survives::process);
 }
 
 } // namespace Backend::Recording

@@ -2,7 +2,6 @@
 
 #include "platform/Clocks.h"
 #include "platform/PathText.h"
-#include "platform/TemporaryName.h"
 #include "platform/Threads.h"
 #include "platform/linux/Descriptor.h"
 
@@ -21,51 +20,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-bool writeAll(int file, std::string_view content) noexcept {
-    while (!content.empty()) {
-        const ssize_t written = ::write(file, content.data(), content.size());
-        if (written < 0 && errno != EINTR) {
-            return false;
-        }
-        content.remove_prefix(static_cast<std::size_t>(written < 0 ? 0 : written));
-    }
-    return true;
-}
-
-// Creates a file of that name, whose lock shows that its writer lives. 0 or the error number.
-int createNewFile(const std::filesystem::path& name, Descriptor& file) {
-    file = Descriptor(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
-    if (!file.isOpen()) {
-        return errno;
-    }
-    // Who removes leftovers may have seen the file before it was locked. Without locks nobody removes any.
-    struct stat status {};
-    const bool isTaken = ::flock(file.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-    return isTaken || (::fstat(file.number(), &status) == 0 && status.st_nlink == 0) ? EEXIST : 0;
-}
-
-// Puts the content into the new file, down to the disk. 0 or the error number.
-int fillNewFile(const Descriptor& file, const std::filesystem::path& target, std::string_view content) {
-    struct stat old {};
-    const bool whole = (::stat(target.c_str(), &old) != 0 || ::fchmod(file.number(), old.st_mode & 07777) == 0) &&
-                       writeAll(file.number(), content) && ::fsync(file.number()) == 0;
-    return whole ? 0 : errno;
-}
-
-// Why a file is not to be written, which a rename would not mind: it is protected, or a device. 0 or the error number.
-int protectionOf(const std::filesystem::path& file) {
-    constexpr mode_t anybodyWrites = S_IWUSR | S_IWGRP | S_IWOTH;
-    struct stat status {};
-    if (::stat(file.c_str(), &status) != 0 || S_ISDIR(status.st_mode)) {
-        return 0;
-    }
-    const bool mayBeWritten = S_ISREG(status.st_mode) && (status.st_mode & anybodyWrites) != 0;
-    return !mayBeWritten ? EACCES : ::access(file.c_str(), W_OK) != 0 ? errno : 0;
-}
-
 // False when nothing comes, and no end either.
-bool waitUntilReadable(int file) noexcept {
-    constexpr int patience = 500; // milliseconds
+bool waitUntilReadable(int file, Waiting waiting) noexcept {
+    const int patience = waiting == Waiting::briefly ? 500 : -1; // milliseconds
     pollfd polled{file, POLLIN, 0};
     int ready = -1;
     do {
@@ -83,44 +40,7 @@ void removeIfAbandoned(const std::filesystem::path& leftover) {
     }
 }
 
-Outcome replaceFile(const std::filesystem::path& givenTarget, std::string_view content) {
-    const auto failed = [&givenTarget](int error) {
-        return Fault{textOf(givenTarget), 0, std::generic_category().message(error)};
-    };
-    const std::filesystem::path target = resolvedTarget(givenTarget);
-    if (const int protection = protectionOf(target); protection != 0) {
-        return failed(protection);
-    }
-    std::filesystem::path temporary;
-    Descriptor file; // open until the file has its name
-    int error = EEXIST;
-    for (int tries = 0; tries < 10 && error == EEXIST; ++tries) {
-        temporary = nameForReplacement(target);
-        error = createNewFile(temporary, file);
-    }
-    if (error != 0) {
-        return failed(error);
-    }
-    error = fillNewFile(file, target, content);
-    if (error == 0 && ::rename(temporary.c_str(), target.c_str()) != 0) {
-        error = errno;
-    }
-    if (error != 0) {
-        ::unlink(temporary.c_str());
-        return failed(error);
-    }
-    // The new name is on disk when its folder is. The exchange itself has happened, so that a file system that
-    // cannot flush folders makes no fault.
-    const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
-    const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.number() >= 0) {
-        ::fsync(directory.number());
-    }
-    removeLeftovers(folder);
-    return success();
-}
-
-Result<std::string> readWholeFile(const std::filesystem::path& path, std::size_t maxBytes) {
+Result<std::string> readWholeFile(const std::filesystem::path& path, std::size_t maxBytes, Waiting waiting) {
     const auto failed = [&path](int error) { return Fault{textOf(path), 0, std::generic_category().message(error)}; };
     // Opening a pipe without its writer would wait for one.
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -135,7 +55,7 @@ Result<std::string> readWholeFile(const std::filesystem::path& path, std::size_t
     std::string content;
     for (std::size_t filled = 0;;) {
         content.resize(filled + std::max(leastPiece, size > filled && size <= maxBytes ? size - filled + 1 : 0));
-        if (mayKeepWaiting && !waitUntilReadable(file.number())) {
+        if (mayKeepWaiting && !waitUntilReadable(file.number(), waiting)) {
             return failed(ETIMEDOUT);
         }
         const ssize_t got = ::read(file.number(), content.data() + filled, content.size() - filled);

@@ -5,6 +5,7 @@
 #include "generators/recording/RecordWriter.h"
 #include "platform/SafeFiles.h"
 #include "platform/TemporaryFolder.h"
+#include "support/FileContent.h"
 
 #include <cstdint>
 #include <memory>
@@ -44,13 +45,9 @@ public:
     [[nodiscard]] std::vector<std::string> contents() const {
         std::vector<std::string> contents;
         for (const auto& file : Backend::Recording::BufferFiles::list(folder.path() / "buffers")) {
-            contents.push_back(contentOf(file));
+            contents.push_back(TestSupport::contentOf(file));
         }
         return contents;
-    }
-    [[nodiscard]] static std::string contentOf(const std::filesystem::path& file) {
-        const auto content = Platform::readWholeFile(file, 100'000'000);
-        return content ? content.value() : "fault: " + content.fault().text();
     }
 
     TemporaryFolder folder;

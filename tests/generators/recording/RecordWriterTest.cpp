@@ -2,6 +2,7 @@
 
 #include "generators/recording/RecordContent.h"
 #include "generators/recording/RecordRig.h"
+#include "support/FileContent.h"
 #include "values/RandomCases.h"
 
 #include <fstream>
@@ -103,7 +104,7 @@ TEST(RecordWriter, SavesOneFileAndBeginsAnew) {
     ASSERT_TRUE(saved);
     EXPECT_EQ(saved.value(), (SavedRecord{true, 2, 1, 20}));
     const std::string events = bytes({0x81, 0x0C, 0x90, 60, 100, 4, 0x80, 60, 0});
-    EXPECT_EQ(RecordRig::contentOf(rig.target()), header + bytes({0, 0, 0, 17}) + events + closing);
+    EXPECT_EQ(TestSupport::contentOf(rig.target()), header + bytes({0, 0, 0, 17}) + events + closing);
     EXPECT_EQ(joined(rig.contents()), "");
 
     rig.play(50, 0x90, 62, 1); // counted from the saving
@@ -212,7 +213,7 @@ TEST(RecordWriter, PartsTakesBySilence) {
         const auto saved = rig.writer->save(rig.target(), fromLast);
         ASSERT_TRUE(saved) << saved.fault().text();
         EXPECT_EQ(saved.value().milliseconds, takes[static_cast<std::size_t>(3 - fromLast)].ticks * 5);
-        const std::string file = RecordRig::contentOf(rig.target());
+        const std::string file = TestSupport::contentOf(rig.target());
         EXPECT_EQ(file[22], 0) << "begins at once";
         EXPECT_EQ(ticksOf(file), saved.value().milliseconds / 5 + 0x60);
     }
@@ -362,7 +363,7 @@ TEST(RecordWriter, TornAndForeignBuffersGiveWhatIsWholeInThem) {
         rig.flush();
         const auto files = BufferFiles::list(rig.buffers());
         const auto& file = files[random.number(std::size_t{0}, files.size() - 1)];
-        std::string content = RecordRig::contentOf(file);
+        std::string content = TestSupport::contentOf(file);
         if (random.number(0, 1) == 0) {
             content.resize(random.number(std::size_t{0}, content.size()));
         } else {
@@ -372,7 +373,7 @@ TEST(RecordWriter, TornAndForeignBuffersGiveWhatIsWholeInThem) {
         const auto takes = takesIn(rig.buffers());
         const auto saved = saveRecord(rig.buffers(), takes, rig.target(), std::nullopt);
         ASSERT_TRUE(saved);
-        const std::string written = RecordRig::contentOf(rig.target());
+        const std::string written = TestSupport::contentOf(rig.target());
         BufferReader events(std::string_view(written).substr(22));
         std::uint64_t count = 0;
         for (BufferEvent event; events.next(event);) {

@@ -1,6 +1,7 @@
 // Replacing a file while the process is killed, and on a file system without room.
 #include "platform/SafeFiles.h"
 #include "platform/TemporaryFolder.h"
+#include "support/FileContent.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@
 #include <unistd.h>
 
 using namespace Platform;
+using TestSupport::contentOf;
 namespace fs = std::filesystem;
 
 namespace {
@@ -47,11 +49,6 @@ bool canTrace() {
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
-std::string contentOf(const fs::path& file) {
-    const auto content = readWholeFile(file, 10'000'000);
-    return content ? content.value() : content.fault().text();
 }
 
 // A file system of that many bytes, as long as it lives.
