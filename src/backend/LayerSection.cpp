@@ -4,7 +4,6 @@
 #include "midiengine/LayerXml.h"
 
 #include <algorithm>
-#include <sstream>
 #include <utility>
 
 namespace Backend {
@@ -21,23 +20,33 @@ const LayerSet& builtInLayers() {
     return set;
 }
 
-void readSet(const Platform::XmlElement& section, LayerSet& set) {
-    Layers::readLayers(section, set.layers);
+void writeSet(std::ostream& out, int depth, const LayerSet& set) {
+    XmlWriter xml(out, depth);
+    Layers::writeLayers(xml, set.layers);
 }
 
-std::string sectionText(const Layers::LayerList& layers, bool merge) {
-    std::ostringstream text;
-    XmlWriter xml(text);
-    Layers::writeLayers(xml, layers, merge);
-    return text.str();
+void writePlaces(std::ostream& out, const LayerSet& set, const std::vector<int>& places) {
+    Layers::LayerList chosen;
+    for (const int place : places) {
+        if (place >= 0 && static_cast<std::size_t>(place) < set.layers.size()) {
+            chosen.push_back(set.layers[static_cast<std::size_t>(place)]);
+        }
+    }
+    XmlWriter xml(out);
+    Layers::writeLayers(xml, chosen, true);
+}
+
+Component::SectionText<LayerSet, std::vector<int>> sectionText() {
+    return {[](const Platform::XmlElement& section, LayerSet& set) { Layers::readLayers(section, set.layers); },
+            writeSet, writePlaces};
 }
 } // namespace
 
 LayerSection::LayerSection(MidiEngine::MidiEngineMessageManager& engine,
                            SequenceManagement::SequencePresetManager& sequences, std::filesystem::path presetFolder,
                            const std::function<void(const Platform::Fault&)>& reportFault)
-    : engine_(engine), sequences_(sequences), reportFault_(reportFault),
-      presets_({std::move(presetFolder), "Layers"}, Layers::layersFormat(), readSet, builtInLayers()) {}
+    : engine_(engine), sequences_(sequences),
+      presets_(std::move(presetFolder), Layers::layersFormat(), sectionText(), builtInLayers(), reportFault) {}
 
 // Whole sections. ------------------------------------------------------------------------------------------------
 
@@ -50,13 +59,7 @@ void LayerSection::read(const Platform::XmlElement& section) {
 }
 
 void LayerSection::write(std::ostream& out, int depth, bool allowReference) const {
-    XmlWriter xml(out, depth);
-    if (allowReference && presets_.saysAll(set_, isChanged_)) {
-        xml.begin("Layers").attribute("merge", false).attribute("preset", set_.presetName).content();
-        xml.end();
-    } else {
-        Layers::writeLayers(xml, set_.layers);
-    }
+    presets_.writeSection(out, depth, set_, isChanged_, allowReference);
 }
 
 void LayerSection::set(LayerSet set) {
@@ -85,38 +88,17 @@ void LayerSection::publish() {
 // Presets. -------------------------------------------------------------------------------------------------------
 
 void LayerSection::loadPreset(const std::string& name) {
-    Platform::Result<LayerSet> loaded = presets_.load(name, set_);
-    if (!loaded) {
-        reportFault_(loaded.fault());
-        return;
+    if (auto loaded = presets_.load(name, set_)) {
+        set(std::move(*loaded));
     }
-    set(std::move(loaded.value()));
 }
 
 void LayerSection::savePreset(const std::string& name, const std::vector<int>& places) {
-    if (places.empty()) {
-        if (presets_.folder().write(name, sectionText(set_.layers, false), reportFault_)) {
-            set_.presetName = name;
-            isChanged_ = false;
-            ++revision_;
-        }
-        return;
+    if (presets_.save(name, set_, places)) {
+        set_.presetName = name;
+        isChanged_ = false;
+        ++revision_;
     }
-    Layers::LayerList chosen;
-    for (const int place : places) {
-        if (place >= 0 && static_cast<std::size_t>(place) < set_.layers.size()) {
-            chosen.push_back(set_.layers[static_cast<std::size_t>(place)]);
-        }
-    }
-    presets_.folder().write(name, sectionText(chosen, true), reportFault_);
-}
-
-void LayerSection::storePreset(const std::string& name, const Layers::LayerList& layers) {
-    presets_.folder().write(name, sectionText(layers, false), reportFault_);
-}
-
-void LayerSection::deletePreset(const std::string& name) {
-    presets_.folder().remove(name, reportFault_);
 }
 
 // Single layers. -------------------------------------------------------------------------------------------------

@@ -45,8 +45,8 @@ public:
     // With a list of places only those layers, to be added to others. A file that cannot be written changes nothing,
     // without a word.
     void savePreset(const std::string& name, const std::vector<int>& places);
-    void storePreset(const std::string& name, const Layers::LayerList& layers);
-    void deletePreset(const std::string& name);
+    void storePreset(const std::string& name, const Layers::LayerList& layers) { presets_.store(name, {layers, {}}); }
+    void deletePreset(const std::string& name) { presets_.remove(name); }
 
     // Single layers.
     // An edited list: what is selected stays so, as far as it is there.
@@ -79,8 +79,7 @@ private:
 
     MidiEngine::MidiEngineMessageManager& engine_;
     SequenceManagement::SequencePresetManager& sequences_;
-    const std::function<void(const Platform::Fault&)>& reportFault_;
-    Component::SectionPresets<LayerSet> presets_;
+    Component::SectionPresets<LayerSet, std::vector<int>> presets_;
     LayerSet set_;
     bool isChanged_ = false; // since it was read as a whole
     int dataSelected_ = 0;

@@ -10,7 +10,6 @@
 #include "midiengine/MidiEngineMessageManager.h"
 #include "platform/WindowMessages.h"
 
-#include <sstream>
 #include <utility>
 
 namespace Backend {
@@ -23,6 +22,14 @@ namespace {
 const OscList& builtInOscillators() {
     static const OscList list;
     return list;
+}
+
+Component::SectionText<OscList, std::vector<OscId>> sectionText() {
+    return {Oscillators::readOscillators,
+            [](std::ostream& out, int depth, const OscList& list) { Oscillators::writeOscillators(out, depth, list); },
+            [](std::ostream& out, const OscList& list, const std::vector<OscId>& ids) {
+                Oscillators::writeOscillators(out, 0, list, ids);
+            }};
 }
 
 std::vector<OscId> idsOf(const std::vector<int>& places) {
@@ -43,9 +50,8 @@ OscillatorSection::OscillatorSection(const QelIF& qel, MidiEngine::MidiEngine& e
                                      std::filesystem::path presetFolder,
                                      const std::function<void(const Platform::Fault&)>& reportFault,
                                      std::function<bool()> wake)
-    : qel_(qel), engine_(engine), reportFault_(reportFault),
-      presets_({std::move(presetFolder), "Oscillators"}, Oscillators::oscillatorsFormat(), Oscillators::readOscillators,
-               builtInOscillators()),
+    : qel_(qel), engine_(engine), presets_(std::move(presetFolder), Oscillators::oscillatorsFormat(), sectionText(),
+                                           builtInOscillators(), reportFault),
       notices_([this, wake = std::move(wake)] { return qel_.getGuiWindowHandle() != nullptr && wake(); }) {
     engine_.setOscillatorWatcher(&notices_);
 }
@@ -61,11 +67,7 @@ void OscillatorSection::read(const Platform::XmlElement& section) {
 }
 
 void OscillatorSection::write(std::ostream& out, int depth, bool allowReference) const {
-    if (allowReference && presets_.saysAll(list_, isChanged_)) {
-        Oscillators::writeOscillatorsReference(out, depth, list_);
-    } else {
-        Oscillators::writeOscillators(out, depth, list_);
-    }
+    presets_.writeSection(out, depth, list_, isChanged_, allowReference);
 }
 
 void OscillatorSection::set(OscList list) {
@@ -227,32 +229,17 @@ void OscillatorSection::showValues() {
 // Presets. -------------------------------------------------------------------------------------------------------
 
 void OscillatorSection::loadPreset(const std::string& name) {
-    Platform::Result<OscList> loaded = presets_.load(name, list_);
-    loaded ? set(std::move(loaded.value())) : reportFault_(loaded.fault());
+    if (auto loaded = presets_.load(name, list_)) {
+        set(std::move(*loaded));
+    }
 }
 
 void OscillatorSection::savePreset(const std::string& name, const std::vector<OscId>& ids) {
-    std::ostringstream text;
-    if (ids.empty()) {
-        Oscillators::writeOscillators(text, 0, list_);
-    } else {
-        Oscillators::writeOscillators(text, 0, list_, ids);
-    }
-    if (presets_.folder().write(name, text.str(), reportFault_) && ids.empty()) {
+    if (presets_.save(name, list_, ids)) {
         list_.presetName = name;
         isChanged_ = false;
         tellWindow();
     }
-}
-
-void OscillatorSection::storePreset(const std::string& name, const OscList& list) {
-    std::ostringstream text;
-    Oscillators::writeOscillators(text, 0, list);
-    presets_.folder().write(name, text.str(), reportFault_);
-}
-
-void OscillatorSection::deletePreset(const std::string& name) {
-    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend

@@ -71,8 +71,8 @@ public:
     // With a list of ids only those, to be added to others. A file that cannot be written changes nothing, without a
     // word.
     void savePreset(const std::string& name, const std::vector<OscId>& ids);
-    void storePreset(const std::string& name, const Oscillators::OscList& list);
-    void deletePreset(const std::string& name);
+    void storePreset(const std::string& name, const Oscillators::OscList& list) { presets_.store(name, list); }
+    void deletePreset(const std::string& name) { presets_.remove(name); }
 
 private:
     [[nodiscard]] std::vector<OscId> selected() const;
@@ -84,8 +84,7 @@ private:
 
     const QelIF& qel_;
     MidiEngine::MidiEngine& engine_;
-    const std::function<void(const Platform::Fault&)>& reportFault_;
-    Component::SectionPresets<Oscillators::OscList> presets_;
+    Component::SectionPresets<Oscillators::OscList, std::vector<OscId>> presets_;
     Oscillators::OscList list_;
     bool isChanged_ = false; // since it was read as a whole
     Oscillators::OscillatorNotices notices_;

@@ -121,10 +121,6 @@ void writeOscillators(std::ostream& out, int depth, const OscList& list) {
     xml.end();
 }
 
-void writeOscillatorsReference(std::ostream& out, int depth, const OscList& list) {
-    writeSectionReference(out, depth, "Oscillators", list.presetName);
-}
-
 void writeOscillators(std::ostream& out, int depth, const OscList& list, const std::vector<OscId>& ids) {
     XmlWriter xml(out, depth);
     xml.begin("Oscillators").attribute("merge", true).content();

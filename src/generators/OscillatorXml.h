@@ -20,8 +20,6 @@ void readOscillators(const Platform::XmlElement& section, OscList& list);
 
 // The stream's state is the caller's to check.
 void writeOscillators(std::ostream& out, int depth, const OscList& list);
-// The name of the list's preset in place of its oscillators.
-void writeOscillatorsReference(std::ostream& out, int depth, const OscList& list);
 // Only these oscillators, in this order, to be appended to another section.
 void writeOscillators(std::ostream& out, int depth, const OscList& list, const std::vector<OscId>& ids);
 

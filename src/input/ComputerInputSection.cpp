@@ -4,7 +4,6 @@
 #include "input/DefaultKeys.h"
 #include "values/AttributeReading.h"
 
-#include <sstream>
 #include <utility>
 
 namespace Backend::ComputerInput {
@@ -18,14 +17,19 @@ KeyConfigurationMap builtInKeys(QelIF& qel) {
 }
 
 // A preset that the section names says its useKeyUpMod, too.
-Component::SectionPresets<KeyConfigurationMap>::Read readWith(QelIF& qel) {
-    return [&qel](const Platform::XmlElement& section, KeyConfigurationMap& map) {
-        const bool useKeyUpMod = map.useKeyUpMod;
-        readComputerInput(section, qel, map);
-        if (!readText(section, computerInputFormat()["preset"]).empty()) {
-            map.useKeyUpMod = useKeyUpMod;
-        }
-    };
+Component::SectionText<KeyConfigurationMap, std::vector<Key>> sectionText(QelIF& qel) {
+    return {[&qel](const Platform::XmlElement& section, KeyConfigurationMap& map) {
+                const bool useKeyUpMod = map.useKeyUpMod;
+                readComputerInput(section, qel, map);
+                if (!readText(section, computerInputFormat()["preset"]).empty()) {
+                    map.useKeyUpMod = useKeyUpMod;
+                }
+            },
+            [](std::ostream& out, int depth, const KeyConfigurationMap& map) { writeComputerInput(out, depth, map); },
+            [](std::ostream& out, const KeyConfigurationMap& map, const std::vector<Key>& keys) {
+                writeComputerInput(out, 0, map, keys);
+            },
+            writeComputerInputReference};
 }
 
 } // namespace
@@ -33,8 +37,7 @@ Component::SectionPresets<KeyConfigurationMap>::Read readWith(QelIF& qel) {
 ComputerInputSection::ComputerInputSection(QelIF& qel, std::filesystem::path presetFolder,
                                            const std::function<void(const Platform::Fault&)>& reportFault)
     : builtIn_(builtInKeys(qel)),
-      presets_({std::move(presetFolder), "ComputerInput"}, computerInputFormat(), readWith(qel), builtIn_),
-      reportFault_(reportFault) {
+      presets_(std::move(presetFolder), computerInputFormat(), sectionText(qel), builtIn_, reportFault) {
     setDefault();
 }
 
@@ -63,12 +66,11 @@ void ComputerInputSection::read(const Platform::XmlElement& section) {
 }
 
 void ComputerInputSection::write(std::ostream& out, int depth, bool allowReference) const {
-    const bool reference = allowReference && presets_.saysAll(*map_, false);
-    writeComputerInput(out, depth, *map_, reference ? SectionContent::presetReference : SectionContent::whole);
+    presets_.writeSection(out, depth, *map_, false, allowReference);
 }
 
 void ComputerInputSection::setChanged(KeyConfigurationMap map) {
-    if (!presets_.folder().exists(map.presetName)) {
+    if (!presets_.exists(map.presetName)) {
         map.presetName.clear();
     }
     set(std::move(map));
@@ -89,33 +91,17 @@ void ComputerInputSection::setUseKeyUpMod(bool on) {
 }
 
 void ComputerInputSection::loadPreset(const std::string& name) {
-    Platform::Result<KeyConfigurationMap> loaded = presets_.load(name, *map_);
-    loaded ? set(std::move(loaded.value())) : reportFault_(loaded.fault());
+    if (auto loaded = presets_.load(name, *map_)) {
+        set(std::move(*loaded));
+    }
 }
 
 void ComputerInputSection::savePreset(const std::string& name, const std::vector<Key>& keys) {
-    std::ostringstream text;
-    if (!keys.empty()) {
-        writeComputerInput(text, 0, *map_, keys);
-        presets_.folder().write(name, text.str(), reportFault_);
-        return;
-    }
-    writeComputerInput(text, 0, *map_);
-    if (presets_.folder().write(name, text.str(), reportFault_)) {
+    if (presets_.save(name, *map_, keys)) {
         KeyConfigurationMap map = *map_;
         map.presetName = name;
         set(std::move(map));
     }
-}
-
-void ComputerInputSection::storePreset(const std::string& name, const KeyConfigurationMap& map) {
-    std::ostringstream text;
-    writeComputerInput(text, 0, map);
-    presets_.folder().write(name, text.str(), reportFault_);
-}
-
-void ComputerInputSection::deletePreset(const std::string& name) {
-    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend::ComputerInput

@@ -52,16 +52,15 @@ public:
     void loadPreset(const std::string& name);
     // With a list of keys only those, to be merged. A file that cannot be written changes nothing, without a word.
     void savePreset(const std::string& name, const std::vector<Key>& keys);
-    void storePreset(const std::string& name, const KeyConfigurationMap& map);
-    void deletePreset(const std::string& name);
+    void storePreset(const std::string& name, const KeyConfigurationMap& map) { presets_.store(name, map); }
+    void deletePreset(const std::string& name) { presets_.remove(name); }
 
 private:
     // As the section; a preset without a file stands for nothing any more and is forgotten.
     void setChanged(KeyConfigurationMap map);
 
     const KeyConfigurationMap builtIn_;
-    Component::SectionPresets<KeyConfigurationMap> presets_;
-    const std::function<void(const Platform::Fault&)>& reportFault_;
+    Component::SectionPresets<KeyConfigurationMap, std::vector<Key>> presets_;
     std::shared_ptr<const KeyConfigurationMap> map_; // replaced, never changed: held keys share it
     PressedKeys pressed_;
 };

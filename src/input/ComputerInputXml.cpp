@@ -93,15 +93,18 @@ void readComputerInput(const XmlElement& section, QelIF& qel, KeyConfigurationMa
     }
 }
 
-void writeComputerInput(std::ostream& out, int depth, const KeyConfigurationMap& map, SectionContent content) {
+void writeComputerInput(std::ostream& out, int depth, const KeyConfigurationMap& map) {
     SectionWriter writer(out, depth);
-    const bool reference = content == SectionContent::presetReference;
-    writer.begin(map, reference, false);
-    if (!reference) {
-        for (const auto& [key, configuration] : map) {
-            writer.write(configuration);
-        }
+    writer.begin(map, false, false);
+    for (const auto& [key, configuration] : map) {
+        writer.write(configuration);
     }
+    writer.end();
+}
+
+void writeComputerInputReference(std::ostream& out, int depth, const KeyConfigurationMap& map) {
+    SectionWriter writer(out, depth);
+    writer.begin(map, true, false);
     writer.end();
 }
 

@@ -18,13 +18,10 @@ namespace Backend::ComputerInput {
 // stands for is the caller's business.
 void readComputerInput(const Platform::XmlElement& section, QelIF& qel, KeyConfigurationMap& map);
 
-// How a section is written. The stream's state is the caller's to check.
-enum class SectionContent {
-    whole,          // every key
-    presetReference // the name of the map's preset in place of its keys
-};
-void writeComputerInput(std::ostream& out, int depth, const KeyConfigurationMap& map,
-                        SectionContent content = SectionContent::whole);
+// The stream's state is the caller's to check.
+void writeComputerInput(std::ostream& out, int depth, const KeyConfigurationMap& map);
+// The name of the map's preset in place of its keys.
+void writeComputerInputReference(std::ostream& out, int depth, const KeyConfigurationMap& map);
 // Only the given keys, to be merged into another section.
 void writeComputerInput(std::ostream& out, int depth, const KeyConfigurationMap& map, const std::vector<Key>& keys);
 

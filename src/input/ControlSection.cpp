@@ -8,18 +8,28 @@
 #include "midiengine/MidiEngine.h"
 #include "platform/WindowMessages.h"
 
-#include <sstream>
 #include <utility>
 
 namespace Backend::Controls {
 
 using MidiEngine::QelMidiMessage;
 
+namespace {
+
+Component::SectionText<ControlMap, std::vector<Cell>> sectionText() {
+    return {readControls, [](std::ostream& out, int depth, const ControlMap& map) { writeControls(out, depth, map); },
+            [](std::ostream& out, const ControlMap& map, const std::vector<Cell>& cells) {
+                writeControls(out, 0, map, cells);
+            }};
+}
+
+} // namespace
+
 ControlSection::ControlSection(QelIF& qel, MidiEngine::MidiEngine& engine, std::filesystem::path presetFolder,
                                const std::function<void(const Platform::Fault&)>& reportFault,
                                std::function<bool()> wake)
-    : qel_(qel), engine_(engine), reportFault_(reportFault), wake_(std::move(wake)),
-      presets_({std::move(presetFolder), "Controls"}, controlsFormat(), readControls, defaultControls()),
+    : qel_(qel), engine_(engine), wake_(std::move(wake)),
+      presets_(std::move(presetFolder), controlsFormat(), sectionText(), defaultControls(), reportFault),
       follower_(std::make_unique<ControlFollower>(map_, wake_)) {
     setDefault();
 }
@@ -55,11 +65,7 @@ void ControlSection::read(const Platform::XmlElement& section) {
 
 void ControlSection::write(std::ostream& out, int depth, bool allowReference) {
     takeIn();
-    if (allowReference && presets_.saysAll(map_, isChanged_)) {
-        writeControlsReference(out, depth, map_);
-    } else {
-        writeControls(out, depth, map_);
-    }
+    presets_.writeSection(out, depth, map_, isChanged_, allowReference);
 }
 
 void ControlSection::set(ControlMap map) {
@@ -212,38 +218,18 @@ void ControlSection::setFocus(const SelectControlType& which) {
 
 void ControlSection::loadPreset(const std::string& name) {
     takeIn();
-    Platform::Result<ControlMap> loaded = presets_.load(name, map_);
-    if (!loaded) {
-        reportFault_(loaded.fault());
-        return;
+    if (auto loaded = presets_.load(name, map_)) {
+        set(std::move(*loaded));
     }
-    set(std::move(loaded.value()));
 }
 
 void ControlSection::savePreset(const std::string& name, const std::vector<Cell>& cells) {
     takeIn();
-    std::ostringstream text;
-    if (!cells.empty()) {
-        writeControls(text, 0, map_, cells);
-        presets_.folder().write(name, text.str(), reportFault_);
-        return;
-    }
-    writeControls(text, 0, map_);
-    if (presets_.folder().write(name, text.str(), reportFault_)) {
+    if (presets_.save(name, map_, cells)) {
         map_.presetName = name;
         isChanged_ = false;
         ++revision_;
     }
-}
-
-void ControlSection::storePreset(const std::string& name, const ControlMap& map) {
-    std::ostringstream text;
-    writeControls(text, 0, map);
-    presets_.folder().write(name, text.str(), reportFault_);
-}
-
-void ControlSection::deletePreset(const std::string& name) {
-    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend::Controls

@@ -91,8 +91,8 @@ public:
     void loadPreset(const std::string& name);
     // With a list of cells only those, to be merged. A file that cannot be written changes nothing, without a word.
     void savePreset(const std::string& name, const std::vector<Cell>& cells);
-    void storePreset(const std::string& name, const ControlMap& map);
-    void deletePreset(const std::string& name);
+    void storePreset(const std::string& name, const ControlMap& map) { presets_.store(name, map); }
+    void deletePreset(const std::string& name) { presets_.remove(name); }
 
 private:
     // Takes in what has passed for the map as it is, has it changed, and follows what it is then.
@@ -105,9 +105,8 @@ private:
 
     QelIF& qel_;
     MidiEngine::MidiEngine& engine_;
-    const std::function<void(const Platform::Fault&)>& reportFault_;
     std::function<bool()> wake_;
-    Component::SectionPresets<ControlMap> presets_;
+    Component::SectionPresets<ControlMap, std::vector<Cell>> presets_;
     ControlMap map_;
     std::uint32_t revision_ = 0;
     bool isChanged_ = false; // since it was read as a whole

@@ -111,10 +111,6 @@ void writeControls(std::ostream& out, int depth, const ControlMap& map) {
     xml.end();
 }
 
-void writeControlsReference(std::ostream& out, int depth, const ControlMap& map) {
-    writeSectionReference(out, depth, "Controls", map.presetName);
-}
-
 void writeControls(std::ostream& out, int depth, const ControlMap& map, const std::vector<Cell>& cells) {
     XmlWriter xml(out, depth);
     xml.begin("Controls").attribute("merge", true).content();

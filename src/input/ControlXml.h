@@ -19,8 +19,6 @@ void readControls(const Platform::XmlElement& section, ControlMap& map);
 
 // The stream's state is the caller's to check.
 void writeControls(std::ostream& out, int depth, const ControlMap& map);
-// The name of the map's preset in place of its controls.
-void writeControlsReference(std::ostream& out, int depth, const ControlMap& map);
 // Only the controls in these cells, to be merged into another section.
 void writeControls(std::ostream& out, int depth, const ControlMap& map, const std::vector<Cell>& cells);
 

@@ -4,7 +4,6 @@
 #include "platform/Joysticks.h"
 
 #include <optional>
-#include <sstream>
 #include <utility>
 
 namespace Backend::Joystick {
@@ -17,6 +16,14 @@ namespace {
 const JoystickMap& noJoystick() {
     static const JoystickMap map;
     return map;
+}
+
+Component::SectionText<JoystickMap, JoystickSelection> sectionText(QelIF& qel) {
+    return {[&qel](const Platform::XmlElement& section, JoystickMap& map) { readJoystick(section, qel, map); },
+            [](std::ostream& out, int depth, const JoystickMap& map) { writeJoystick(out, depth, map); },
+            [](std::ostream& out, const JoystickMap& map, const JoystickSelection& selection) {
+                writeJoystick(out, 0, map, selection);
+            }};
 }
 
 // A key whose code stands for the button; nothing for a button that there cannot be.
@@ -43,11 +50,7 @@ ComputerInput::PressedKeys::Map asKeys(const JoystickMap& map) {
 
 JoystickSection::JoystickSection(QelIF& qel, std::filesystem::path presetFolder,
                                  const std::function<void(const Platform::Fault&)>& reportFault)
-    : qel_(qel), reportFault_(reportFault),
-      presets_(
-          {std::move(presetFolder), "Joystick"}, joystickFormat(),
-          [&qel](const Platform::XmlElement& section, JoystickMap& map) { readJoystick(section, qel, map); },
-          noJoystick()),
+    : qel_(qel), presets_(std::move(presetFolder), joystickFormat(), sectionText(qel), noJoystick(), reportFault),
       buttonKeys_(asKeys(map_)) {}
 
 void JoystickSection::axisChanged(const JoyAxisElementId& axis, std::int32_t position) {
@@ -79,11 +82,7 @@ void JoystickSection::read(const Platform::XmlElement& section) {
 }
 
 void JoystickSection::write(std::ostream& out, int depth, bool allowReference) const {
-    if (allowReference && presets_.saysAll(map_, isChanged_)) {
-        writeJoystickReference(out, depth, map_);
-    } else {
-        writeJoystick(out, depth, map_);
-    }
+    presets_.writeSection(out, depth, map_, isChanged_, allowReference);
 }
 
 void JoystickSection::set(JoystickMap map) {
@@ -101,37 +100,17 @@ void JoystickSection::put(const JoystickMap& elements) {
 }
 
 void JoystickSection::loadPreset(const std::string& name) {
-    Platform::Result<JoystickMap> loaded = presets_.load(name, map_);
-    if (!loaded) {
-        reportFault_(loaded.fault());
-        return;
+    if (auto loaded = presets_.load(name, map_)) {
+        set(std::move(*loaded));
     }
-    set(std::move(loaded.value()));
 }
 
 void JoystickSection::savePreset(const std::string& name, const JoystickSelection& selection) {
-    std::ostringstream text;
-    if (!selection.isEmpty()) {
-        writeJoystick(text, 0, map_, selection);
-        presets_.folder().write(name, text.str(), reportFault_);
-        return;
-    }
-    writeJoystick(text, 0, map_);
-    if (presets_.folder().write(name, text.str(), reportFault_)) {
+    if (presets_.save(name, map_, selection)) {
         map_.presetName = name;
         isChanged_ = false;
         ++revision_;
     }
-}
-
-void JoystickSection::storePreset(const std::string& name, const JoystickMap& map) {
-    std::ostringstream text;
-    writeJoystick(text, 0, map);
-    presets_.folder().write(name, text.str(), reportFault_);
-}
-
-void JoystickSection::deletePreset(const std::string& name) {
-    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend::Joystick

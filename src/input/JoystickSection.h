@@ -52,13 +52,12 @@ public:
     void loadPreset(const std::string& name);
     // With a selection only that, to be merged. A file that cannot be written changes nothing, without a word.
     void savePreset(const std::string& name, const JoystickSelection& selection);
-    void storePreset(const std::string& name, const JoystickMap& map);
-    void deletePreset(const std::string& name);
+    void storePreset(const std::string& name, const JoystickMap& map) { presets_.store(name, map); }
+    void deletePreset(const std::string& name) { presets_.remove(name); }
 
 private:
     QelIF& qel_;
-    const std::function<void(const Platform::Fault&)>& reportFault_;
-    Component::SectionPresets<JoystickMap> presets_;
+    Component::SectionPresets<JoystickMap, JoystickSelection> presets_;
     JoystickMap map_;
     std::uint32_t revision_ = 0;
     bool isChanged_ = false;                     // since it was read as a whole

@@ -148,10 +148,6 @@ void writeJoystick(std::ostream& out, int depth, const JoystickMap& map) {
     writer.end();
 }
 
-void writeJoystickReference(std::ostream& out, int depth, const JoystickMap& map) {
-    writeSectionReference(out, depth, "Joystick", map.presetName);
-}
-
 void writeJoystick(std::ostream& out, int depth, const JoystickMap& map, const JoystickSelection& selection) {
     SectionWriter writer(out, depth);
     writer.begin(true);

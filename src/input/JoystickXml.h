@@ -19,14 +19,12 @@ void readJoystick(const Platform::XmlElement& section, QelIF& qel, JoystickMap& 
 
 // The stream's state is the caller's to check.
 void writeJoystick(std::ostream& out, int depth, const JoystickMap& map);
-// The name of the map's preset in place of its elements.
-void writeJoystickReference(std::ostream& out, int depth, const JoystickMap& map);
 // Only the axes and buttons of the selection, to be merged into another section.
 struct JoystickSelection {
     std::vector<JoyAxisElementId> axes;
     std::vector<JoyButtonElementId> buttons;
 
-    [[nodiscard]] bool isEmpty() const { return axes.empty() && buttons.empty(); }
+    [[nodiscard]] bool empty() const { return axes.empty() && buttons.empty(); }
 };
 void writeJoystick(std::ostream& out, int depth, const JoystickMap& map, const JoystickSelection& selection);
 

@@ -4,7 +4,6 @@
 #include "core/QelIF.h"
 #include "midiinput/MidiInputXml.h"
 
-#include <sstream>
 #include <utility>
 
 namespace Backend::MidiInput {
@@ -16,12 +15,19 @@ const MidiEventConfigurationMap& noConfigurations() {
     return map;
 }
 
+Component::SectionText<MidiEventConfigurationMap, std::vector<MidiEvent>> sectionText() {
+    using Map = MidiEventConfigurationMap;
+    return {readMidiInput, [](std::ostream& out, int depth, const Map& map) { writeMidiInput(out, depth, map); },
+            [](std::ostream& out, const Map& map, const std::vector<MidiEvent>& events) {
+                writeMidiInput(out, 0, map, events);
+            }};
+}
+
 } // namespace
 
 ConfigurationSection::ConfigurationSection(QelIF& qel, std::filesystem::path presetFolder,
                                            const std::function<void(const Platform::Fault&)>& reportFault)
-    : qel_(qel), reportFault_(reportFault),
-      presets_({std::move(presetFolder), "MidiInput"}, midiInputFormat(), readMidiInput, noConfigurations()),
+    : qel_(qel), presets_(std::move(presetFolder), midiInputFormat(), sectionText(), noConfigurations(), reportFault),
       map_(std::make_shared<const Map>()) {}
 
 std::shared_ptr<const ConfigurationSection::Map> ConfigurationSection::map() const {
@@ -49,11 +55,7 @@ void ConfigurationSection::read(const Platform::XmlElement& section) {
 }
 
 void ConfigurationSection::write(std::ostream& out, int depth, bool allowReference) const {
-    if (allowReference && presets_.saysAll(*map_, isChanged_)) {
-        writeMidiInputReference(out, depth, *map_);
-    } else {
-        writeMidiInput(out, depth, *map_);
-    }
+    presets_.writeSection(out, depth, *map_, isChanged_, allowReference);
 }
 
 void ConfigurationSection::set(Map map) {
@@ -83,41 +85,23 @@ void ConfigurationSection::remove(const std::vector<MidiEvent>& events) {
 }
 
 void ConfigurationSection::loadPreset(const std::string& name) {
-    Platform::Result<Map> loaded = presets_.load(name, *map_);
+    auto loaded = presets_.load(name, *map_);
     if (!loaded) {
-        reportFault_(loaded.fault());
         return;
     }
-    set(std::move(loaded.value()));
+    set(std::move(*loaded));
     if (const Platform::WindowHandle window = qel_.getGuiWindowHandle()) {
         static_cast<void>(Platform::postWindowMessage(window, {midiInputPresetLoadedMessage, 0, 0}));
     }
 }
 
 void ConfigurationSection::savePreset(const std::string& name, const std::vector<MidiEvent>& events) {
-    std::ostringstream text;
-    if (!events.empty()) {
-        writeMidiInput(text, 0, *map_, events);
-        presets_.folder().write(name, text.str(), reportFault_);
-        return;
-    }
-    writeMidiInput(text, 0, *map_);
-    if (presets_.folder().write(name, text.str(), reportFault_)) {
+    if (presets_.save(name, *map_, events)) {
         Map map = *map_;
         map.presetName = name;
         replace(std::move(map));
         isChanged_ = false;
     }
-}
-
-void ConfigurationSection::storePreset(const std::string& name, const Map& map) {
-    std::ostringstream text;
-    writeMidiInput(text, 0, map);
-    presets_.folder().write(name, text.str(), reportFault_);
-}
-
-void ConfigurationSection::deletePreset(const std::string& name) {
-    presets_.folder().remove(name, reportFault_);
 }
 
 } // namespace Backend::MidiInput

@@ -60,8 +60,8 @@ public:
     void loadPreset(const std::string& name);
     // With a list of events only those, to be merged. A file that cannot be written changes nothing, without a word.
     void savePreset(const std::string& name, const std::vector<MidiEvent>& events);
-    void storePreset(const std::string& name, const Map& map);
-    void deletePreset(const std::string& name);
+    void storePreset(const std::string& name, const Map& map) { presets_.store(name, map); }
+    void deletePreset(const std::string& name) { presets_.remove(name); }
 
 private:
     void replace(Map map);
@@ -69,8 +69,7 @@ private:
     template <typename Value> void tellWindow(std::uint32_t message, const Value& value) const;
 
     QelIF& qel_;
-    const std::function<void(const Platform::Fault&)>& reportFault_;
-    Component::SectionPresets<Map> presets_;
+    Component::SectionPresets<Map, std::vector<MidiEvent>> presets_;
     mutable std::mutex mutex_; // of the pointer
     std::shared_ptr<const Map> map_;
     bool isChanged_ = false; // since it was read as a whole

@@ -112,8 +112,4 @@ void writeMidiInput(std::ostream& out, int depth, const MidiEventConfigurationMa
     xml.end();
 }
 
-void writeMidiInputReference(std::ostream& out, int depth, const MidiEventConfigurationMap& map) {
-    writeSectionReference(out, depth, "MidiInput", map.presetName);
-}
-
 } // namespace Backend::MidiInput

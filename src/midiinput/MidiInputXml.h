@@ -24,7 +24,5 @@ void writeMidiInput(std::ostream& out, int depth, const MidiEventConfigurationMa
 // that have no configuration, which takes it from them.
 void writeMidiInput(std::ostream& out, int depth, const MidiEventConfigurationMap& map,
                     const std::vector<MidiEvent>& events);
-// The name of the map's preset in place of its configurations.
-void writeMidiInputReference(std::ostream& out, int depth, const MidiEventConfigurationMap& map);
 
 } // namespace Backend::MidiInput

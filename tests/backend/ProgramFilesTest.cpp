@@ -139,7 +139,7 @@ TEST_F(ProgramFiles, ASectionThatEqualsItsPresetIsStoredAsItsName) {
     loadProgram(
         R"(<Program><Layers preset="Two"/><Joystick preset="Reset"/><Controls preset="000 - Default"/></Program>)");
     EXPECT_EQ(rig.afterKey(), "0 91 60 100; 0 92 60 100; 0 81 60 64; 0 82 60 64");
-    EXPECT_THAT(saved(), HasSubstr("\t<Layers merge=\"false\" preset=\"Two\">\n\t</Layers>\n"));
+    EXPECT_THAT(saved(), HasSubstr("\t<Layers preset=\"Two\" merge=\"false\">\n\t</Layers>\n"));
     EXPECT_THAT(saved(), HasSubstr("\t<Joystick preset=\"Reset\" merge=\"false\">\n\t</Joystick>\n"));
     EXPECT_THAT(saved(), HasSubstr("\t<Controls preset=\"000 - Default\" merge=\"false\">\n\t</Controls>\n"));
     EXPECT_THAT(programText(), HasSubstr("<Layer mute=")); // by itself it needs no presets
