@@ -77,17 +77,18 @@ void MidiInputSection::handle(const Message& message) {
     // The map stays as it is while its translations replace it.
     const std::shared_ptr<const MidiInput::MidiEventConfigurationMap> map = configurations_.current();
     const MidiInput::LookUp found = map->lookUp(incoming);
-    const bool isConfigured = found.configuration != nullptr && !found.configuration->translations.empty();
     if (explain_) {
         steps_ = {};
         steps_.incoming = incoming;
         steps_.lookUp = found;
     }
-    if (isConfigured) {
-        translate(incoming, *found.configuration);
-    } else if (!ends) {
-        passOn(incoming);
-    }
+    MidiInput::applyRules(
+        found, incoming, [&](const Tried& tried) { translate(incoming, tried); },
+        [&](const Message& passedOn) {
+            if (!ends) {
+                passOn(passedOn);
+            }
+        });
     if (ends) {
         release(incoming);
     }
@@ -108,39 +109,34 @@ void MidiInputSection::show(const Message& incoming) const {
     }
 }
 
-void MidiInputSection::translate(const Message& incoming, const MidiInput::MidiEventConfiguration& configuration) {
-    for (const auto& translation : configuration.translations) {
-        if (!translation) {
-            continue;
+void MidiInputSection::translate(const Message& incoming, const Tried& tried) {
+    if (tried.message) {
+        play(*tried.message);
+        remember(incoming, *tried.message);
+    } else if (tried.conditionHeld) {
+        flush(); // what it changes comes behind what was played before
+        tried.translation->execute(incoming);
+    }
+    if (explain_) {
+        steps_.tried.push_back(tried);
+    }
+}
+
+void MidiInputSection::remember(const Message& incoming, const Message& sent) {
+    if (sent.isNoteOn() && incoming.isNoteOn()) {
+        started_.add(sent);
+    } else if (sent.isNoteOff()) {
+        if (incoming.isNoteOn()) {
+            started_.remove(sent);
         }
-        const bool holds = translation->getCondition().holdsFor(incoming.getMidiMessage());
-        const std::optional<Message> message = holds ? translation->getMidiMessage(incoming) : std::nullopt;
-        if (message) {
-            play(*message);
-            if (message->isNoteOn() && incoming.isNoteOn()) {
-                started_.add(*message);
-            } else if (message->isNoteOff()) {
-                if (incoming.isNoteOn()) {
-                    started_.remove(*message);
-                }
-                const auto ended = std::find(released_.begin(), released_.end(), StartedNotes::Note::of(*message));
-                if (ended != released_.end()) {
-                    released_.erase(ended);
-                }
-            }
-        } else if (holds) {
-            flush(); // what it changes comes behind what was played before
-            translation->execute(incoming);
-        }
-        if (explain_) {
-            steps_.tried.push_back({translation.get(), holds, message});
+        const auto ended = std::find(released_.begin(), released_.end(), StartedNotes::Note::of(sent));
+        if (ended != released_.end()) {
+            released_.erase(ended);
         }
     }
 }
 
-void MidiInputSection::passOn(const Message& incoming) {
-    Message message = incoming;
-    message.setDefaultChannel(true);
+void MidiInputSection::passOn(const Message& message) {
     play(message);
     if (message.isNoteOn()) {
         started_.add(message);

@@ -45,10 +45,14 @@ public:
     [[nodiscard]] std::uint64_t droppedSysEx() const { return droppedSysEx_; } // [any]
 
 private:
+    using Tried = MidiInput::InputSteps::Tried;
+
     void handle(const Message& incoming);
     void show(const Message& incoming) const;
-    void translate(const Message& incoming, const MidiInput::MidiEventConfiguration& configuration);
-    void passOn(const Message& incoming);
+    void translate(const Message& incoming, const Tried& tried);
+    // What a translation has sent starts or ends notes of the key.
+    void remember(const Message& incoming, const Message& sent);
+    void passOn(const Message& message);
     // The notes in released_ end.
     void release(const Message& noteOff);
     void play(const Message& message);

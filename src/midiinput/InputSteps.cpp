@@ -1,25 +1,14 @@
 #include "midiinput/InputSteps.h"
 
-#include "midiinput/IncomingMessage.h"
-
 namespace Backend::MidiInput {
 
 InputSteps rehearse(const MidiEventConfigurationMap& map, const MidiEngine::QelMidiMessage& message) {
     InputSteps steps;
     steps.incoming = asHandled(message);
     steps.lookUp = map.lookUp(steps.incoming);
-    if (steps.lookUp.configuration == nullptr || steps.lookUp.configuration->translations.empty()) {
-        steps.passedOn = steps.incoming;
-        steps.passedOn->setDefaultChannel(true);
-        return steps;
-    }
-    for (const auto& translation : steps.lookUp.configuration->translations) {
-        if (translation) {
-            const bool holds = translation->getCondition().holdsFor(steps.incoming.getMidiMessage());
-            steps.tried.push_back(
-                {translation.get(), holds, holds ? translation->getMidiMessage(steps.incoming) : std::nullopt});
-        }
-    }
+    applyRules(
+        steps.lookUp, steps.incoming, [&](const InputSteps::Tried& tried) { steps.tried.push_back(tried); },
+        [&](const MidiEngine::QelMidiMessage& passedOn) { steps.passedOn = passedOn; });
     return steps;
 }
 
