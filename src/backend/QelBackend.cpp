@@ -29,6 +29,9 @@ namespace Backend {
 
 namespace {
 
+// To the auxiliary thread: work on files that nobody waits for.
+constexpr std::uint32_t tidyUpMessage = WorkerThread::STOP_MESSAGE + 1;
+
 std::string settingsKey(const std::string& applicationName) {
     return QelUtils::getRegistryKey(applicationName);
 }
@@ -114,12 +117,16 @@ void QelBackend::initialize() {
     settings_.loadFromRegistry(*surroundings_.settings, settingsKey(name_));
     auxiliary_ = std::make_unique<WorkerThread>(
         "tembrel-aux", [] { Platform::writeDebugOutput(std::string(QelUtils::NAME_AND_VERSION) + "\r\n"); },
-        [](const Platform::ThreadMessage&) {});
+        [this](const Platform::ThreadMessage& message) {
+            if (message.id == tidyUpMessage) {
+                FactoryFiles::removeLeftovers(surroundings_);
+            }
+        });
     auxiliary_->start();
+    auxiliary_->post({tidyUpMessage, 0, 0});
     recorder_.start();
     std::error_code failure; // a folder that cannot be made is met again by whoever writes into it
     std::filesystem::create_directories(surroundings_.applicationData / FolderNames::retrospectiveRecord, failure);
-    FactoryFiles::removeLeftovers(surroundings_);
     FactoryFiles::copyMissingFolders(surroundings_);
     engine_.initialize(settings_.getDefaultMidiOutput(), settings_.getMidiThru());
     if (settings_.getDefaultBank().empty()) {
