@@ -169,5 +169,33 @@ TEST(PortArrangement, WhatComesLaterIsWantedByTheSameWishes) {
     EXPECT_FALSE(arrangement.update(in, {"Keys 2", "Pads", "Tembrel"}, out, {"Tembrel"}));
 }
 
+// A port is open as long as it is there and wanted, if it can be opened.
+TEST(PortLists, WhatIsThereAndWantedIsSettled) {
+    const PortWishes wishes = wish({}, {"box", "bad"});
+    PortLists lists(wishes, "ALSA", "", true);
+    ASSERT_TRUE(lists.arrange({}, {"Box", "Synth", "Box", "Bad"}));
+    std::map<int, std::string> open;
+    const auto settle = [&] {
+        return lists.settle(PortDirection::out, [&](int place, const std::string& name, bool isToBeOpen) {
+            isToBeOpen&& name != "Bad" ? open.insert_or_assign(place, name).second : open.erase(place) != 0;
+            return open.count(place) != 0;
+        });
+    };
+    EXPECT_TRUE(settle());
+    EXPECT_EQ(open, (std::map<int, std::string>{{0, "Box"}, {1, "Box"}}));
+    EXPECT_EQ(lists.repetition(PortDirection::out, 1), 1) << "the second of two of one name";
+    EXPECT_FALSE(settle());
+    EXPECT_TRUE(lists.outputs().at(1).enabled);
+    EXPECT_FALSE(lists.outputs().at(2).enabled) << "is wanted, cannot be opened";
+
+    EXPECT_TRUE(lists.enable(PortDirection::out, 3, true));
+    EXPECT_FALSE(lists.enable(PortDirection::out, 4, true));
+    EXPECT_TRUE(lists.update({}, {"Box", "Synth", "Bad"}));
+    EXPECT_TRUE(settle());
+    EXPECT_EQ(open, (std::map<int, std::string>{{0, "Box"}, {3, "Synth"}}));
+    EXPECT_FALSE(lists.outputs().at(1).present);
+    EXPECT_TRUE(lists.inputs().empty());
+}
+
 } // namespace
 } // namespace Host

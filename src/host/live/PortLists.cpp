@@ -1,90 +1,91 @@
 #include "host/live/PortLists.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Host {
 
 namespace {
 
-// The named ones, by wish; then our own; then the rest, each once for each time it is there.
-std::vector<std::string> inOrder(const std::vector<std::string>& names, const std::vector<std::string>& wishes,
-                                 const std::string& ownPort) {
-    std::vector<std::string> ordered;
-    std::vector<bool> taken(names.size(), false);
-    const auto take = [&](auto wanted) {
-        for (std::size_t i = 0; i < names.size(); ++i) {
-            if (!taken[i] && wanted(names[i])) {
-                taken[i] = true;
-                ordered.push_back(names[i]);
-            }
-        }
-    };
-    for (const std::string& wish : wishes) {
-        take([&](const std::string& name) { return isNamed(name, {wish}); });
+template <typename Port> std::vector<Port> listOf(const PortRoster& roster, const std::string& system) {
+    std::vector<Port> ports;
+    for (const PortRoster::Port& known : roster.ports()) {
+        Port port;
+        port.name = known.name;
+        port.system = system;
+        port.present = known.present;
+        port.enabled = known.present && known.open;
+        ports.push_back(port);
     }
-    take([&](const std::string& name) { return name == ownPort; });
-    take([](const std::string&) { return true; });
-    return ordered;
-}
-
-Platform::Outcome checkWishes(const std::vector<std::string>& names, const std::vector<std::string>& wishes,
-                              const char* kind) {
-    for (const std::string& wish : wishes) {
-        if (std::none_of(names.begin(), names.end(), [&](const std::string& name) { return isNamed(name, {wish}); })) {
-            return Platform::Fault{{}, 0, std::string("there is no MIDI ") + kind + " named \"" + wish + "\""};
-        }
-    }
-    return Platform::success();
+    return ports;
 }
 
 } // namespace
 
-bool PortArrangement::wantsInput(const std::string& name) const {
-    return !wishes.onlyList && (name == ownPort || wishes.everyInput ||
-                                (wishes.inputs.empty() ? opensDevices : isNamed(name, wishes.inputs)));
+PortLists::PortLists(const PortWishes& wishes, std::string system, std::string ownPort, bool opensDevices)
+    : arrangement_{wishes, std::move(ownPort), opensDevices}, system_(std::move(system)) {}
+
+PortRoster& PortLists::roster(PortDirection direction) {
+    return direction == PortDirection::in ? inputs_ : outputs_;
 }
 
-bool PortArrangement::wantsOutput(const std::string& name) const {
-    return wishes.anyOutput && !wishes.onlyList && (name == ownPort || isNamed(name, wishes.outputs));
+const PortRoster& PortLists::roster(PortDirection direction) const {
+    return direction == PortDirection::in ? inputs_ : outputs_;
 }
 
-Platform::Outcome PortArrangement::arrange(PortRoster& inputs, const std::vector<std::string>& inputNames,
-                                           PortRoster& outputs, const std::vector<std::string>& outputNames) const {
-    if (const auto there = checkWishes(inputNames, wishes.inputs, "input"); !there) {
-        return there;
-    }
-    if (const auto there = checkWishes(outputNames, wishes.outputs, "output"); !there) {
-        return there;
-    }
-    update(inputs, inOrder(inputNames, wishes.inputs, ownPort), outputs, inOrder(outputNames, wishes.outputs, ownPort));
-    // Where no port is our own, the program still is to be heard somewhere.
-    const auto& ports = outputs.ports();
-    if (wishes.anyOutput && !wishes.onlyList && opensDevices && !ports.empty() &&
-        std::none_of(ports.begin(), ports.end(), [](const PortRoster::Port& port) { return port.wanted; })) {
-        const auto named = std::find_if(ports.begin(), ports.end(),
-                                        [](const PortRoster::Port& port) { return isNamed(port.name, {"Tembrel"}); });
-        outputs.at(named == ports.end() ? 0 : static_cast<int>(named - ports.begin())).wanted = true;
-    }
-    return Platform::success();
+Platform::Outcome PortLists::arrange(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs) {
+    const std::lock_guard lock(mutex_);
+    return arrangement_.arrange(inputs_, inputs, outputs_, outputs);
 }
 
-bool PortArrangement::update(PortRoster& inputs, const std::vector<std::string>& inputNames, PortRoster& outputs,
-                             const std::vector<std::string>& outputNames) const {
-    const auto knownInputs = static_cast<int>(inputs.ports().size());
-    const auto knownOutputs = static_cast<int>(outputs.ports().size());
-    const PortRoster::Changes in = inputs.update(inputNames);
-    const PortRoster::Changes out = outputs.update(outputNames);
-    for (const int place : in.appeared) {
-        if (place >= knownInputs) {
-            inputs.at(place).wanted = wantsInput(inputs.at(place).name);
+bool PortLists::update(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs) {
+    const std::lock_guard lock(mutex_);
+    return arrangement_.update(inputs_, inputs, outputs_, outputs);
+}
+
+bool PortLists::settle(PortDirection direction, const Settle& settle) {
+    bool changed = false;
+    for (int place = 0; place < PortRoster::maxPlaces; ++place) {
+        PortRoster::Port port;
+        {
+            const std::lock_guard lock(mutex_);
+            if (!roster(direction).has(place)) {
+                break;
+            }
+            port = roster(direction).at(place);
         }
+        const bool isOpen = settle(place, port.name, port.present && port.wanted);
+        changed = changed || isOpen != port.open;
+        const std::lock_guard lock(mutex_);
+        roster(direction).at(place).open = isOpen;
     }
-    for (const int place : out.appeared) {
-        if (place >= knownOutputs) {
-            outputs.at(place).wanted = wantsOutput(outputs.at(place).name);
-        }
+    return changed;
+}
+
+int PortLists::repetition(PortDirection direction, int place) const {
+    const std::lock_guard lock(mutex_);
+    const auto first = roster(direction).ports().begin();
+    return static_cast<int>(std::count_if(
+        first, first + place, [&](const PortRoster::Port& port) { return port.name == (first + place)->name; }));
+}
+
+std::vector<Backend::MidiInputPort> PortLists::inputs() const {
+    const std::lock_guard lock(mutex_);
+    return listOf<Backend::MidiInputPort>(inputs_, system_);
+}
+
+std::vector<Backend::MidiOutputPort> PortLists::outputs() const {
+    const std::lock_guard lock(mutex_);
+    return listOf<Backend::MidiOutputPort>(outputs_, system_);
+}
+
+bool PortLists::enable(PortDirection direction, int place, bool on) {
+    const std::lock_guard lock(mutex_);
+    const bool isThere = roster(direction).has(place);
+    if (isThere) {
+        roster(direction).at(place).wanted = on;
     }
-    return in.any() || out.any();
+    return isThere;
 }
 
 } // namespace Host

@@ -1,49 +1,53 @@
-// How the ports of a system are put in order, and which of them are wanted.
+// The ports of a MIDI system in both directions, for who opens them and for who looks at them.
 #pragma once
 
+#include "host/live/PortArrangement.h"
 #include "host/live/PortRoster.h"
 #include "host/live/PortWishes.h"
 #include "platform/Result.h"
+#include "values/MidiPort.h"
 
+#include <functional>
+#include <mutex>
 #include <string>
 #include <vector>
 
 namespace Host {
 
-// What our own ports are called in the lists.
-inline constexpr const char* ownPortName = "Tembrel";
+// One thread, the opener, brings the lists up to date and opens and closes what is in them; others see and enable ports
+// meanwhile. [opener] but where marked
+class PortLists final {
+public:
+    // `wishes` outlive the lists. The others: PortArrangement.
+    PortLists(const PortWishes& wishes, std::string system, std::string ownPort, bool opensDevices);
 
-// What the user named comes first, in the order of naming, so that port 0 is the one that was asked for; then our own
-// port, then the rest. Without a wish our own output and, where `opensDevices`, all inputs and one output are wanted.
-struct PortArrangement {
-    const PortWishes& wishes;
-    std::string ownPort; // name of our own port, which is always there; empty: there is none
-    bool opensDevices;   // whether devices are opened without being asked for
+    // Fills the lists, which are empty. A fault for a wish that no port answers to.
+    [[nodiscard]] Platform::Outcome arrange(const std::vector<std::string>& inputs,
+                                            const std::vector<std::string>& outputs);
+    // True when something changed.
+    bool update(const std::vector<std::string>& inputs, const std::vector<std::string>& outputs);
 
-    // Fills two empty rosters. A fault for a wish that no port answers to.
-    [[nodiscard]] Platform::Outcome arrange(PortRoster& inputs, const std::vector<std::string>& inputNames,
-                                            PortRoster& outputs, const std::vector<std::string>& outputNames) const;
-    // Brings both up to date; what is new is wanted or not by the same wishes. True when something changed.
-    bool update(PortRoster& inputs, const std::vector<std::string>& inputNames, PortRoster& outputs,
-                const std::vector<std::string>& outputNames) const;
+    // Opens or closes a port, or leaves it as it is; returns whether it is open now.
+    using Settle = std::function<bool(int place, const std::string& name, bool isToBeOpen)>;
+    // Does so to each port, without keeping others from the lists. True when something changed.
+    bool settle(PortDirection direction, const Settle& settle);
+    // Which of the ports of its name the one at a place is, counted from 0.
+    [[nodiscard]] int repetition(PortDirection direction, int place) const;
+
+    [[nodiscard]] std::vector<Backend::MidiInputPort> inputs() const;   // [any]
+    [[nodiscard]] std::vector<Backend::MidiOutputPort> outputs() const; // [any]
+    // For the next settle(); false where there is no port. [any]
+    bool enable(PortDirection direction, int place, bool on);
 
 private:
-    [[nodiscard]] bool wantsInput(const std::string& name) const;
-    [[nodiscard]] bool wantsOutput(const std::string& name) const;
-};
+    [[nodiscard]] PortRoster& roster(PortDirection direction);
+    [[nodiscard]] const PortRoster& roster(PortDirection direction) const;
 
-// The list that the backend gets. `Port` is MidiInputPort or MidiOutputPort.
-template <typename Port> [[nodiscard]] std::vector<Port> portList(const PortRoster& roster, const std::string& system) {
-    std::vector<Port> ports;
-    for (const PortRoster::Port& known : roster.ports()) {
-        Port port;
-        port.name = known.name;
-        port.system = system;
-        port.present = known.present;
-        port.enabled = known.present && known.open;
-        ports.push_back(port);
-    }
-    return ports;
-}
+    const PortArrangement arrangement_;
+    const std::string system_;
+    mutable std::mutex mutex_; // over the rosters
+    PortRoster inputs_;
+    PortRoster outputs_;
+};
 
 } // namespace Host

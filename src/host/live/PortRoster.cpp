@@ -32,9 +32,4 @@ PortRoster::Changes PortRoster::update(const std::vector<std::string>& names) {
     return changes;
 }
 
-int PortRoster::add(const std::string& name, bool wanted) {
-    ports_.push_back({name, true, wanted, false});
-    return static_cast<int>(ports_.size()) - 1;
-}
-
 } // namespace Host

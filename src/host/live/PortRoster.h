@@ -6,6 +6,8 @@
 
 namespace Host {
 
+enum class PortDirection { in, out }; // in: what we read from, out: what we write to
+
 // A port is known by its place and found again by its name: one that vanishes keeps its place, and takes it again when
 // it returns. Ports of equal name are told apart by their order. Used under the owner's lock.
 class PortRoster final {
@@ -26,9 +28,6 @@ public:
 
     // Compares with the names that the system has now. New ports go to the end, up to maxPlaces; they are not wanted.
     Changes update(const std::vector<std::string>& names);
-
-    // Appends a port that is always there, or one that is put in front of others.
-    int add(const std::string& name, bool wanted);
 
     [[nodiscard]] std::vector<Port>& ports() { return ports_; }
     [[nodiscard]] const std::vector<Port>& ports() const { return ports_; }

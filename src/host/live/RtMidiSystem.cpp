@@ -1,7 +1,6 @@
 #include "host/live/RtMidiSystem.h"
 
 #include "host/live/MidiBytes.h"
-#include "host/live/PortLists.h"
 #include "host/live/RtMidiHost.h"
 #include "host/live/SleepingClock.h"
 
@@ -90,13 +89,6 @@ std::vector<std::string> listedNames(RtMidi& lister, const PortWishes& wishes) {
     return names;
 }
 
-// Which of the ports of that name stands at this place, counted from 0.
-int repetition(const PortRoster& roster, int place) {
-    const auto first = roster.ports().begin();
-    return static_cast<int>(std::count_if(
-        first, first + place, [&](const PortRoster::Port& port) { return port.name == (first + place)->name; }));
-}
-
 // Opens the port of that name; the n-th of equal names.
 bool openNamed(RtMidi& port, RtMidi& lister, const std::string& client, const std::string& name, int n) {
     if (rtMidiHost().virtualPorts && name == ownPortName) {
@@ -121,7 +113,8 @@ struct RtMidiSystem::Input {
     std::unique_ptr<RtMidiIn> port;
 };
 
-RtMidiSystem::RtMidiSystem(const PortWishes& wishes) : wishes_(wishes) {
+RtMidiSystem::RtMidiSystem(const PortWishes& wishes)
+    : wishes_(wishes), lists_(wishes_, rtMidiHost().name, rtMidiHost().virtualPorts ? ownPortName : "", true) {
     const QuietError quiet; // no other thread of ours writes yet
     inputLister_ = create<RtMidiIn>(wishes.clientName);
     outputLister_ = create<RtMidiOut>(wishes.clientName);
@@ -166,20 +159,15 @@ Platform::Outcome RtMidiSystem::listFirst() {
         }
         wishes_.outputs.insert(wishes_.outputs.begin(), *synthesizer);
     }
-    PortArrangement arrangement{wishes_, rtMidiHost().virtualPorts ? ownPortName : "", true};
-    const auto arranged = arrangement.arrange(inputs_, listedNames(*inputLister_, wishes_), outputs_,
-                                              listedNames(*outputLister_, wishes_));
-    if (!arranged) {
-        return arranged;
+    const auto arranged = lists_.arrange(listedNames(*inputLister_, wishes_), listedNames(*outputLister_, wishes_));
+    if (arranged) {
+        settle();
     }
-    settleInputs();
-    settleOutputs();
-    return Platform::success();
+    return arranged;
 }
 
 bool RtMidiSystem::hasPorts() const {
-    const std::lock_guard lock(mutex_);
-    return !inputs_.ports().empty() || !outputs_.ports().empty();
+    return !lists_.inputs().empty() || !lists_.outputs().empty();
 }
 
 void RtMidiSystem::start(MidiSystemListener& listener) {
@@ -200,7 +188,7 @@ void RtMidiSystem::stop() {
     }
     listener_.store(nullptr);
     for (int place = 0; place < PortRoster::maxPlaces; ++place) {
-        static_cast<void>(closeOutput(place));
+        closeOutput(place);
     }
 }
 
@@ -217,73 +205,45 @@ void RtMidiSystem::look() {
     bool changed = false;
     try {
         const std::vector<std::string> inputs = listedNames(*inputLister_, wishes_);
-        const std::vector<std::string> outputs = listedNames(*outputLister_, wishes_);
-        const PortArrangement arrangement{wishes_, rtMidiHost().virtualPorts ? ownPortName : "", true};
-        const std::lock_guard lock(mutex_);
-        changed = arrangement.update(inputs_, inputs, outputs_, outputs);
+        changed = lists_.update(inputs, listedNames(*outputLister_, wishes_));
     } catch (const std::exception&) { // the next look may go better
     }
-    changed = settleInputs() || changed;
-    changed = settleOutputs() || changed;
+    changed = settle() || changed;
     if (changed) {
         listener_.load()->portsChanged();
     }
 }
 
-bool RtMidiSystem::settleInputs() {
-    bool changed = false;
-    for (int place = 0; place < PortRoster::maxPlaces; ++place) {
-        PortRoster::Port port;
-        {
-            const std::lock_guard lock(mutex_);
-            if (!inputs_.has(place)) {
-                break;
-            }
-            port = inputs_.at(place);
-        }
-        const bool open = port.present && port.wanted;
-        std::unique_ptr<Input>& ours = openInputs_[static_cast<std::size_t>(place)];
-        if (open == (ours != nullptr)) {
-            continue;
-        }
-        ours = open ? openInput(place, port.name) : nullptr;
-        const std::lock_guard lock(mutex_);
-        changed = changed || inputs_.at(place).open != (ours != nullptr);
-        inputs_.at(place).open = ours != nullptr;
-    }
-    return changed;
+bool RtMidiSystem::settle() {
+    const bool in = lists_.settle(PortDirection::in, [this](int place, const std::string& name, bool isToBeOpen) {
+        return settleInput(place, name, isToBeOpen);
+    });
+    const bool out = lists_.settle(PortDirection::out, [this](int place, const std::string& name, bool isToBeOpen) {
+        return settleOutput(place, name, isToBeOpen);
+    });
+    return in || out;
 }
 
-bool RtMidiSystem::settleOutputs() {
-    bool changed = false;
-    for (int place = 0; place < PortRoster::maxPlaces; ++place) {
-        PortRoster::Port port;
-        {
-            const std::lock_guard lock(mutex_);
-            if (!outputs_.has(place)) {
-                break;
-            }
-            port = outputs_.at(place);
-        }
-        const bool open = port.present && port.wanted;
-        std::unique_ptr<RtMidiOut>& ours = openOutputs_[static_cast<std::size_t>(place)];
-        if (open == (ours != nullptr)) {
-            continue;
-        }
-        if (!open) {
-            static_cast<void>(closeOutput(place));
-        } else {
-            ours = openOutput(port.name);
-            sendingOutputs_[static_cast<std::size_t>(place)].store(ours.get());
-        }
-        const std::lock_guard lock(mutex_);
-        changed = changed || outputs_.at(place).open != (ours != nullptr);
-        outputs_.at(place).open = ours != nullptr;
+bool RtMidiSystem::settleInput(int place, const std::string& name, bool isToBeOpen) {
+    std::unique_ptr<Input>& ours = openInputs_[static_cast<std::size_t>(place)];
+    if (isToBeOpen != (ours != nullptr)) {
+        ours = isToBeOpen ? openInput(place, name) : nullptr;
     }
-    return changed;
+    return ours != nullptr;
 }
 
-std::unique_ptr<RtMidiSystem::Input> RtMidiSystem::openInput(int place, const std::string& port) {
+bool RtMidiSystem::settleOutput(int place, const std::string& name, bool isToBeOpen) {
+    std::unique_ptr<RtMidiOut>& ours = openOutputs_[static_cast<std::size_t>(place)];
+    if (isToBeOpen && ours == nullptr) {
+        ours = openOutput(place, name);
+        sendingOutputs_[static_cast<std::size_t>(place)].store(ours.get());
+    } else if (!isToBeOpen && ours != nullptr) {
+        closeOutput(place);
+    }
+    return ours != nullptr;
+}
+
+std::unique_ptr<RtMidiSystem::Input> RtMidiSystem::openInput(int place, const std::string& name) {
     try {
         auto input = std::make_unique<Input>(Input{*this, place, create<RtMidiIn>(wishes_.clientName)});
         input->port->setCallback(
@@ -292,12 +252,8 @@ std::unique_ptr<RtMidiSystem::Input> RtMidiSystem::openInput(int place, const st
                 receiver->system.arrived(receiver->place, *bytes);
             },
             input.get());
-        int n = 0;
-        {
-            const std::lock_guard lock(mutex_);
-            n = repetition(inputs_, place);
-        }
-        if (openNamed(*input->port, *inputLister_, wishes_.clientName, port, n)) {
+        if (openNamed(*input->port, *inputLister_, wishes_.clientName, name,
+                      lists_.repetition(PortDirection::in, place))) {
             return input;
         }
     } catch (const std::exception&) { // busy or gone: the list says that it is not enabled
@@ -305,10 +261,11 @@ std::unique_ptr<RtMidiSystem::Input> RtMidiSystem::openInput(int place, const st
     return nullptr;
 }
 
-std::unique_ptr<RtMidiOut> RtMidiSystem::openOutput(const std::string& port) {
+std::unique_ptr<RtMidiOut> RtMidiSystem::openOutput(int place, const std::string& name) {
     try {
         auto output = create<RtMidiOut>(wishes_.clientName);
-        if (openNamed(*output, *outputLister_, wishes_.clientName, port, 0)) {
+        if (openNamed(*output, *outputLister_, wishes_.clientName, name,
+                      lists_.repetition(PortDirection::out, place))) {
             return output;
         }
     } catch (const std::exception&) { // as for inputs
@@ -316,15 +273,14 @@ std::unique_ptr<RtMidiOut> RtMidiSystem::openOutput(const std::string& port) {
     return nullptr;
 }
 
-bool RtMidiSystem::closeOutput(int place) {
+void RtMidiSystem::closeOutput(int place) {
     const auto index = static_cast<std::size_t>(place);
     sendingOutputs_[index].store(nullptr);
-    if (!sending_.waitUntilOutside()) {
+    if (sending_.waitUntilOutside()) {
+        openOutputs_[index].reset();
+    } else {
         static_cast<void>(openOutputs_[index].release()); // the driver is stuck with it
-        return false;
     }
-    openOutputs_[index].reset();
-    return true;
 }
 
 void RtMidiSystem::arrived(int place, const std::vector<unsigned char>& raw) noexcept {
@@ -347,28 +303,8 @@ void RtMidiSystem::arrived(int place, const std::vector<unsigned char>& raw) noe
     }
 }
 
-std::vector<Backend::MidiInputPort> RtMidiSystem::inputs() const {
-    const std::lock_guard lock(mutex_);
-    return portList<Backend::MidiInputPort>(inputs_, name());
-}
-
-std::vector<Backend::MidiOutputPort> RtMidiSystem::outputs() const {
-    const std::lock_guard lock(mutex_);
-    return portList<Backend::MidiOutputPort>(outputs_, name());
-}
-
-void RtMidiSystem::enableInput(int place, bool on) {
-    const std::lock_guard lock(mutex_);
-    if (inputs_.has(place)) {
-        inputs_.at(place).wanted = on;
-        wake_.signal();
-    }
-}
-
-void RtMidiSystem::enableOutput(int place, bool on) {
-    const std::lock_guard lock(mutex_);
-    if (outputs_.has(place)) {
-        outputs_.at(place).wanted = on;
+void RtMidiSystem::enable(PortDirection direction, int place, bool on) {
+    if (lists_.enable(direction, place, on)) {
         wake_.signal();
     }
 }

@@ -3,6 +3,7 @@
 
 #include "host/live/ExchangeGuard.h"
 #include "host/live/MidiSystem.h"
+#include "host/live/PortLists.h"
 #include "host/live/PortRoster.h"
 #include "host/live/PortWishes.h"
 #include "platform/AutoResetEvent.h"
@@ -12,7 +13,6 @@
 #include <array>
 #include <atomic>
 #include <memory>
-#include <mutex>
 
 class RtMidiIn;
 class RtMidiOut;
@@ -33,10 +33,10 @@ public:
     [[nodiscard]] std::unique_ptr<Clock> createClock(ClockedEngine& engine) override;
     void start(MidiSystemListener& listener) override;
     void stop() override;
-    [[nodiscard]] std::vector<Backend::MidiInputPort> inputs() const override;
-    [[nodiscard]] std::vector<Backend::MidiOutputPort> outputs() const override;
-    void enableInput(int place, bool on) override;
-    void enableOutput(int place, bool on) override;
+    [[nodiscard]] std::vector<Backend::MidiInputPort> inputs() const override { return lists_.inputs(); }
+    [[nodiscard]] std::vector<Backend::MidiOutputPort> outputs() const override { return lists_.outputs(); }
+    void enableInput(int place, bool on) override { enable(PortDirection::in, place, on); }
+    void enableOutput(int place, bool on) override { enable(PortDirection::out, place, on); }
     void send(const Backend::MidiEngine::QelMidiMessage& message) noexcept override;
     [[nodiscard]] MidiSystemCounts counts() const noexcept override;
 
@@ -52,22 +52,21 @@ private:
     // One look at the ports: opens and closes what has to be.
     void look();
     // True when something changed.
-    bool settleInputs();
-    bool settleOutputs();
-    [[nodiscard]] std::unique_ptr<Input> openInput(int place, const std::string& port);
-    [[nodiscard]] std::unique_ptr<RtMidiOut> openOutput(const std::string& port);
-    bool closeOutput(int place);
+    bool settle();
+    bool settleInput(int place, const std::string& name, bool isToBeOpen);
+    bool settleOutput(int place, const std::string& name, bool isToBeOpen);
+    [[nodiscard]] std::unique_ptr<Input> openInput(int place, const std::string& name);
+    [[nodiscard]] std::unique_ptr<RtMidiOut> openOutput(int place, const std::string& name);
+    void closeOutput(int place);
+    void enable(PortDirection direction, int place, bool on);
     void arrived(int place, const std::vector<unsigned char>& bytes) noexcept;
 
     PortWishes wishes_;
+    PortLists lists_;
     std::unique_ptr<RtMidiIn> inputLister_;
     std::unique_ptr<RtMidiOut> outputLister_;
     std::atomic<MidiSystemListener*> listener_ = nullptr;
     std::atomic<SleepingClock*> clock_ = nullptr;
-
-    mutable std::mutex mutex_; // over the rosters
-    PortRoster inputs_;
-    PortRoster outputs_;
 
     // The watcher's, and before start the opener's.
     std::array<std::unique_ptr<Input>, PortRoster::maxPlaces> openInputs_;

@@ -17,9 +17,9 @@ void JackNeighbours::unregistered(const jack_port_t* port) {
     unregistered_.insert(port);
 }
 
-std::vector<std::string> JackNeighbours::list(jack_client_t* client, JackDirection direction) {
+std::vector<std::string> JackNeighbours::list(jack_client_t* client, PortDirection direction) {
     std::vector<std::string> names;
-    const unsigned long flags = direction == JackDirection::in ? JackPortIsOutput : JackPortIsInput;
+    const unsigned long flags = direction == PortDirection::in ? JackPortIsOutput : JackPortIsInput;
     const std::unique_ptr<const char*, NameListDeleter> found(
         jack_get_ports(client, nullptr, JACK_DEFAULT_MIDI_TYPE, flags));
     for (const char* const* name = found.get(); name != nullptr && *name != nullptr; ++name) {

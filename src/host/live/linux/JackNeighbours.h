@@ -1,6 +1,8 @@
 // The MIDI ports of the other clients of a JACK server.
 #pragma once
 
+#include "host/live/PortRoster.h"
+
 #include <jack/jack.h>
 #include <map>
 #include <mutex>
@@ -10,15 +12,13 @@
 
 namespace Host {
 
-enum class JackDirection { in, out }; // in: what we read from, out: what we write to
-
 class JackNeighbours final {
 public:
     // A port was unregistered. [JACK's notification thread]
     void unregistered(const jack_port_t* port);
 
     // Names of the others' ports that are there. [watcher]
-    [[nodiscard]] std::vector<std::string> list(jack_client_t* client, JackDirection direction);
+    [[nodiscard]] std::vector<std::string> list(jack_client_t* client, PortDirection direction);
     // Listed ports that have gone since the last call; another may have taken the name meanwhile. [watcher]
     [[nodiscard]] std::set<std::string> takeGone();
 

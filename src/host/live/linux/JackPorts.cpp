@@ -1,6 +1,5 @@
 #include "host/live/linux/JackPorts.h"
 
-#include "host/live/PortLists.h"
 #include "host/live/linux/AbandonableThread.h"
 #include "platform/Clocks.h"
 #include "platform/Threads.h"
@@ -122,12 +121,8 @@ std::vector<std::string> JackPorts::names(Direction direction) {
 Platform::Outcome JackPorts::lookFirst() {
     const std::vector<std::string> in = names(Direction::in);
     const std::vector<std::string> out = names(Direction::out);
-    {
-        const std::lock_guard lock(mutex_);
-        const PortArrangement arrangement{wishes_, ownPortName, false};
-        if (const auto arranged = arrangement.arrange(inputs_, in, outputs_, out); !arranged) {
-            return arranged;
-        }
+    if (const auto arranged = lists_.arrange(in, out); !arranged) {
+        return arranged;
     }
     settle(Direction::in);
     settle(Direction::out);
@@ -158,11 +153,7 @@ void JackPorts::look() {
 }
 
 void JackPorts::lookAt(const std::vector<std::string>& in, const std::vector<std::string>& out) {
-    bool changed = false;
-    {
-        const std::lock_guard lock(mutex_);
-        changed = PortArrangement{wishes_, ownPortName, false}.update(inputs_, in, outputs_, out);
-    }
+    bool changed = lists_.update(in, out);
     changed = settle(Direction::in) || changed;
     changed = settle(Direction::out) || changed;
     if (changed) {
@@ -179,34 +170,23 @@ void JackPorts::lookAt(const std::vector<std::string>& in, const std::vector<std
 }
 
 bool JackPorts::settle(Direction direction) {
-    bool changed = false;
-    auto& ours = ports_[static_cast<std::size_t>(direction)];
-    for (int place = 0; place < PortRoster::maxPlaces; ++place) {
-        PortRoster::Port port;
-        {
-            const std::lock_guard lock(mutex_);
-            if (!roster(direction).has(place)) {
-                break;
-            }
-            port = roster(direction).at(place);
-        }
-        const bool open = port.present && port.wanted;
-        jack_port_t*& handle = ours[static_cast<std::size_t>(place)];
-        if (open && handle == nullptr) {
-            handle = openPort(direction, port.name);
-            direction == Direction::in ? process_.setInput(place, handle) : process_.setOutput(place, handle);
-        } else if (!open && handle != nullptr) {
-            direction == Direction::in ? process_.setInput(place, nullptr) : process_.setOutput(place, nullptr);
+    return lists_.settle(direction, [&](int place, const std::string& name, bool isToBeOpen) {
+        jack_port_t*& handle = ports_[static_cast<std::size_t>(direction)][static_cast<std::size_t>(place)];
+        if (isToBeOpen && handle == nullptr) {
+            handle = openPort(direction, name);
+            setPort(direction, place, handle);
+        } else if (!isToBeOpen && handle != nullptr) {
+            setPort(direction, place, nullptr);
             jack_port_unregister(client_, handle);
             handle = nullptr;
         }
-        lookAgain_ = !connect(direction, place, port.name) || lookAgain_;
-        const std::lock_guard lock(mutex_);
-        bool& isOpen = roster(direction).at(place).open;
-        changed = changed || isOpen != (handle != nullptr);
-        isOpen = handle != nullptr;
-    }
-    return changed;
+        lookAgain_ = !connect(direction, place, name) || lookAgain_;
+        return handle != nullptr;
+    });
+}
+
+void JackPorts::setPort(Direction direction, int place, jack_port_t* port) {
+    direction == Direction::in ? process_.setInput(place, port) : process_.setOutput(place, port);
 }
 
 jack_port_t* JackPorts::openPort(Direction direction, const std::string& name) {
@@ -290,20 +270,8 @@ void JackPorts::tell(MidiSystemListener* listener) {
     listener_ = listener;
 }
 
-std::vector<Backend::MidiInputPort> JackPorts::inputs() const {
-    const std::lock_guard lock(mutex_);
-    return portList<Backend::MidiInputPort>(inputs_, "JACK");
-}
-
-std::vector<Backend::MidiOutputPort> JackPorts::outputs() const {
-    const std::lock_guard lock(mutex_);
-    return portList<Backend::MidiOutputPort>(outputs_, "JACK");
-}
-
 void JackPorts::enable(Direction direction, int place, bool on) {
-    const std::lock_guard lock(mutex_);
-    if (roster(direction).has(place)) {
-        roster(direction).at(place).wanted = on;
+    if (lists_.enable(direction, place, on)) {
         wake_.signal();
     }
 }

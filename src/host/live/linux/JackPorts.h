@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/live/MidiSystem.h"
-#include "host/live/PortRoster.h"
+#include "host/live/PortLists.h"
 #include "host/live/PortWishes.h"
 #include "host/live/linux/JackNeighbours.h"
 #include "host/live/linux/JackProcess.h"
@@ -25,7 +25,7 @@ namespace Host {
 // it for as long as it hangs, and nobody else. So whoever is inside shares in the ownership.
 class JackPorts final : public std::enable_shared_from_this<JackPorts> {
 public:
-    explicit JackPorts(const PortWishes& wishes) : wishes_(wishes) {}
+    explicit JackPorts(const PortWishes& wishes) : wishes_(wishes), lists_(wishes_, "JACK", ownPortName, false) {}
     ~JackPorts();
     JackPorts(const JackPorts&) = delete;
     JackPorts& operator=(const JackPorts&) = delete;
@@ -41,15 +41,14 @@ public:
     // Is told of changes; null: nobody, and nobody is being told any more on return. [main]
     void tell(MidiSystemListener* listener);
 
-    [[nodiscard]] std::vector<Backend::MidiInputPort> inputs() const;   // [any]
-    [[nodiscard]] std::vector<Backend::MidiOutputPort> outputs() const; // [any]
-    void enable(JackDirection direction, int place, bool on);           // [any]
+    [[nodiscard]] const PortLists& lists() const noexcept { return lists_; } // [any]
+    void enable(PortDirection direction, int place, bool on);                // [any]
 
     [[nodiscard]] JackProcess& process() noexcept { return process_; }
     [[nodiscard]] const JackProcess& process() const noexcept { return process_; }
 
 private:
-    using Direction = JackDirection;
+    using Direction = PortDirection;
 
     void attach(jack_client_t* client);
     void detach();
@@ -64,9 +63,10 @@ private:
     bool connect(Direction direction, int place, const std::string& name);
     void connectSynthesizer();
     [[nodiscard]] std::vector<std::string> names(Direction direction);
-    [[nodiscard]] PortRoster& roster(Direction direction) { return direction == Direction::in ? inputs_ : outputs_; }
+    void setPort(Direction direction, int place, jack_port_t* port);
 
     const PortWishes wishes_;
+    PortLists lists_;
     JackProcess process_;
 
     // The watcher's.
@@ -78,9 +78,6 @@ private:
     std::array<std::array<bool, PortRoster::maxPlaces>, 2> connected_{}; // once; the user may part them again
     bool lookAgain_ = false;                                             // soon, without being told
 
-    mutable std::mutex mutex_; // over the rosters
-    PortRoster inputs_;
-    PortRoster outputs_;
     std::mutex listening_; // over the listener, also while it is told
     MidiSystemListener* listener_ = nullptr;
 

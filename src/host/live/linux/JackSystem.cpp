@@ -132,19 +132,19 @@ Backend::Ticks JackSystem::tickOf(std::int64_t frame) const {
 }
 
 std::vector<Backend::MidiInputPort> JackSystem::inputs() const {
-    return ports_->inputs();
+    return ports_->lists().inputs();
 }
 
 std::vector<Backend::MidiOutputPort> JackSystem::outputs() const {
-    return ports_->outputs();
+    return ports_->lists().outputs();
 }
 
 void JackSystem::enableInput(int place, bool on) {
-    ports_->enable(JackDirection::in, place, on);
+    ports_->enable(PortDirection::in, place, on);
 }
 
 void JackSystem::enableOutput(int place, bool on) {
-    ports_->enable(JackDirection::out, place, on);
+    ports_->enable(PortDirection::out, place, on);
 }
 
 void JackSystem::send(const Backend::MidiEngine::QelMidiMessage& message) noexcept {
