@@ -142,7 +142,7 @@ QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QListView:focus, QTree
 QTextBrowser:focus { border-color: {amber}; }
 QLineEdit:disabled, QComboBox:disabled, QAbstractSpinBox:disabled { color: {faint}; }
 QLineEdit { padding-left: {g2}px; padding-right: {g2}px; }
-QComboBox { padding-left: {g2}px; padding-right: {g4}px; }
+QComboBox { padding-left: {g2}px; padding-right: {g1}px; }
 QComboBox::drop-down { border: none; width: {g4}px; }
 QComboBox::down-arrow { width: {g3}px; height: {g3}px; right: {g1}px; image: url({arrow}); }
 QComboBox::down-arrow:disabled { image: none; }

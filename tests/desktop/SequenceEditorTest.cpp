@@ -4,6 +4,7 @@
 #include "desktop/widgets/StepGrid.h"
 #include "generators/SequenceText.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QPushButton>
 #include <QTest>
@@ -86,6 +87,26 @@ TEST_F(DesktopSequences, StepsAreMadeByMouse) {
     EXPECT_EQ(stored(), "-5,0,-");
     rig.after([&] { rig.models().edits.undo(); });
     EXPECT_EQ(stored(), "0,0,-") << "a drag is one edit";
+}
+
+TEST_F(DesktopSequences, ATurnOfTheWheelIsOneEdit) {
+    steps(2);
+    rig.after([&] {
+        DesktopRig::wheel(grid(), -3);
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(&grid(), &leave);
+    });
+    EXPECT_EQ(stored(), "0 V-15,0");
+    rig.after([&] { DesktopRig::wheel(grid(), 1); });
+    EXPECT_EQ(stored(), "0 V-15,0") << "the wheel is still being turned";
+    press(Qt::Key_Delete); // an edit of its own
+    EXPECT_EQ(stored(), "-,0");
+    rig.undo();
+    EXPECT_EQ(stored(), "0 V-10,0");
+    rig.undo();
+    EXPECT_EQ(stored(), "0 V-15,0");
+    rig.undo();
+    EXPECT_EQ(stored(), "0,0");
 }
 
 TEST_F(DesktopSequences, StepsAreMadeByKeys) {

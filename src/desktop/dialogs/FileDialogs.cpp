@@ -4,6 +4,7 @@
 #include "core/QelMessageManager.h"
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/widgets/MenuBox.h"
 #include "gui/QelGui.h"
 #include "platform/PathText.h"
 
@@ -44,7 +45,7 @@ SaveDialog::SaveDialog(Models& models, const QStringList& parts, QWidget* parent
         return button;
     };
     toSlot_ = way(tr("Into a slot of the bank"));
-    slot_ = new QComboBox(this);
+    slot_ = new MenuBox(this);
     slot_->setAccessibleName(tr("Slot of the bank"));
     const auto& programs = models.program.bank().programs;
     for (std::size_t i = 0; i < programs.size(); ++i) {
@@ -63,7 +64,7 @@ SaveDialog::SaveDialog(Models& models, const QStringList& parts, QWidget* parent
     toProgram_ = way(tr("As a program file …"));
     toBank_ = way(tr("The whole bank, with this program in it, as another file …"));
     toPreset_ = way(tr("A part of it as a preset, all of it or chosen elements …"));
-    part_ = new QComboBox(this);
+    part_ = new MenuBox(this);
     part_->setAccessibleName(tr("Part that is saved as a preset"));
     part_->addItems(parts);
     below(part_);

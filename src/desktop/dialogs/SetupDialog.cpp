@@ -3,6 +3,7 @@
 #include "core/QelMessageManager.h"
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/widgets/MenuBox.h"
 #include "desktop/widgets/NumberField.h"
 
 #include <QCheckBox>
@@ -41,7 +42,7 @@ SetupDialog::SetupDialog(Models& models, QWidget* parent) : QDialog(parent), mod
         layout.addLayout(row);
     };
     auto* const portsTab = page(tr("Ports"));
-    output_ = new QComboBox(this);
+    output_ = new MenuBox(this);
     connect(output_, &QComboBox::activated, this, [this](int index) {
         models_.settings.set(ChangedSetting::defaultOutput, output_->itemData(index).toInt());
     });
@@ -69,7 +70,7 @@ SetupDialog::SetupDialog(Models& models, QWidget* parent) : QDialog(parent), mod
             [this, height] { models_.settings.set(ChangedSetting::displayHeight, height->value()); });
     labelled(*display, tr("Height of the list"), height,
              tr("In pixels, as far as there is room; dragging the edge of its row sets it, too"));
-    auto* const colours = new QComboBox(this);
+    auto* const colours = new MenuBox(this);
     colours->addItems(paletteNames());
     colours->setCurrentText(paletteName());
     connect(colours, &QComboBox::textActivated, this, &SetupDialog::paletteChosen);

@@ -5,6 +5,7 @@
 #include "desktop/models/Models.h"
 #include "desktop/panels/ListChooser.h"
 #include "desktop/panels/ValueEventFields.h"
+#include "desktop/widgets/MenuBox.h"
 #include "desktop/widgets/NumberField.h"
 
 #include <QHBoxLayout>
@@ -83,7 +84,7 @@ void ControlEditor::makeSettings() {
         changeAlone(tr("name a control"), [this](Control& control) { control.name = name_->text().toStdString(); });
     });
     place(0, tr("Name"), name_);
-    type_ = new QComboBox(this);
+    type_ = new MenuBox(this);
     type_->addItems({tr("empty"), tr("number"), tr("upright fader"), tr("lying fader"), tr("knob"), tr("label")});
     type_->setAccessibleName(tr("Shape of the control"));
     type_->setStatusTip(tr("How it is drawn and moved"));

@@ -4,6 +4,7 @@
 #include "desktop/models/Models.h"
 #include "desktop/panels/SequenceEditor.h"
 #include "desktop/panels/TickLengths.h"
+#include "desktop/widgets/MenuBox.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -42,7 +43,7 @@ LayerPattern::LayerPattern(Models& models, int layer, Change change, QWidget* pa
         line->addStretch(1);
         all_->addLayout(line);
     };
-    arpeggio_ = new QComboBox(this);
+    arpeggio_ = new MenuBox(this);
     arpeggio_->addItems({tr("no arpeggio"), tr("chord"), tr("up"), tr("down"), tr("up and down")});
     describe(arpeggio_, tr("Arpeggio"), tr("Plays the held notes beat by beat, in this order"));
     connect(arpeggio_, &QComboBox::activated, this, [this](int index) {
@@ -57,7 +58,7 @@ LayerPattern::LayerPattern(Models& models, int layer, Change change, QWidget* pa
         });
     });
     const auto ticks = [&](const QString& name, const QString& help, std::int32_t ArpeggioSetting::*which) {
-        auto* const box = new QComboBox(this);
+        auto* const box = new MenuBox(this);
         addTickLengths(*box);
         describe(box, name, help);
         connect(box, &QComboBox::activated, this, [this, box, name, which] {
@@ -72,7 +73,7 @@ LayerPattern::LayerPattern(Models& models, int layer, Change change, QWidget* pa
     beat_ = ticks(tr("Arpeggio beat"), tr("The time from note to note"), &ArpeggioSetting::beat);
     length_ = ticks(tr("Arpeggio length"), tr("How long each note sounds"), &ArpeggioSetting::length);
     row(tr("arpeggio"), {arpeggio_, beat_, length_});
-    sequence_ = new QComboBox(this);
+    sequence_ = new MenuBox(this);
     sequence_->setMaxVisibleItems(24);
     describe(sequence_, tr("Sequence"), tr("Plays a step of this sequence for each note"));
     connect(sequence_, &QComboBox::activated, this,

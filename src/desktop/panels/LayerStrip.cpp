@@ -4,6 +4,7 @@
 #include "desktop/models/Models.h"
 #include "desktop/panels/LayerPattern.h"
 #include "desktop/widgets/ElidedLabel.h"
+#include "desktop/widgets/MenuBox.h"
 #include "desktop/widgets/NumberField.h"
 #include "desktop/widgets/RangeBar.h"
 
@@ -132,7 +133,7 @@ void LayerStrip::buildDetails(QWidget* details) {
     };
     const auto choice = [&](const QString& name, const QString& help, const QStringList& items,
                             std::function<void(Layer&, int)> set) {
-        auto* const box = new QComboBox(details);
+        auto* const box = new MenuBox(details);
         box->addItems(items);
         box->setFocusPolicy(Qt::TabFocus);
         box->setAccessibleName(tr("%1 of layer %2").arg(name).arg(place_ + 1));

@@ -4,6 +4,7 @@
 #include "desktop/models/MessageTexts.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/MessageKinds.h"
+#include "desktop/widgets/MenuBox.h"
 #include "desktop/widgets/NumberField.h"
 #include "desktop/widgets/WaveView.h"
 #include "generators/OscillatorSpeed.h"
@@ -83,7 +84,7 @@ void OscillatorStrip::name(QWidget& widget, const QString& text, const QString& 
 }
 
 QComboBox* OscillatorStrip::makeMenu(const QStringList& items, const QString& text, const QString& help, Set set) {
-    auto* const made = new QComboBox(this);
+    auto* const made = new MenuBox(this);
     made->addItems(items);
     made->setMinimumWidth(grid(20)); // in a narrow panel they give way
     name(*made, text, help);

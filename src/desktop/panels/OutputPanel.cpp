@@ -3,6 +3,8 @@
 #include "core/QelMessageManager.h"
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/panels/GeneralMidiSounds.h"
+#include "desktop/widgets/ElidedLabel.h"
 #include "desktop/widgets/MenuButton.h"
 #include "desktop/widgets/MusicKeyboard.h"
 #include "desktop/widgets/NumberField.h"
@@ -19,144 +21,6 @@ using Backend::MidiEngine::QelMidiMessage;
 
 namespace {
 
-constexpr const char* families[]{"Piano",         "Chromatic percussion",
-                                 "Organ",         "Guitar",
-                                 "Bass",          "Strings",
-                                 "Ensemble",      "Brass",
-                                 "Reed",          "Pipe",
-                                 "Synth lead",    "Synth pad",
-                                 "Synth effects", "Ethnic",
-                                 "Percussive",    "Sound effects"};
-constexpr const char* sounds[]{"Acoustic grand piano",
-                               "Bright acoustic piano",
-                               "Electric grand piano",
-                               "Honky-tonk piano",
-                               "Electric piano 1",
-                               "Electric piano 2",
-                               "Harpsichord",
-                               "Clavinet",
-                               "Celesta",
-                               "Glockenspiel",
-                               "Music box",
-                               "Vibraphone",
-                               "Marimba",
-                               "Xylophone",
-                               "Tubular bells",
-                               "Dulcimer",
-                               "Drawbar organ",
-                               "Percussive organ",
-                               "Rock organ",
-                               "Church organ",
-                               "Reed organ",
-                               "Accordion",
-                               "Harmonica",
-                               "Tango accordion",
-                               "Nylon guitar",
-                               "Steel guitar",
-                               "Jazz guitar",
-                               "Clean guitar",
-                               "Muted guitar",
-                               "Overdriven guitar",
-                               "Distortion guitar",
-                               "Guitar harmonics",
-                               "Acoustic bass",
-                               "Fingered bass",
-                               "Picked bass",
-                               "Fretless bass",
-                               "Slap bass 1",
-                               "Slap bass 2",
-                               "Synth bass 1",
-                               "Synth bass 2",
-                               "Violin",
-                               "Viola",
-                               "Cello",
-                               "Contrabass",
-                               "Tremolo strings",
-                               "Pizzicato strings",
-                               "Orchestral harp",
-                               "Timpani",
-                               "String ensemble 1",
-                               "String ensemble 2",
-                               "Synth strings 1",
-                               "Synth strings 2",
-                               "Choir aahs",
-                               "Voice oohs",
-                               "Synth voice",
-                               "Orchestra hit",
-                               "Trumpet",
-                               "Trombone",
-                               "Tuba",
-                               "Muted trumpet",
-                               "French horn",
-                               "Brass section",
-                               "Synth brass 1",
-                               "Synth brass 2",
-                               "Soprano sax",
-                               "Alto sax",
-                               "Tenor sax",
-                               "Baritone sax",
-                               "Oboe",
-                               "English horn",
-                               "Bassoon",
-                               "Clarinet",
-                               "Piccolo",
-                               "Flute",
-                               "Recorder",
-                               "Pan flute",
-                               "Blown bottle",
-                               "Shakuhachi",
-                               "Whistle",
-                               "Ocarina",
-                               "Square lead",
-                               "Sawtooth lead",
-                               "Calliope lead",
-                               "Chiff lead",
-                               "Charang lead",
-                               "Voice lead",
-                               "Fifths lead",
-                               "Bass and lead",
-                               "New age pad",
-                               "Warm pad",
-                               "Polysynth pad",
-                               "Choir pad",
-                               "Bowed pad",
-                               "Metallic pad",
-                               "Halo pad",
-                               "Sweep pad",
-                               "Rain",
-                               "Soundtrack",
-                               "Crystal",
-                               "Atmosphere",
-                               "Brightness",
-                               "Goblins",
-                               "Echoes",
-                               "Sci-fi",
-                               "Sitar",
-                               "Banjo",
-                               "Shamisen",
-                               "Koto",
-                               "Kalimba",
-                               "Bagpipe",
-                               "Fiddle",
-                               "Shanai",
-                               "Tinkle bell",
-                               "Agogo",
-                               "Steel drums",
-                               "Woodblock",
-                               "Taiko drum",
-                               "Melodic tom",
-                               "Synth drum",
-                               "Reverse cymbal",
-                               "Guitar fret noise",
-                               "Breath noise",
-                               "Seashore",
-                               "Bird tweet",
-                               "Telephone ring",
-                               "Helicopter",
-                               "Applause",
-                               "Gunshot"};
-static_assert(std::size(sounds) == 128 && std::size(families) == 16);
-
 QString nameOfZone(int zone) {
     return zone < 0 ? OutputPanel::tr("no zone") : OutputPanel::tr("zone %1").arg(zone + 1);
 }
@@ -168,15 +32,17 @@ OutputPanel::OutputPanel(Models& models, QWidget* parent)
                  tr("Plays by mouse and by touch: the lower a key is struck, the louder"), models, parent) {
     programs_ = new QMenu(this);
     for (int family = 0; family < 16; ++family) {
-        QMenu* const sub = programs_->addMenu(tr(families[family]));
+        QMenu* const sub = programs_->addMenu(tr(generalMidiFamilies[static_cast<std::size_t>(family)]));
         for (int i = 0; i < 8; ++i) {
             const int program = family * 8 + i;
-            sub->addAction(QStringLiteral("%1  %2").arg(program).arg(tr(sounds[program])), this, [this, program] {
-                this->models().backend().postPlayMidi(
-                    QelMidiMessage(MessageType::programChange, static_cast<std::int8_t>(program), 0,
-                                   static_cast<std::int8_t>(channel_), QelMidiMessage::DEFAULT_OUTPUT,
-                                   static_cast<std::int8_t>(zone_), QelMidiMessage::DEFAULT_INPUT, Backend::noTicks));
-            });
+            sub->addAction(
+                QStringLiteral("%1  %2").arg(program).arg(tr(generalMidiSounds[static_cast<std::size_t>(program)])),
+                this, [this, program] {
+                    this->models().backend().postPlayMidi(QelMidiMessage(
+                        MessageType::programChange, static_cast<std::int8_t>(program), 0,
+                        static_cast<std::int8_t>(channel_), QelMidiMessage::DEFAULT_OUTPUT,
+                        static_cast<std::int8_t>(zone_), QelMidiMessage::DEFAULT_INPUT, Backend::noTicks));
+                });
         }
     }
     auto* const sound =
@@ -294,9 +160,9 @@ void OutputPanel::buildControllers() {
                 QelMidiMessage::DEFAULT_INPUT, Backend::noTicks));
         });
         fields_[controller] = field;
-        auto* const label = new QLabel(QStringLiteral("%1 %2").arg(controller).arg(name), content);
+        auto* const label = new ElidedLabel(QStringLiteral("%1 %2").arg(controller).arg(name), content);
         label->setObjectName("Dim");
-        label->setMaximumWidth(grid(26));
+        field->setFixedWidth(grid(11));
         const int row = controller / columns;
         const int column = controller % columns * 2;
         table->addWidget(field, row, column);

@@ -3,6 +3,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
 #include "desktop/models/PresetNames.h"
+#include "desktop/widgets/ElidedLabel.h"
 #include "desktop/widgets/MenuButton.h"
 
 #include <QMessageBox>
@@ -20,8 +21,9 @@ PanelFrame::PanelFrame(Gui::Panel panel, const QString& title, const QString& he
     all->setSpacing(grid(3)); // with the line between head and body
     head_ = new QHBoxLayout;
     head_->setSpacing(grid(1));
-    title_ = new QLabel(title, this);
+    title_ = new ElidedLabel(title, this);
     title_->setObjectName("PanelTitle");
+    title_->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred); // cut only where nothing else gives way
     head_->addWidget(title_);
     head_->addStretch(1);
     presetMenu_ = new QMenu(this);

@@ -3,6 +3,7 @@
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
 #include "desktop/panels/TickLengths.h"
+#include "desktop/widgets/MenuBox.h"
 #include "desktop/widgets/NumberField.h"
 #include "desktop/widgets/StepGrid.h"
 
@@ -41,7 +42,7 @@ SequenceEditor::SequenceEditor(Models& models, int layer, QWidget* parent) : QWi
     velocity_->describe(tr("Step velocity of layer %1").arg(layer + 1),
                         tr("Added to the velocity of what is played, for the chosen note"));
     place(tr("velocity"), velocity_);
-    length_ = new QComboBox(this);
+    length_ = new MenuBox(this);
     addTickLengths(*length_);
     length_->setFocusPolicy(Qt::TabFocus);
     length_->setAccessibleName(tr("Step length of layer %1").arg(layer + 1));

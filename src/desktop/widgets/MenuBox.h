@@ -6,7 +6,16 @@
 
 namespace Desktop {
 
-// Worked by Tab and arrows or by the mouse. In a narrow form it shrinks, and its words are cut there.
-[[nodiscard]] QComboBox* makeMenu(const QString& name, const QString& help, QWidget* parent);
+// A word that does not fit ends in dots.
+class MenuBox final : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// Worked by Tab and arrows or by the mouse. In a narrow form it shrinks.
+[[nodiscard]] MenuBox* makeMenu(const QString& name, const QString& help, QWidget* parent);
 
 } // namespace Desktop

@@ -33,10 +33,11 @@ void tidy(Step& step) {
 StepGrid::StepGrid(QWidget* parent) : Instrument(parent) {
     sequence_.steps.push_back({StepEntry{}});
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(this, &StepGrid::letGo, this, &StepGrid::endGesture);
 }
 
 void StepGrid::setSequence(const Sequence& sequence) {
-    if (dragging_ || (sequence == sequence_ && !sequence.steps.empty())) {
+    if (dragging_ || changed_ || (sequence == sequence_ && !sequence.steps.empty())) {
         return;
     }
     sequence_ = sequence;
@@ -81,6 +82,7 @@ void StepGrid::fitRows() {
             high_ = std::min(std::max(high_, note.noteOffset), furthest);
         }
     }
+    updateGeometry();
 }
 
 void StepGrid::report() {
@@ -89,6 +91,13 @@ void StepGrid::report() {
     announce();
     emit edited();
     emit moved();
+}
+
+void StepGrid::endGesture() {
+    dragging_ = false;
+    if (std::exchange(changed_, false)) {
+        report();
+    }
 }
 
 void StepGrid::addNote() {
@@ -156,7 +165,7 @@ QString StepGrid::valueText() const {
 }
 
 QSize StepGrid::sizeHint() const {
-    return {grid(80), grid(50)};
+    return {grid(80), std::clamp((high_ - low_ + 1) * grid(2), grid(50), grid(75))};
 }
 
 void StepGrid::paintEvent(QPaintEvent*) {
@@ -205,12 +214,12 @@ void StepGrid::paintEvent(QPaintEvent*) {
 void StepGrid::mousePressEvent(QMouseEvent* event) {
     const int first = step_ / columns * columns;
     const int step = first + static_cast<int>(event->position().x() * columns / std::max(1, width()));
+    endSteps();
     if (event->button() != Qt::LeftButton || step < 0 || step >= static_cast<int>(sequence_.steps.size())) {
         return;
     }
     const int offset = offsetAt(event->position().y());
     const bool again = step == step_ && offset == offset_;
-    changed_ = false;
     step_ = step;
     offset_ = offset;
     if (noteAt(step, offset) == nullptr) {
@@ -237,20 +246,26 @@ void StepGrid::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void StepGrid::mouseReleaseEvent(QMouseEvent*) {
-    const bool report = std::exchange(dragging_, false) && std::exchange(changed_, false);
-    if (report) {
-        this->report();
+    if (dragging_) {
+        endGesture();
     }
 }
 
 void StepGrid::wheelEvent(QWheelEvent* event) {
-    if (const StepEntry* const note = chosen(); note != nullptr && event->angleDelta().y() != 0) {
-        setVelocity(std::clamp(note->velocityOffset + (event->angleDelta().y() > 0 ? 5 : -5), -127, 127));
+    StepEntry* const note = noteAt(step_, offset_);
+    if (note != nullptr && event->angleDelta().y() != 0) {
+        note->velocityOffset = std::clamp(note->velocityOffset + (event->angleDelta().y() > 0 ? 5 : -5), -127, 127);
+        changed_ = true;
+        update();
+        announce();
+        emit moved();
+        stepped();
     }
     event->accept();
 }
 
 void StepGrid::keyPressEvent(QKeyEvent* event) {
+    endSteps();
     switch (event->key()) {
     case Qt::Key_Left:
         return choose(step_ - 1, offset_);

@@ -41,7 +41,7 @@ public:
 
 signals:
     void edited(); // once a gesture
-    void moved();  // another place is chosen
+    void moved();  // another place is chosen, or the chosen note is being changed
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -58,6 +58,7 @@ private:
     void addNote();
     void removeNote();
     void fitRows();
+    void endGesture();
     void report();
 
     Backend::SequenceManagement::Sequence sequence_; // never without a step
@@ -66,7 +67,7 @@ private:
     int low_ = -12; // the rows
     int high_ = 12;
     bool dragging_ = false;
-    bool changed_ = false; // in this gesture
+    bool changed_ = false; // in this gesture, which nobody has been told of yet
 };
 
 } // namespace Desktop

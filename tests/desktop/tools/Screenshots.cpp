@@ -11,12 +11,15 @@
 #include "desktop/panels/KeysPanel.h"
 #include "desktop/panels/LayersPanel.h"
 #include "desktop/panels/PanelFrame.h"
+#include "desktop/widgets/ComputerKeyboard.h"
+#include "generators/SequenceText.h"
 #include "midiengine/Layer.h"
 #include "midiengine/ZoneMap.h"
 #include "midiinput/TranslationFactory.h"
 #include "values/SelectType.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -24,6 +27,7 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPointer>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -125,6 +129,41 @@ void saveWhatOpens(const QString& file, const std::function<void()>& open) {
     timer.stop();
 }
 
+constexpr std::initializer_list<Gui::Panel> usual{Gui::Panel::computerInput, Gui::Panel::control, Gui::Panel::layer,
+                                                  Gui::Panel::display, Gui::Panel::output};
+
+void only(DesktopRig& rig, std::initializer_list<Gui::Panel> panels) {
+    for (std::size_t i = 1; i < Gui::panelCount; ++i) {
+        const auto panel = static_cast<Gui::Panel>(i);
+        if (rig.window().panel(panel) != nullptr) {
+            rig.window().showPanel(panel, std::find(panels.begin(), panels.end(), panel) != panels.end());
+        }
+    }
+}
+
+// The steps of the third layer, with all that a step can be.
+void saveSequence(DesktopRig& rig, const QString& file) {
+    only(rig, {Gui::Panel::layer});
+    rig.window().resize(700, 800);
+    rig.named<QToolButton>("Details of layer 3").click();
+    if (rig.models().layers.layers()[2].sequence) {
+        rig.after([] {}); // made in the palette before
+    } else {
+        rig.click("New sequence of layer 3");
+        rig.after([&] {
+            const std::string name = rig.models().layers.layers()[2].sequence->preset;
+            rig.models().sequences.change(name, Backend::SequenceManagement::sequenceOf(
+                                                    "0|4|7 L480,12 V-40 L240,-,7 L120|-5 V20,0,3 V-80,-,-12 L960,24"));
+        });
+    }
+    if (auto& edit = rig.named<QPushButton>("Sequence editor of layer 3"); !edit.isChecked()) {
+        edit.click();
+    }
+    save(*rig.window().panel(Gui::Panel::layer), file);
+    rig.named<QToolButton>("Details of layer 3").click();
+    only(rig, usual);
+}
+
 void saveDialogs(DesktopRig& rig, const QString& folder, const QString& ending) {
     const auto file = [&](const QString& name) { return folder + "/" + name + "-" + ending + ".png"; };
     Desktop::MainWindow& window = rig.window();
@@ -161,6 +200,17 @@ void saveDialogs(DesktopRig& rig, const QString& folder, const QString& ending) 
     }
     saveWhatOpens(file("dialog-load"), [&] { Desktop::loadFile(rig.models(), &window); });
     saveWhatOpens(file("dialog-import"), [&] { Desktop::importFile(rig.models(), &window); });
+    const auto choose = [&](const QString& button, const QString& item) {
+        QMenu* const menu = rig.named<QToolButton>(button).menu();
+        emit menu->aboutToShow();
+        for (QAction* const action : menu->actions()) {
+            if (action->text() == item) {
+                action->trigger();
+            }
+        }
+    };
+    saveWhatOpens(file("dialog-rename"), [&] { choose("Program", "Rename…"); });
+    saveWhatOpens(file("menu-of-a-key"), [&] { emit window.keys().keyboard().menuAsked('Q', {}); });
     saveWhatOpens(file("dialog-unsaved"), [&] { window.askAboutUnsaved(); });
     const auto menu = [&](QToolButton& button, const QString& name) {
         if (button.menu() != nullptr && button.isVisible()) {
@@ -204,18 +254,6 @@ void saveRings(DesktopRig& rig, const QString& file) {
     }
     painter.end();
     sheet.copy(0, 0, sheet.width(), std::min(below, sheet.height())).save(file);
-}
-
-constexpr std::initializer_list<Gui::Panel> usual{Gui::Panel::computerInput, Gui::Panel::control, Gui::Panel::layer,
-                                                  Gui::Panel::display, Gui::Panel::output};
-
-void only(DesktopRig& rig, std::initializer_list<Gui::Panel> panels) {
-    for (std::size_t i = 1; i < Gui::panelCount; ++i) {
-        const auto panel = static_cast<Gui::Panel>(i);
-        if (rig.window().panel(panel) != nullptr) {
-            rig.window().showPanel(panel, std::find(panels.begin(), panels.end(), panel) != panels.end());
-        }
-    }
 }
 
 // The window as it is on small screens, and with all that it has.
@@ -309,6 +347,10 @@ int main(int argc, char** argv) {
             }
         }
         if (all) {
+            saveSequence(rig, folder + "/panel-sequence-" + ending + ".png");
+            rig.window().showPanel(Gui::Panel::cc, true);
+            save(*rig.window().panel(Gui::Panel::output), folder + "/panel-cc-" + ending + ".png");
+            rig.window().showPanel(Gui::Panel::cc, false);
             openEditors(rig.window(), true);
             saveRings(rig, folder + "/rings-" + ending + ".png");
             openEditors(rig.window(), false);
