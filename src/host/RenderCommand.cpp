@@ -127,7 +127,7 @@ Result<std::unique_ptr<Performance>> RenderCommand::openInput() const {
     if (std::filesystem::is_directory(input_, ignored)) {
         return Platform::Fault{input_, 0, "is a folder"};
     }
-    auto content = Platform::readWholeFile(input_, largestInput, Platform::Waiting::forever);
+    auto content = Platform::readWholeFile(input_, largestInput, Platform::Waiting::endlessly);
     if (!content) {
         return Platform::Fault{input_, 0, "cannot be read: " + content.fault().reason};
     }

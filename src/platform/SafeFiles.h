@@ -23,7 +23,7 @@ void removeLeftovers(const std::filesystem::path& folder);
 void removeIfAbandoned(const std::filesystem::path& leftover);
 
 // How long nothing may come out of a pipe or a terminal, where the system tells: half a second, or as long as it likes.
-enum class Waiting { briefly, forever };
+enum class Waiting { briefly, endlessly };
 // The whole content of a file of at most `maxBytes`; more is a fault, as is a wait that is over. [any]
 [[nodiscard]] Result<std::string> readWholeFile(const std::filesystem::path& file, std::size_t maxBytes,
                                                 Waiting waiting = Waiting::briefly);
