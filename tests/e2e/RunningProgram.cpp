@@ -14,8 +14,10 @@
 
 extern char** environ;
 
-bool eventually(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+namespace {
+
+bool within(std::chrono::seconds time, const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + time;
     while (!condition()) {
         if (std::chrono::steady_clock::now() > end) {
             return false;
@@ -23,6 +25,12 @@ bool eventually(const std::function<bool()>& condition) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     return true;
+}
+
+} // namespace
+
+bool eventually(const std::function<bool()>& condition) {
+    return within(std::chrono::seconds(30), condition);
 }
 
 RunningProgram::RunningProgram(const std::string& program, std::vector<std::string> arguments,
@@ -57,7 +65,9 @@ RunningProgram::RunningProgram(const std::string& program, std::vector<std::stri
 
 RunningProgram::~RunningProgram() {
     closeInput();
-    if (isRunning()) {
+    // Who is killed without having left it keeps a JACK server waiting for seconds.
+    signal(SIGTERM);
+    if (!within(std::chrono::seconds(2), [this] { return !isRunning(); })) {
         kill(pid_, SIGKILL);
         waitpid(pid_, &status_, 0);
     }

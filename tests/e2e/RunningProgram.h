@@ -15,7 +15,7 @@ class RunningProgram final {
 public:
     // `program` is a file or a name to be looked for; `folder` takes the files of output and error.
     RunningProgram(const std::string& program, std::vector<std::string> arguments, const std::string& folder);
-    ~RunningProgram(); // kills it when it still runs
+    ~RunningProgram(); // asks it to end when it still runs, and kills it when it does not within two seconds
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;
 
