@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,9 +32,10 @@ protected:
     static constexpr int period = 256;
 
     void SetUp() override {
-        if (!server.isRunning()) {
-            GTEST_SKIP() << "jackd cannot be started here: " << server.error();
+        if (!JackServer::isInstalled()) {
+            GTEST_SKIP() << "there is no jackd";
         }
+        ASSERT_TRUE(server.isRunning()) << server.error();
         startPeer();
     }
     void TearDown() override { server.goOn(); } // else nobody could leave it
@@ -46,6 +48,14 @@ protected:
                                            "jack", "--data",     (folder.path() / "data").string()};
         arguments.insert(arguments.end(), more.begin(), more.end());
         return std::make_unique<RunningProgram>(tembrel, std::move(arguments), folder.path());
+    }
+    // One whose whole road is open; throws what it said when that does not come about.
+    std::unique_ptr<RunningProgram> startHeard(std::vector<std::string> more = {}) {
+        auto program = start(std::move(more));
+        if (!connect() || !isHeard()) {
+            throw std::runtime_error("it is not heard: " + program->error());
+        }
+        return program;
     }
     [[nodiscard]] bool connect() const {
         return eventually([this] { return peer->sees("Tembrel:in") && peer->sees("Tembrel:out"); }) &&

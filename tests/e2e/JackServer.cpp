@@ -1,15 +1,15 @@
 #include "e2e/JackServer.h"
 
+#include "e2e/JackLeftovers.h"
+
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <jack/jack.h>
+#include <sstream>
 #include <unistd.h>
 
 namespace {
-
-std::string serverName() {
-    return "tembrel-test-" + std::to_string(getpid());
-}
 
 bool answers() {
     jack_client_t* const client = jack_client_open("tembrel-test-probe", JackNoStartServer, nullptr);
@@ -22,15 +22,33 @@ bool answers() {
 
 } // namespace
 
+bool JackServer::isInstalled() {
+    const char* const path = getenv("PATH");
+    std::istringstream folders(path != nullptr ? path : "");
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        if (access((std::filesystem::path(folder) / "jackd").c_str(), X_OK) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
 JackServer::JackServer(const std::string& folder, int period) : folder_(folder), period_(period) {
-    setenv("JACK_DEFAULT_SERVER", serverName().c_str(), 1);
+    setenv("JACK_DEFAULT_SERVER", testServerName(getpid()).c_str(), 1);
     setenv("JACK_NO_AUDIO_RESERVATION", "1", 1);
     jack_set_error_function([](const char*) {});
     jack_set_info_function([](const char*) {});
-    start();
+    if (isInstalled()) {
+        static const bool cleared = (clearJackLeftovers(folder), true); // once in a process
+        static_cast<void>(cleared);
+        start();
+    }
 }
 
 JackServer::~JackServer() {
+    if (!server_) {
+        return;
+    }
     if (!running_) {
         start(); // takes its own place again
     }
@@ -40,17 +58,18 @@ JackServer::~JackServer() {
 
 // Synchronous: the server waits for its clients, so that a busy machine costs time and no periods.
 void JackServer::start() {
-    const std::vector<std::string> arguments{"-n",    serverName(), "-r",    "-S", "-d",
-                                             "dummy", "-r",         "48000", "-p", std::to_string(period_)};
+    const std::vector<std::string> arguments{
+        "--pdeathsig", "TERM", "jackd", "-n", testServerName(getpid()), "-r", "-S", "-d",
+        "dummy",       "-r",   "48000", "-p", std::to_string(period_)};
     for (int tries = 0; tries < 3 && !running_; ++tries) {
-        server_ = std::make_unique<RunningProgram>("jackd", arguments, folder_);
+        server_ = std::make_unique<RunningProgram>("setpriv", arguments, folder_);
         running_ = server_->isRunning() && eventually([this] { return answers() || !server_->isRunning(); }) &&
                    server_->isRunning();
     }
 }
 
 std::string JackServer::error() const {
-    return server_->error() + server_->output();
+    return !server_ ? "" : server_->error() + server_->output();
 }
 
 void JackServer::kill() {

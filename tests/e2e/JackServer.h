@@ -6,10 +6,13 @@
 #include <memory>
 #include <string>
 
-// Serves under a name of its own, which the environment names from then on for everything that is started.
+// Serves under a name of its own, which the environment names from then on for everything that is started. It ends with
+// the process that made it, however that ends.
 class JackServer final {
 public:
-    // `folder` takes its output. Check isRunning(): there may be no jackd.
+    // Without jackd tests that need it are skipped; with it, one that does not start is a failure.
+    [[nodiscard]] static bool isInstalled();
+    // `folder` takes its output. Check isRunning().
     JackServer(const std::string& folder, int period);
     // Ends it in good order: the library has places for eight servers, and one that was killed keeps its own.
     ~JackServer();

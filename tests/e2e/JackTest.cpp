@@ -25,9 +25,7 @@ using Message = std::vector<std::uint8_t>;
 class Jack : public JackRig {};
 
 TEST_F(Jack, AClientThatSendsIntoItReceivesTheLayeredResult) {
-    const auto program = start({"--program", file("layered.prg", layered)});
-    ASSERT_TRUE(connect()) << program->error();
-    ASSERT_TRUE(isHeard()) << program->error();
+    const auto program = startHeard({"--program", file("layered.prg", layered)});
     peer->send({{0x93, 60, 100}, {0xB3, 7, 90}, {0x83, 60, 11}}, {0, 100, 255});
     ASSERT_TRUE(eventually([&] { return peer->received().size() >= 6; })) << program->error();
     EXPECT_EQ(bytesOf(peer->received()),
@@ -36,9 +34,7 @@ TEST_F(Jack, AClientThatSendsIntoItReceivesTheLayeredResult) {
 }
 
 TEST_F(Jack, EverythingTakesTheSameNumberOfFrames) {
-    const auto program = start();
-    ASSERT_TRUE(connect()) << program->error();
-    ASSERT_TRUE(isHeard());
+    const auto program = startHeard();
     std::vector<Message> messages;
     std::vector<std::int32_t> offsets;
     for (int i = 0; i < 400; ++i) {
@@ -72,11 +68,10 @@ TEST_F(Jack, EverythingTakesTheSameNumberOfFrames) {
 
 // At 133 beats a minute a beat is no whole number of frames.
 TEST_F(Jack, AnArpeggioStandsOnItsGridFromTheFirstNoteOn) {
-    const auto program = start({"--tempo", "133", "--program",
-                                file("arpeggio.prg", "<ProgramFile><Program><Layers><Layer><UpArpeggio beat=\"30\" "
-                                                     "length=\"15\"/></Layer></Layers></Program></ProgramFile>")});
-    ASSERT_TRUE(connect()) << program->error();
-    ASSERT_TRUE(isHeard()) << program->error();
+    const auto program =
+        startHeard({"--tempo", "133", "--program",
+                    file("arpeggio.prg", "<ProgramFile><Program><Layers><Layer><UpArpeggio beat=\"30\" "
+                                         "length=\"15\"/></Layer></Layers></Program></ProgramFile>")});
     constexpr std::size_t notes = 60;
     static_cast<void>(peer->takeXruns());
     peer->sendAtOnce({{0x90, 60, 100}, {0x90, 64, 100}, {0x90, 67, 100}});
@@ -105,9 +100,7 @@ TEST_F(Jack, AnArpeggioStandsOnItsGridFromTheFirstNoteOn) {
 
 // A clock a period is 468.75 beats a minute.
 TEST_F(Jack, TheClockOfAnInputIsFollowedAndGivenOn) {
-    const auto program = start({"--tempo-source", "Tembrel", "--clock-out", "Tembrel"});
-    ASSERT_TRUE(connect()) << program->error();
-    ASSERT_TRUE(isHeard());
+    const auto program = startHeard({"--tempo-source", "Tembrel", "--clock-out", "Tembrel"});
     constexpr std::size_t sentClocks = 250;
     static_cast<void>(peer->takeXruns());
     peer->send({{0xFA}}, {0});
@@ -145,9 +138,7 @@ TEST_F(Jack, TheClockOfAnInputIsFollowedAndGivenOn) {
 }
 
 TEST_F(Jack, ManyMessagesAPeriodPassInOrderWithoutLoss) {
-    const auto program = start();
-    ASSERT_TRUE(connect()) << program->error();
-    ASSERT_TRUE(isHeard());
+    const auto program = startHeard();
     std::vector<Message> messages;
     std::vector<std::string> expected;
     for (int i = 0; i < 6000; ++i) {
@@ -177,9 +168,7 @@ TEST_F(Jack, ManyMessagesAPeriodPassInOrderWithoutLoss) {
 }
 
 TEST_F(Jack, WhatIsNoMessageIsPassedOverAndCounted) {
-    const auto program = start();
-    ASSERT_TRUE(connect()) << program->error();
-    ASSERT_TRUE(isHeard()) << program->error();
+    const auto program = startHeard();
     peer->send({{0xF0, 1, 2, 3, 0xF7}, {0x40, 3}, {0x90, 60}, {0xF1, 0}, {0x90, 60, 100}}, {0});
     ASSERT_TRUE(eventually([&] { return !peer->received().empty(); }));
     EXPECT_EQ(peer->received().front().bytes, "90 60 100");
@@ -197,9 +186,7 @@ TEST_F(Jack, EndingItEndsWhatSounds) {
     };
     for (const int way : {SIGTERM, SIGINT, 0}) {
         SCOPED_TRACE(way);
-        const auto program = start({"--program", file("layered.prg", layered)});
-        ASSERT_TRUE(connect()) << program->error();
-        ASSERT_TRUE(isHeard()) << program->error();
+        const auto program = startHeard({"--program", file("layered.prg", layered)});
         peer->send({{0x90, 60, 100}, {0x90, 64, 100}}, {0});
         ASSERT_TRUE(eventually([&] { return notes().size() == 4; })) << testing::PrintToString(notes());
         if (way != 0) {

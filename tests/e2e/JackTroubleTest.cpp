@@ -95,6 +95,13 @@ private:
 
 class JackTrouble : public JackRig {
 protected:
+    // One that is heard, with a note that has been.
+    std::unique_ptr<RunningProgram> startSounding(std::vector<std::string> more = {}) {
+        auto program = startHeard(std::move(more));
+        program->write("0 midi 0 0x90 60 100\n");
+        EXPECT_TRUE(eventually([&] { return !peer->received().empty(); })) << program->error();
+        return program;
+    }
     [[nodiscard]] std::string played() const {
         std::ifstream file(eventFile);
         return std::string(std::istreambuf_iterator<char>(file), {});
@@ -108,11 +115,7 @@ protected:
 };
 
 TEST_F(JackTrouble, OutlivesTheServerWhileNotesSoundAndFindsTheNext) {
-    const auto program = start({"--events", eventFile});
-    ASSERT_TRUE(connect()) << program->error();
-    ASSERT_TRUE(isHeard());
-    program->write("0 midi 0 0x90 60 100\n");
-    ASSERT_TRUE(eventually([&] { return !peer->received().empty(); }));
+    const auto program = startSounding({"--events", eventFile});
     server.kill();
     peer.reset();
     // Nobody in the program waits for the server: its ports are gone, and what sounded there has ended.
@@ -191,11 +194,7 @@ TEST_F(JackTrouble, NobodyWaitsForTheServer) {
 
 // For more than a second, after which nobody wants to hear what was meant for then.
 TEST_F(JackTrouble, AServerThatGoesOnHearsNoNotesOfOldButTheirEnds) {
-    const auto program = start({"--events", eventFile});
-    ASSERT_TRUE(connect()) << program->error();
-    ASSERT_TRUE(isHeard());
-    program->write("0 midi 0 0x90 60 100\n");
-    ASSERT_TRUE(eventually([&] { return !peer->received().empty(); }));
+    const auto program = startSounding({"--events", eventFile});
     server.hang();
     const auto hangs = std::chrono::steady_clock::now();
     program->write("0 midi 0 0x90 61 100\n0 midi 0 0x80 60 0\n0 midi 0 0xB0 7 3\n0 midi 0 0x90 62 100\n");
@@ -215,11 +214,7 @@ TEST_F(JackTrouble, AServerThatGoesOnHearsNoNotesOfOldButTheirEnds) {
 }
 
 TEST_F(JackTrouble, ProgramsBeginAndEndBesideAServerThatHangs) {
-    const auto program = start();
-    ASSERT_TRUE(connect()) << program->error();
-    ASSERT_TRUE(isHeard());
-    program->write("0 midi 0 0x90 60 100\n");
-    ASSERT_TRUE(eventually([&] { return !peer->received().empty(); }));
+    const auto program = startSounding();
     server.hang();
     const auto late = start();
     EXPECT_EQ(late->waitForEnd(), 1);
