@@ -5,11 +5,9 @@
 #include "core/QelUtils.h"
 #include "generators/OscillatorXml.h"
 #include "gui/GuiMessages.h"
-#include "gui/QelGuiFactory.h"
 #include "input/ComputerInputXml.h"
 #include "input/ControlXml.h"
 #include "input/FunctionFactory.h"
-#include "input/JoystickMessages.h"
 #include "input/JoystickXml.h"
 #include "midiengine/LayerXml.h"
 #include "midiengine/ZoneXml.h"
@@ -19,7 +17,6 @@
 #include "platform/Notices.h"
 #include "platform/PathText.h"
 #include "values/OnOffToggle.h"
-#include "values/ScreenState.h"
 #include "values/SelectControlType.h"
 
 #include <filesystem>
@@ -98,8 +95,9 @@ QelBackend::QelBackend(const std::string& name, MidiEngine::MidiPlayer& player, 
                 },
                 surroundings_.reportFault),
       bank_(programs_, surroundings_.reportFault), display_(engine_, surroundings_.milliseconds),
-      updates_(window_, {settings_, ports_, layers_, zones_, keys_, controls_, joysticks_, programs_, bank_,
-                         oscillators_, sequences_}) {
+      gui_({*this, engine_, settings_, ports_, sequences_}),
+      updates_(gui_.window(), {settings_, ports_, layers_, zones_, keys_, controls_, joysticks_, programs_, bank_,
+                               oscillators_, sequences_}) {
     master_.addMessageManager(messageManager_);
     master_.addMessageManager(keyManager_);
     master_.addMessageManager(configurationManager_);
@@ -151,9 +149,7 @@ void QelBackend::endInitialize() {
 }
 
 void QelBackend::end() {
-    if (gui_) {
-        engine_.removeTap(window_);
-    }
+    gui_.end();
     joystickManager_.close();
     poller_.reset();
     engine_.end();
@@ -162,88 +158,30 @@ void QelBackend::end() {
     settings_.saveToRegistry(*surroundings_.settings, settingsKey(name_));
 }
 
-Gui::QelGuiIF* QelBackend::createQelGui(bool isPlugin) {
-    if (!gui_) {
-        gui_ = Gui::QelGuiFactory::createQelGui(*this, settings_, ports_.inputs(), ports_.outputs(), sequences_.list(),
-                                                isPlugin);
-        window_.setGui(gui_.get());
-        if (gui_) {
-            engine_.addTap(window_);
-        }
-    }
-    return gui_.get();
-}
-
-void QelBackend::show(const OnOffToggle& how, void (Gui::QelGuiIF::*set)(bool), void (Gui::QelGuiIF::*toggle)()) {
-    if (!gui_) {
-        return;
-    }
-    if (how.getState() == OnOffToggle::State::toggle) {
-        (gui_.get()->*toggle)();
-    } else {
-        (gui_.get()->*set)(how.applyTo(false));
-    }
-}
-
-void QelBackend::ask(void (Gui::QelGuiIF::*request)()) {
-    if (gui_) {
-        (gui_.get()->*request)();
-    }
-}
-
-void QelBackend::moveWindow(const RelativeFixedValue& x, const RelativeFixedValue& y) {
-    if (gui_) {
-        gui_->moveWindow(x, y);
-    }
-}
-
-void QelBackend::setScreenState(const ScreenState& state) {
-    if (!gui_) {
-        return;
-    }
-    gui_->showSystemPanel(state.system);
-    gui_->showHelp(state.help);
-    gui_->showDisplay(state.display);
-    gui_->showOsc(state.oscillator);
-    gui_->showJoystick(state.joystick);
-    gui_->showComputerInput(state.computerInput);
-    gui_->showMidiInput(state.midiInput);
-    gui_->showOutput(state.output);
-    gui_->showCc(state.cc);
-    gui_->showLayer(state.layer);
-    gui_->showControl(state.control);
-    gui_->showZone(state.zone);
-}
-
 void QelBackend::processMidiInputEvent(const MidiEngine::QelMidiMessage& message) {
-    showReceived(message);
+    gui_.received(message);
     midiInput_.process(message);
 }
 
 void QelBackend::processMidiInputEvents(const std::vector<MidiEngine::QelMidiMessage>& messages) {
     for (const MidiEngine::QelMidiMessage& message : messages) {
-        showReceived(message);
+        gui_.received(message);
     }
     midiInput_.process(messages);
 }
 
-void QelBackend::showReceived(const MidiEngine::QelMidiMessage& message) const {
-    window_.post(idOf(Gui::GuiMessage::midiReceived), static_cast<std::uintptr_t>(message.getWparam()),
-                 static_cast<std::intptr_t>(message.getLparam()));
-}
-
 void QelBackend::joystickAxisChanged(const JoyAxisElementId& axis, int value) {
-    window_.post(Joystick::axisMovedMessage, static_cast<std::uintptr_t>(axis.joystick << 8 | axis.axis), value);
+    gui_.axisMoved(axis, value);
     joysticks_.axisChanged(axis, value);
 }
 
 void QelBackend::joystickButtonDown(const JoyButtonElementId& button, bool repeat) {
-    window_.post(Joystick::buttonMovedMessage, static_cast<std::uintptr_t>(button.joystick << 8 | button.button), 1);
+    gui_.buttonMoved(button, true);
     joysticks_.buttonDown(button, repeat);
 }
 
 void QelBackend::joystickButtonUp(const JoyButtonElementId& button) {
-    window_.post(Joystick::buttonMovedMessage, static_cast<std::uintptr_t>(button.joystick << 8 | button.button), 0);
+    gui_.buttonMoved(button, false);
     joysticks_.buttonUp(button);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "backend/BankSection.h"
+#include "backend/GuiSection.h"
 #include "backend/GuiUpdates.h"
 #include "backend/LayerMessageManager.h"
 #include "backend/LayerSection.h"
@@ -65,13 +66,13 @@ public:
     Layers::LayerMessageManager& getLayerMessageManager() override { return layerManager_; }
     Recording::RetroRecord& getRetroRecord() override { return recorder_; }
     MidiInput::MidiInputMessageManager& getMidiInputMessageManager() override { return configurationManager_; }
-    Gui::QelGuiIF* getGui() override { return gui_.get(); }
-    Platform::WindowHandle getGuiWindowHandle() const override { return window_.handle(); }
+    Gui::QelGuiIF* getGui() override { return gui_.gui(); }
+    Platform::WindowHandle getGuiWindowHandle() const override { return gui_.window().handle(); }
     const RegistrySettings& getRegistrySettings() const override { return settings_; }
     const std::filesystem::path& getApplicationData() const override { return surroundings_.applicationData; }
 
     void setLastWindowPosition(const WindowsLib::Rect& rect) override { settings_.setLastWindowPosition(rect); }
-    void removeGuiWindowHandle() override { window_.forget(); }
+    void removeGuiWindowHandle() override { gui_.window().forget(); }
     void setDockToBottomEdge(bool on) override { settings_.setDockToBottomEdge(on); }
     void setDefaultBank(const std::string& path) override { settings_.setDefaultBank(path); }
     void setMouseSensitivity(int sensitivity) override { settings_.setMouseSensitivity(sensitivity); }
@@ -116,44 +117,26 @@ public:
     void setLargeDisplayFont(bool on) override { settings_.setLargeDisplayFont(on); }
     void setDisplayMidiInputEvents(bool on) override { settings_.setDisplayMidiInputEvents(on); }
     void setDisplayMidiOutputEvents(bool on) override { settings_.setDisplayMidiOutputEvents(on); }
-    void setScreenState(const ScreenState& state) override;
+    void setScreenState(const ScreenState& state) override { gui_.show(state); }
 
-    void showSystemPanel(const OnOffToggle& how) override {
-        show(how, &Gui::QelGuiIF::showSystemPanel, &Gui::QelGuiIF::toggleSystemPanel);
-    }
-    void toggleSystemPanel() override { ask(&Gui::QelGuiIF::toggleSystemPanel); }
-    void showHelp(const OnOffToggle& how) override { show(how, &Gui::QelGuiIF::showHelp, &Gui::QelGuiIF::toggleHelp); }
-    void showComputerInput(const OnOffToggle& how) override {
-        show(how, &Gui::QelGuiIF::showComputerInput, &Gui::QelGuiIF::toggleComputerInput);
-    }
-    void showControl(const OnOffToggle& how) override {
-        show(how, &Gui::QelGuiIF::showControl, &Gui::QelGuiIF::toggleControl);
-    }
-    void showMidiInput(const OnOffToggle& how) override {
-        show(how, &Gui::QelGuiIF::showMidiInput, &Gui::QelGuiIF::toggleMidiInput);
-    }
-    void showDisplay(const OnOffToggle& how) override {
-        show(how, &Gui::QelGuiIF::showDisplay, &Gui::QelGuiIF::toggleDisplay);
-    }
-    void showOscillator(const OnOffToggle& how) override {
-        show(how, &Gui::QelGuiIF::showOsc, &Gui::QelGuiIF::toggleOsc);
-    }
-    void showJoystick(const OnOffToggle& how) override {
-        show(how, &Gui::QelGuiIF::showJoystick, &Gui::QelGuiIF::toggleJoystick);
-    }
-    void showOutput(const OnOffToggle& how) override {
-        show(how, &Gui::QelGuiIF::showOutput, &Gui::QelGuiIF::toggleOutput);
-    }
-    void showCc(const OnOffToggle& how) override { show(how, &Gui::QelGuiIF::showCc, &Gui::QelGuiIF::toggleCc); }
-    void showLayer(const OnOffToggle& how) override {
-        show(how, &Gui::QelGuiIF::showLayer, &Gui::QelGuiIF::toggleLayer);
-    }
-    void showZone(const OnOffToggle& how) override { show(how, &Gui::QelGuiIF::showZone, &Gui::QelGuiIF::toggleZone); }
-    void showProgramMenu() override { ask(&Gui::QelGuiIF::showProgramMenu); }
-    void showSaveDialog() override { ask(&Gui::QelGuiIF::showSaveDialog); }
-    void showDefaultMidiOutputMenu() override { ask(&Gui::QelGuiIF::showDefaultMidiOutputMenu); }
-    void moveWindow(const RelativeFixedValue& x, const RelativeFixedValue& y) override;
-    Gui::QelGuiIF* createQelGui(bool isPlugin) override;
+    void showSystemPanel(const OnOffToggle& how) override { gui_.show(Gui::Panel::system, how); }
+    void toggleSystemPanel() override { gui_.ask(&Gui::QelGuiIF::toggleSystemPanel); }
+    void showHelp(const OnOffToggle& how) override { gui_.show(Gui::Panel::help, how); }
+    void showComputerInput(const OnOffToggle& how) override { gui_.show(Gui::Panel::computerInput, how); }
+    void showControl(const OnOffToggle& how) override { gui_.show(Gui::Panel::control, how); }
+    void showMidiInput(const OnOffToggle& how) override { gui_.show(Gui::Panel::midiInput, how); }
+    void showDisplay(const OnOffToggle& how) override { gui_.show(Gui::Panel::display, how); }
+    void showOscillator(const OnOffToggle& how) override { gui_.show(Gui::Panel::oscillator, how); }
+    void showJoystick(const OnOffToggle& how) override { gui_.show(Gui::Panel::joystick, how); }
+    void showOutput(const OnOffToggle& how) override { gui_.show(Gui::Panel::output, how); }
+    void showCc(const OnOffToggle& how) override { gui_.show(Gui::Panel::cc, how); }
+    void showLayer(const OnOffToggle& how) override { gui_.show(Gui::Panel::layer, how); }
+    void showZone(const OnOffToggle& how) override { gui_.show(Gui::Panel::zone, how); }
+    void showProgramMenu() override { gui_.ask(&Gui::QelGuiIF::showProgramMenu); }
+    void showSaveDialog() override { gui_.ask(&Gui::QelGuiIF::showSaveDialog); }
+    void showDefaultMidiOutputMenu() override { gui_.ask(&Gui::QelGuiIF::showDefaultMidiOutputMenu); }
+    void moveWindow(const RelativeFixedValue& x, const RelativeFixedValue& y) override { gui_.moveWindow(x, y); }
+    Gui::QelGuiIF* createQelGui(bool isPlugin) override { return gui_.create(isPlugin); }
 
     void playMidi(const MidiEngine::QelMidiMessage& message) override { engine_.postPlayMidi(message); }
 
@@ -236,11 +219,6 @@ public:
     QelStatus getStatus() const override;
 
 private:
-    // To the user interface, where there is one.
-    void show(const OnOffToggle& how, void (Gui::QelGuiIF::*set)(bool), void (Gui::QelGuiIF::*toggle)());
-    void showReceived(const MidiEngine::QelMidiMessage& message) const;
-    void ask(void (Gui::QelGuiIF::*request)());
-
     // Says what could not be imported; true when the rest was.
     bool import(Version2Kind kind, const std::string& source, const std::string& destination);
 
@@ -273,9 +251,8 @@ private:
     BankSection bank_;
 
     Display::DisplayMessageManager display_;
-    GuiWindow window_;
+    GuiSection gui_;
     GuiUpdates updates_;
-    std::unique_ptr<Gui::QelGuiIF> gui_;
 
     mutable std::mutex statusMutex_;
     QelStatus status_;
