@@ -53,7 +53,7 @@ void offerBackup(Models& models, QWidget* parent) {
             dropBackup(models);
         }
     });
-    box->open(); // one can play meanwhile
+    box->open(); // the start goes on behind it
 }
 
 } // namespace Desktop

@@ -1,5 +1,6 @@
 // The computer keyboard as an instrument: by place, once for each press, and never left hanging.
 #include "desktop/DesktopRig.h"
+#include "desktop/models/RowScales.h"
 #include "desktop/panels/KeysPanel.h"
 #include "desktop/panels/SystemBar.h"
 #include "desktop/widgets/ComputerKeyboard.h"
@@ -196,6 +197,27 @@ TEST_F(DesktopKeys, WhoKnowsEarlierThanTheToolkitThatTheKeyboardHasGoneIsBelieve
     EXPECT_EQ(rig.after([&] { rig.gui->keys().globalKey(placeOfQ, true); }), "") << "it comes as an event";
     EXPECT_EQ(press(Qt::Key_W), "0 90 62 100");
     EXPECT_EQ(rig.after(deactivate), "0 80 62 100");
+}
+
+TEST_F(DesktopKeys, ARowIsGivenAScale) {
+    const auto names = Desktop::scaleNames();
+    const auto give = [&](char from, const char* scale, std::optional<Desktop::KeysModel::KeyNote> first) {
+        const auto row = Desktop::scaleOnRow(static_cast<std::uint32_t>(from),
+                                             static_cast<std::size_t>(names.indexOf(scale)), first, *rig.backend.qel);
+        rig.after([&] { rig.models().keys.put("scale", row); });
+        return row.size();
+    };
+    const auto plays = [this](int key) {
+        const std::string note = press(key);
+        release(key);
+        return note;
+    };
+    EXPECT_EQ(give('A', "major", {}), 11U) << "from A to the apostrophe";
+    EXPECT_EQ(plays(Qt::Key_A) + plays(Qt::Key_D) + plays(Qt::Key_Apostrophe), "0 90 60 1000 90 64 1000 90 77 100");
+    EXPECT_EQ(plays(Qt::Key_Q), "0 90 60 100") << "another row stays";
+    EXPECT_EQ(give('S', "whole tone", Desktop::KeysModel::KeyNote{125, 0}), 2U) << "there is no note beyond 127";
+    EXPECT_EQ(plays(Qt::Key_A) + plays(Qt::Key_S), "0 90 60 1000 90 125 100");
+    EXPECT_TRUE(Desktop::scaleOnRow(112, 0, {}, *rig.backend.qel).empty()) << "F1 is in no such row";
 }
 
 TEST(DesktopScanCodes, AreThoseOfTheSystem) {

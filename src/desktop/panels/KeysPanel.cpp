@@ -5,16 +5,15 @@
 #include "desktop/Palette.h"
 #include "desktop/Reach.h"
 #include "desktop/models/Models.h"
+#include "desktop/models/RowScales.h"
 #include "desktop/panels/EntriesEditor.h"
 #include "desktop/widgets/ComputerKeyboard.h"
 #include "desktop/widgets/ElidedLabel.h"
 #include "input/ComputerInputMessageManager.h"
-#include "input/FunctionFactory.h"
 
 #include <QInputDialog>
 #include <QMenu>
 #include <QPushButton>
-#include <sstream>
 
 namespace Desktop {
 
@@ -22,40 +21,8 @@ using namespace Backend::ComputerInput;
 
 namespace {
 
-struct Scale {
-    const char* name;
-    std::vector<int> steps; // semitones from the root, within an octave
-};
-
-const std::vector<Scale>& scales() {
-    static const std::vector<Scale> all{{"chromatic", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}},
-                                        {"major", {0, 2, 4, 5, 7, 9, 11}},
-                                        {"minor", {0, 2, 3, 5, 7, 8, 10}},
-                                        {"harmonic minor", {0, 2, 3, 5, 7, 8, 11}},
-                                        {"major pentatonic", {0, 2, 4, 7, 9}},
-                                        {"minor pentatonic", {0, 3, 5, 7, 10}},
-                                        {"blues", {0, 3, 5, 6, 7, 10}},
-                                        {"whole tone", {0, 2, 4, 6, 8, 10}}};
-    return all;
-}
-
 bool byCode(const Key& a, const Key& b) {
     return std::pair(a.getCode(), a.getModifiers()) < std::pair(b.getCode(), b.getModifiers());
-}
-
-// The keys of the row that a key stands in, from that key to the right.
-std::vector<std::uint32_t> rowFrom(std::uint32_t code) {
-    static const std::vector<std::vector<std::uint32_t>> rows{
-        {192, '1', '2', '3', '4', '5', '6', '7', '8', '9', '0', 189, 187},
-        {'Q', 'W', 'E', 'R', 'T', 'Y', 'U', 'I', 'O', 'P', 219, 221, 220},
-        {'A', 'S', 'D', 'F', 'G', 'H', 'J', 'K', 'L', 186, 222},
-        {'Z', 'X', 'C', 'V', 'B', 'N', 'M', 188, 190, 191}};
-    for (const auto& row : rows) {
-        if (const auto found = std::find(row.begin(), row.end(), code); found != row.end()) {
-            return {found, row.end()};
-        }
-    }
-    return {};
 }
 
 } // namespace
@@ -256,47 +223,20 @@ void KeysPanel::keyMenu(std::uint32_t code, const QPoint& where) {
     paste->setEnabled(copied_.has_value());
     menu.addAction(tr("Clear"), this, [this] { models().keys.clear(key()); });
     QAction* const scale = menu.addAction(tr("Scale on the row from here…"), this, [this, code] { assignScale(code); });
-    scale->setEnabled(!rowFrom(code).empty());
+    scale->setEnabled(!keysOfRowFrom(code).empty());
     menu.exec(where);
 }
 
 void KeysPanel::assignScale(std::uint32_t code) {
-    QStringList names;
-    for (const Scale& scale : scales()) {
-        names << tr(scale.name);
-    }
     bool accepted = false;
+    const QStringList names = scaleNames();
     const QString chosen = QInputDialog::getItem(this, tr("A scale on the row"),
                                                  tr("From this key to the right, starting with its note (or C4):"),
                                                  names, 1, false, &accepted);
-    if (!accepted) {
-        return;
+    if (accepted) {
+        models().keys.put(tr("a scale on a row"), scaleOnRow(code, static_cast<std::size_t>(names.indexOf(chosen)),
+                                                             models().keys.noteOf(Key(code)), models().qel()));
     }
-    const auto note = models().keys.noteOf(Key(code));
-    const int root = note ? note->note : 60;
-    const Scale& scale = scales()[static_cast<std::size_t>(names.indexOf(chosen))];
-    std::vector<KeyConfiguration> row;
-    int place = 0;
-    for (const std::uint32_t each : rowFrom(code)) {
-        const int size = static_cast<int>(scale.steps.size());
-        const int number = root + place / size * 12 + scale.steps[static_cast<std::size_t>(place % size)];
-        ++place;
-        if (number > 127) {
-            break;
-        }
-        const auto make = [&](const char* keyword) {
-            std::ostringstream text;
-            text << '<' << keyword << " note=\"" << Note(number).getName() << "\" velocity=\"100\"";
-            if (note && note->zone >= 0) {
-                text << " zone=\"" << note->zone << '"';
-            }
-            text << "/>";
-            const auto element = Platform::parseXml(text.str(), "scale");
-            return element ? Backend::FunctionManagement::createFunction(element.value(), models().qel()) : nullptr;
-        };
-        row.push_back({Key(each), {{false, make("MidiNoteOn"), make("MidiNoteOff")}}, true});
-    }
-    models().keys.put(tr("a scale on a row"), row);
 }
 
 } // namespace Desktop

@@ -1,10 +1,9 @@
-// One layer: what it takes, what it makes of it, where it sends it.
+// One layer at a glance: its notes, its summary, whether it plays; its settings open below.
 #pragma once
 
 #include "desktop/panels/StripsPanel.h"
 #include "midiengine/Layer.h"
 
-#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
@@ -13,9 +12,8 @@
 
 namespace Desktop {
 
-class LayerPattern;
+class LayerDetails;
 class Models;
-class NumberField;
 class RangeBar;
 
 class LayerStrip final : public Strip {
@@ -31,24 +29,17 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
-    void buildDetails(QWidget* details);
     void change(const QString& text, const std::function<void(Backend::Layers::Layer&)>& work);
     [[nodiscard]] Backend::Layers::Layer layer() const;
 
     Models& models_;
     int place_;
     bool lit_ = false;
-    bool showing_ = false; // what is set now comes from the model
     RangeBar* range_;
     QToolButton* name_;
     QLabel* summary_;
-    QWidget* details_;
+    LayerDetails* details_;
     QPushButton *mute_, *solo_, *mono_;
-    NumberField *low_, *high_, *minVelocity_, *maxVelocity_, *transpose_, *velocity_, *numerator_, *denominator_,
-        *channel_;
-    QComboBox *key_, *output_, *zone_, *toggle_, *transposeKind_, *velocityKind_;
-    QPushButton* stack_;
-    LayerPattern* pattern_;
 };
 
 } // namespace Desktop
