@@ -33,29 +33,21 @@ KeyConfiguration readKeyConfiguration(const XmlElement& element, QelIF& qel) {
     return configuration;
 }
 
-class SectionWriter final {
-public:
-    SectionWriter(std::ostream& out, int depth) : out_(out), depth_(depth), xml_(out, depth) {}
+enum class Reference { no, preset };
 
-    void begin(const KeyConfigurationMap& map, bool reference, bool merge) {
-        xml_.begin("ComputerInput");
-        if (reference) {
-            xml_.attribute("preset", std::string_view(map.presetName));
-        }
-        xml_.attribute("merge", merge).attribute("useKeyUpMod", map.useKeyUpMod).content();
+void beginSection(XmlWriter& xml, const KeyConfigurationMap& map, Reference reference, bool merge) {
+    xml.begin("ComputerInput");
+    if (reference == Reference::preset) {
+        xml.attribute("preset", std::string_view(map.presetName));
     }
-    void write(const KeyConfiguration& configuration) {
-        xml_.begin("Key").attribute("id", configuration.key).attribute("global", configuration.global).content();
-        writeFunctionEntries(xml_, out_, depth_ + 1, configuration.entries);
-        xml_.end();
-    }
-    void end() { xml_.end(); }
+    xml.attribute("merge", merge).attribute("useKeyUpMod", map.useKeyUpMod).content();
+}
 
-private:
-    std::ostream& out_;
-    int depth_;
-    XmlWriter xml_;
-};
+void writeKey(XmlWriter& xml, const KeyConfiguration& configuration) {
+    xml.begin("Key").attribute("id", configuration.key).attribute("global", configuration.global).content();
+    writeFunctionEntries(xml, configuration.entries);
+    xml.end();
+}
 
 } // namespace
 
@@ -94,29 +86,29 @@ void readComputerInput(const XmlElement& section, QelIF& qel, KeyConfigurationMa
 }
 
 void writeComputerInput(std::ostream& out, int depth, const KeyConfigurationMap& map) {
-    SectionWriter writer(out, depth);
-    writer.begin(map, false, false);
+    XmlWriter xml(out, depth);
+    beginSection(xml, map, Reference::no, false);
     for (const auto& [key, configuration] : map) {
-        writer.write(configuration);
+        writeKey(xml, configuration);
     }
-    writer.end();
+    xml.end();
 }
 
 void writeComputerInputReference(std::ostream& out, int depth, const KeyConfigurationMap& map) {
-    SectionWriter writer(out, depth);
-    writer.begin(map, true, false);
-    writer.end();
+    XmlWriter xml(out, depth);
+    beginSection(xml, map, Reference::preset, false);
+    xml.end();
 }
 
 void writeComputerInput(std::ostream& out, int depth, const KeyConfigurationMap& map, const std::vector<Key>& keys) {
-    SectionWriter writer(out, depth);
-    writer.begin(map, false, true);
+    XmlWriter xml(out, depth);
+    beginSection(xml, map, Reference::no, true);
     for (const Key& key : keys) {
         if (const KeyConfiguration* configuration = map.find(key)) {
-            writer.write(*configuration);
+            writeKey(xml, *configuration);
         }
     }
-    writer.end();
+    xml.end();
 }
 
 } // namespace Backend::ComputerInput

@@ -33,11 +33,10 @@ std::shared_ptr<const Function> readFunction(const XmlElement* holder, QelIF& qe
                : nullptr;
 }
 
-void writeFunction(XmlWriter& xml, std::ostream& out, int depth, std::string_view holder,
-                   const std::shared_ptr<const Function>& function) {
+void writeFunction(XmlWriter& xml, std::string_view holder, const std::shared_ptr<const Function>& function) {
     if (function) {
         xml.begin(holder).content();
-        function->writeXml(out, depth);
+        function->writeXml(xml.stream(), xml.depth());
         xml.end();
     }
 }
@@ -66,12 +65,11 @@ std::vector<FunctionEntry> readFunctionEntries(const XmlElement& holder, QelIF& 
     return entries;
 }
 
-void writeFunctionEntries(XmlWriter& xml, std::ostream& out, int depth, const std::vector<FunctionEntry>& entries) {
-    constexpr int levelsBetween = 3; // entry, holder, function
+void writeFunctionEntries(XmlWriter& xml, const std::vector<FunctionEntry>& entries) {
     for (const FunctionEntry& entry : entries) {
         xml.begin("Function").attribute("keepSending", entry.keepSending).content();
-        writeFunction(xml, out, depth + levelsBetween, "Down", entry.down);
-        writeFunction(xml, out, depth + levelsBetween, "Up", entry.up);
+        writeFunction(xml, "Down", entry.down);
+        writeFunction(xml, "Up", entry.up);
         xml.end();
     }
 }

@@ -6,7 +6,6 @@
 #include "values/ElementFormat.h"
 #include "values/XmlWriter.h"
 
-#include <iosfwd>
 #include <vector>
 
 namespace Backend::ComputerInput {
@@ -14,7 +13,7 @@ namespace Backend::ComputerInput {
 [[nodiscard]] ElementFormat functionEntryFormat();
 // The entries below an element. Unknown functions are left out of their entries.
 [[nodiscard]] std::vector<FunctionEntry> readFunctionEntries(const Platform::XmlElement& holder, QelIF& qel);
-// Into the element that was begun last, which stands behind `depth` tabs of the writer's stream.
-void writeFunctionEntries(XmlWriter& xml, std::ostream& out, int depth, const std::vector<FunctionEntry>& entries);
+// Into the element that was begun last.
+void writeFunctionEntries(XmlWriter& xml, const std::vector<FunctionEntry>& entries);
 
 } // namespace Backend::ComputerInput

@@ -74,38 +74,27 @@ JoystickButtonConfiguration readButton(const XmlElement& element, QelIF& qel) {
             ComputerInput::readFunctionEntries(element, qel)};
 }
 
-class SectionWriter final {
-public:
-    SectionWriter(std::ostream& out, int depth) : out_(out), depth_(depth), xml_(out, depth) {}
-
-    void begin(bool merge) { xml_.begin("Joystick").attribute("merge", merge).content(); }
-    void write(const AxisConfiguration& configuration) {
-        xml_.begin("Axis")
-            .attribute("joystick", configuration.axis.joystick)
-            .attribute("axis", configuration.axis.axisLetter())
-            .content();
-        for (const AxisEvent& event : configuration.events) {
-            xml_.begin("Function");
-            writeValueEvent(xml_, event.event);
-            xml_.attribute("min", event.min).attribute("max", event.max).attribute("offset", event.offset).end();
-        }
-        xml_.end();
+void writeAxis(XmlWriter& xml, const AxisConfiguration& configuration) {
+    xml.begin("Axis")
+        .attribute("joystick", configuration.axis.joystick)
+        .attribute("axis", configuration.axis.axisLetter())
+        .content();
+    for (const AxisEvent& event : configuration.events) {
+        xml.begin("Function");
+        writeValueEvent(xml, event.event);
+        xml.attribute("min", event.min).attribute("max", event.max).attribute("offset", event.offset).end();
     }
-    void write(const JoystickButtonConfiguration& configuration) {
-        xml_.begin("Button")
-            .attribute("joystick", configuration.button.joystick)
-            .attribute("button", configuration.button.button)
-            .content();
-        ComputerInput::writeFunctionEntries(xml_, out_, depth_ + 1, configuration.entries);
-        xml_.end();
-    }
-    void end() { xml_.end(); }
+    xml.end();
+}
 
-private:
-    std::ostream& out_;
-    int depth_;
-    XmlWriter xml_;
-};
+void writeButton(XmlWriter& xml, const JoystickButtonConfiguration& configuration) {
+    xml.begin("Button")
+        .attribute("joystick", configuration.button.joystick)
+        .attribute("button", configuration.button.button)
+        .content();
+    ComputerInput::writeFunctionEntries(xml, configuration.entries);
+    xml.end();
+}
 
 } // namespace
 
@@ -137,31 +126,31 @@ void readJoystick(const XmlElement& section, QelIF& qel, JoystickMap& map) {
 }
 
 void writeJoystick(std::ostream& out, int depth, const JoystickMap& map) {
-    SectionWriter writer(out, depth);
-    writer.begin(false);
+    XmlWriter xml(out, depth);
+    xml.begin("Joystick").attribute("merge", false).content();
     for (const auto& [id, axis] : map.axes) {
-        writer.write(axis);
+        writeAxis(xml, axis);
     }
     for (const auto& [id, button] : map.buttons) {
-        writer.write(button);
+        writeButton(xml, button);
     }
-    writer.end();
+    xml.end();
 }
 
 void writeJoystick(std::ostream& out, int depth, const JoystickMap& map, const JoystickSelection& selection) {
-    SectionWriter writer(out, depth);
-    writer.begin(true);
+    XmlWriter xml(out, depth);
+    xml.begin("Joystick").attribute("merge", true).content();
     for (const JoyAxisElementId& id : selection.axes) {
         if (const AxisConfiguration* axis = map.axes.find(id)) {
-            writer.write(*axis);
+            writeAxis(xml, *axis);
         }
     }
     for (const JoyButtonElementId& id : selection.buttons) {
         if (const JoystickButtonConfiguration* button = map.buttons.find(id)) {
-            writer.write(*button);
+            writeButton(xml, *button);
         }
     }
-    writer.end();
+    xml.end();
 }
 
 } // namespace Backend::Joystick

@@ -1,5 +1,7 @@
 #include "midiinput/InputSteps.h"
 
+#include "midiinput/IncomingMessage.h"
+
 namespace Backend::MidiInput {
 
 InputSteps rehearse(const MidiEventConfigurationMap& map, const MidiEngine::QelMidiMessage& message) {

@@ -1,7 +1,6 @@
 // What becomes of one incoming message: the rules, and a record of each step for whoever wants to know why.
 #pragma once
 
-#include "midiinput/IncomingMessage.h"
 #include "midiinput/MidiEventConfigurationMap.h"
 #include "values/QelMidiMessage.h"
 

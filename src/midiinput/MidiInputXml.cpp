@@ -35,7 +35,7 @@ MidiEventConfiguration readConfiguration(const XmlElement& element) {
     return configuration;
 }
 
-void writeConfiguration(XmlWriter& xml, std::ostream& out, int depth, const MidiEventConfiguration& configuration) {
+void writeConfiguration(XmlWriter& xml, const MidiEventConfiguration& configuration) {
     const MidiEvent& event = configuration.event;
     xml.begin("MidiEvent")
         .attribute("input", std::int32_t{event.input})
@@ -44,7 +44,7 @@ void writeConfiguration(XmlWriter& xml, std::ostream& out, int depth, const Midi
         .content();
     for (const auto& translation : configuration.translations) {
         if (translation) {
-            TranslationManagement::writeTranslation(out, depth + 1, *translation);
+            TranslationManagement::writeTranslation(xml.stream(), xml.depth(), *translation);
         } else {
             xml.begin("Translation").attribute("condition", "Off").content().end(); // reads as none again
         }
@@ -94,7 +94,7 @@ void writeMidiInput(std::ostream& out, int depth, const MidiEventConfigurationMa
     xml.begin("MidiInput").attribute("merge", false).content();
     for (const auto& [event, configuration] : map) {
         if (!configuration.isDefault()) {
-            writeConfiguration(xml, out, depth + 1, configuration);
+            writeConfiguration(xml, configuration);
         }
     }
     xml.end();
@@ -106,8 +106,7 @@ void writeMidiInput(std::ostream& out, int depth, const MidiEventConfigurationMa
     xml.begin("MidiInput").attribute("merge", true).content();
     for (const MidiEvent& event : events) {
         const MidiEventConfiguration* configuration = map.find(event);
-        writeConfiguration(xml, out, depth + 1,
-                           configuration != nullptr ? *configuration : MidiEventConfiguration(event));
+        writeConfiguration(xml, configuration != nullptr ? *configuration : MidiEventConfiguration(event));
     }
     xml.end();
 }

@@ -95,5 +95,5 @@ void XmlWriter::closeStartTag() {
 }
 
 void XmlWriter::indent() {
-    out_ << std::string(static_cast<std::size_t>(depth_) + open_.size(), '\t');
+    out_ << std::string(static_cast<std::size_t>(depth()), '\t');
 }

@@ -38,6 +38,10 @@ public:
     // Ends the element whose attributes have just been written with that text, escaped here, all on one line.
     void endWithText(std::string_view text);
 
+    // Where the next element goes, and behind how many tabs, for what writes itself; after content() or end().
+    [[nodiscard]] std::ostream& stream() { return out_; }
+    [[nodiscard]] int depth() const { return depth_ + static_cast<int>(open_.size()); }
+
 private:
     void closeStartTag();
     void indent();

@@ -2,7 +2,6 @@
 #include "BackendRig.h"
 #include "backend/LayerMessageManager.h"
 #include "core/QelMessageManager.h"
-#include "platform/SafeFiles.h"
 #include "platform/Threads.h"
 #include "platform/WindowMessages.h"
 #include "support/FileContent.h"

@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>

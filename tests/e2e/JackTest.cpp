@@ -1,7 +1,6 @@
 // tembrel run under a real JACK server, heard by another client.
 #include "e2e/JackRig.h"
 
-#include <chrono>
 #include <cmath>
 #include <csignal>
 #include <cstdlib>

@@ -3,7 +3,6 @@
 
 #include "generators/recording/BufferFiles.h"
 #include "generators/recording/RecordWriter.h"
-#include "platform/SafeFiles.h"
 #include "platform/TemporaryFolder.h"
 #include "support/FileContent.h"
 
