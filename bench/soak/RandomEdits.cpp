@@ -1,5 +1,6 @@
 #include "RandomEdits.h"
 
+#include "backend/LayerMessageManager.h"
 #include "core/FolderNames.h"
 #include "core/QelIF.h"
 #include "core/QelMessageManager.h"
