@@ -8,11 +8,11 @@ using SequenceManagement::SequencePlayer;
 
 namespace {
 // Two hands on several keyboards; more need room to be made, once.
-constexpr std::size_t usualRoom = 128;
+constexpr std::size_t usualNotes = 128;
 } // namespace
 
 ChordArpeggio::ChordArpeggio(const ArpeggioSetting& setting) : Arpeggio(setting) {
-    held_.reserve(usualRoom);
+    held_.reserve(usualNotes);
 }
 
 void ChordArpeggio::take(const QelMidiMessage& event, SequencePlayer&) {

@@ -5,13 +5,13 @@
 namespace Backend::MidiEngine {
 
 namespace {
-constexpr std::size_t usualRoom = 8192;
+constexpr std::size_t usualEvents = 8192;
 } // namespace
 
 PendingEvents::PendingEvents() {
-    inbox_.reserve(usualRoom);
-    taken_.reserve(usualRoom);
-    schedule_.reserve(usualRoom);
+    inbox_.reserve(usualEvents);
+    taken_.reserve(usualEvents);
+    schedule_.reserve(usualEvents);
 }
 
 void PendingEvents::schedule(const QelMidiMessage& message) {
@@ -41,7 +41,7 @@ void PendingEvents::remove(std::size_t first, std::size_t last) {
     if (isEmpty()) {
         schedule_.clear();
         head_ = 0;
-    } else if (head_ > usualRoom && head_ > schedule_.size() / 2) {
+    } else if (head_ > usualEvents && head_ > schedule_.size() / 2) {
         schedule_.erase(schedule_.begin(), schedule_.begin() + static_cast<std::ptrdiff_t>(head_));
         head_ = 0;
     }

@@ -4,11 +4,11 @@ namespace Backend::MidiEngine {
 
 namespace {
 // More notes at once come only from a device that never sends a Note Off; then there is HeldNotes::capacity.
-constexpr std::size_t usualRoom = 512;
+constexpr std::size_t usuallyHeld = 512;
 } // namespace
 
 PlayingLayer::PlayingLayer(const Layers::Layer& settings) : settings_(settings), machine_(LayerMachine::of(settings)) {
-    stack_.reserve(usualRoom);
+    stack_.reserve(usuallyHeld);
     for (std::size_t data = 0; data < noteOf_.size(); ++data) {
         noteOf_[data] = settings_.transform(static_cast<std::int8_t>(data));
         velocityOf_[data] = settings_.transformVelocity(static_cast<std::int8_t>(data));
