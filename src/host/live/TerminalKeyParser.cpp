@@ -352,7 +352,7 @@ void TerminalKeyParser::continueString(std::uint8_t byte) {
         return;
     }
     state_ = byte == escape ? State::stringEscape : State::string;
-    sequence_ = "x"; // something has followed
+    sequence_.assign(1, 'x'); // something has followed
 }
 
 void TerminalKeyParser::continuePaste(std::uint8_t byte) {
