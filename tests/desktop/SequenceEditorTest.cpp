@@ -115,7 +115,7 @@ TEST_F(DesktopSequences, StepsAreMadeByKeys) {
     press(Qt::Key_PageUp);
     press(Qt::Key_Space);
     EXPECT_EQ(stored(), "0,0|12");
-    EXPECT_EQ(grid().valueText().toStdString(), "step 2 of 2, +12 semitones, velocity +0, 1920 ticks");
+    EXPECT_EQ(grid().valueText().toStdString(), "step 2 of 2, +12 semitones, velocity 0, 1920 ticks");
     rig.after([&] { grid().setVelocity(-10); });
     rig.after([&] { grid().setLength(240); });
     EXPECT_EQ(stored(), "0,0|12 V-10 L240");

@@ -1,7 +1,7 @@
 #include "desktop/models/MessageTexts.h"
 
+#include "desktop/models/NumberTexts.h"
 #include "values/ControllerNames.h"
-#include "values/Note.h"
 
 #include <QObject>
 
@@ -53,7 +53,7 @@ QString firstByteText(MessageType type, int value) {
     case MessageType::noteOn:
     case MessageType::noteOff:
     case MessageType::keyPressure:
-        return QString::fromStdString(Note(value).getName());
+        return noteText(value);
     case MessageType::controllerChange:
         return QString::number(value) + ' ' + QString::fromStdString(Backend::MidiEngine::controllerName(value));
     default:

@@ -2,6 +2,7 @@
 
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/models/NumberTexts.h"
 #include "desktop/models/PresetNames.h"
 #include "desktop/widgets/MenuBox.h"
 
@@ -26,10 +27,6 @@ QString fromOne(int number) {
     return QString::number(number + 1);
 }
 
-QString withSign(int number) {
-    return (number >= 0 ? "+" : "") + QString::number(number);
-}
-
 Choice numbered(const QString& text, int min, int max, int first, std::function<QString(int)> written) {
     return {text, true, min, max, first, std::move(written)};
 }
@@ -38,7 +35,7 @@ Choice numbered(const QString& text, int min, int max, int first, std::function<
 std::vector<Choice> changes() {
     return {{QObject::tr("no change")},
             numbered(QObject::tr("set to"), 0, mostNumbers, 0, {}),
-            numbered(QObject::tr("step by"), -mostNumbers, mostNumbers, 1, withSign)};
+            numbered(QObject::tr("step by"), -mostNumbers, mostNumbers, 1, signedText)};
 }
 
 RelativeFixedValue changeOf(int choice, int number) {
@@ -181,7 +178,7 @@ int FormRows::addBytes(std::vector<Choice>& choices) const {
     const int place = static_cast<int>(choices.size());
     const ByteNames names = incomingNames(incoming_);
     for (const QString& name : {names.d1, names.d2}) {
-        choices.push_back(numbered(QObject::tr("incoming %1").arg(name), -127, 127, 0, withSign));
+        choices.push_back(numbered(QObject::tr("incoming %1").arg(name), -127, 127, 0, signedText));
     }
     return place;
 }
@@ -191,7 +188,7 @@ MidiTranslationValue FormRows::fromByte(int which, int offset) {
     if (offset == 0) {
         return MidiTranslationValue(which == 0 ? Kind::d1 : Kind::d2);
     }
-    const std::string text = (which == 0 ? "D1 " : "D2 ") + withSign(offset).toStdString();
+    const std::string text = (which == 0 ? "D1 " : "D2 ") + std::string(offset < 0 ? "" : "+") + std::to_string(offset);
     return MidiTranslationValue(std::string_view(text));
 }
 

@@ -5,6 +5,7 @@
 #include "desktop/Palette.h"
 #include "desktop/Reach.h"
 #include "desktop/models/Models.h"
+#include "desktop/models/NumberTexts.h"
 #include "desktop/models/RowScales.h"
 #include "desktop/panels/EntriesEditor.h"
 #include "desktop/widgets/ComputerKeyboard.h"
@@ -168,7 +169,7 @@ void KeysPanel::refresh() {
             face.colour = Desktop::palette().inTurn(std::max(0, note->zone));
             const int sounds = note->note + models().zones.transposeOf(note->zone);
             if (sounds != note->note) {
-                face.help += tr("   sounds %1").arg(QString::fromStdString(Note(std::clamp(sounds, 0, 127)).getName()));
+                face.help += tr("   sounds %1").arg(noteText(std::clamp(sounds, 0, 127)));
             }
         } else if (!face.action.isEmpty()) {
             face.colour = Desktop::palette().amber;

@@ -2,6 +2,7 @@
 
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/models/NumberTexts.h"
 #include "desktop/panels/LayerPattern.h"
 #include "desktop/widgets/MenuBox.h"
 #include "desktop/widgets/NumberField.h"
@@ -17,14 +18,6 @@ namespace Desktop {
 using Backend::Layers::Layer;
 
 namespace {
-
-QString noteText(int note) {
-    return QString::fromStdString(Note(note).getName());
-}
-
-QString signedText(int value) {
-    return value > 0 ? "+" + QString::number(value) : QString::number(value);
-}
 
 RelativeFixedValue valueOf(bool relative, int number) {
     return relative ? RelativeFixedValue::relative(number) : RelativeFixedValue::fixed(number);

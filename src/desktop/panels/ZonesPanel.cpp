@@ -2,6 +2,7 @@
 
 #include "desktop/Palette.h"
 #include "desktop/models/Models.h"
+#include "desktop/models/NumberTexts.h"
 #include "desktop/widgets/ColumnArea.h"
 #include "desktop/widgets/NumberField.h"
 
@@ -108,7 +109,7 @@ void ZonesPanel::refresh() {
                 Qt::QueuedConnection); // the rows are made anew
             auto* const field = new NumberField(content_);
             field->setRange(-127, 127);
-            field->setText([](int value) { return (value > 0 ? "+" : "") + QString::number(value); });
+            field->setText(signedText);
             field->setResting(0);
             field->describe(tr("Transposition of zone %1").arg(id + 1),
                             tr("Semitones; a double click sets it back to 0"));

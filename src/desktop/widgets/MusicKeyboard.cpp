@@ -1,7 +1,7 @@
 #include "desktop/widgets/MusicKeyboard.h"
 
 #include "desktop/Palette.h"
-#include "values/Note.h"
+#include "desktop/models/NumberTexts.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -104,7 +104,7 @@ void MusicKeyboard::setLetters(std::map<int, QString> letters) {
 QString MusicKeyboard::valueText() const {
     QStringList names;
     for (const auto& [note, colour] : lit_) {
-        names << QString::fromStdString(Note(note).getName());
+        names << noteText(note);
     }
     return names.join(' ');
 }
@@ -144,7 +144,7 @@ void MusicKeyboard::paintEvent(QPaintEvent* event) {
             painter.setFont(octaveFont);
             const double line = octaveFont.pixelSize() * 1.3 + 2;
             painter.drawText(QRectF(key.left() - 4, key.bottom() - line, key.width() + 8, line), Qt::AlignCenter,
-                             QString::fromStdString(Note(note).getName()));
+                             noteText(note));
         }
         if (hasFocus() && note == mark_) {
             painter.setBrush(Qt::NoBrush);

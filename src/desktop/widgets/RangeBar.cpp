@@ -1,7 +1,7 @@
 #include "desktop/widgets/RangeBar.h"
 
 #include "desktop/Palette.h"
-#include "values/Note.h"
+#include "desktop/models/NumberTexts.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -38,8 +38,7 @@ void RangeBar::setNote(int note) {
 }
 
 QString RangeBar::valueText() const {
-    return tr("%1 to %2")
-        .arg(QString::fromStdString(Note(low_).getName()), QString::fromStdString(Note(high_).getName()));
+    return tr("%1 to %2").arg(noteText(low_), noteText(high_));
 }
 
 QSize RangeBar::sizeHint() const {

@@ -1,6 +1,7 @@
 #include "desktop/widgets/StepGrid.h"
 
 #include "desktop/Palette.h"
+#include "desktop/models/NumberTexts.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -156,12 +157,11 @@ QString StepGrid::valueText() const {
     if (step.empty() || step.front().rest) {
         return place + ", " + tr("rest");
     }
-    const QString at = place + ", " + tr("%1 semitones").arg(QString::asprintf("%+d", offset_));
+    const QString at = place + ", " + tr("%1 semitones").arg(signedText(offset_));
     const StepEntry* const note = chosen();
     return note == nullptr
                ? at + ", " + tr("no note")
-               : at + ", " +
-                     tr("velocity %1, %2 ticks").arg(QString::asprintf("%+d", note->velocityOffset)).arg(note->length);
+               : at + ", " + tr("velocity %1, %2 ticks").arg(signedText(note->velocityOffset)).arg(note->length);
 }
 
 QSize StepGrid::sizeHint() const {
