@@ -3,8 +3,8 @@
 
 #include "core/QelIF.h"
 #include "platform/Joysticks.h"
-#include "platform/TemporaryFolder.h"
 #include "support/FakePlayer.h"
+#include "support/TemporaryFolder.h"
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 // Banks as others write them: what is changed in them, and that nothing else is.
 #include "backend/BankText.h"
 
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <array>
 #include <gmock/gmock.h>

@@ -8,8 +8,8 @@
 #include "input/JoystickMessageManager.h"
 #include "platform/AutoResetEvent.h"
 #include "platform/Joysticks.h"
+#include "support/RandomCases.h"
 #include "values/Note.h"
-#include "values/RandomCases.h"
 
 #include <atomic>
 #include <gtest/gtest.h>

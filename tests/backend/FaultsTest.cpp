@@ -5,8 +5,8 @@
 #include "midiengine/MidiEngine.h"
 #include "midiengine/ZoneMap.h"
 #include "platform/Clocks.h"
+#include "support/RandomCases.h"
 #include "values/Key.h"
-#include "values/RandomCases.h"
 #include "values/RelativeFixedValue.h"
 #include "values/SelectType.h"
 

@@ -2,7 +2,7 @@
 #include "backend/FileCheck.h"
 
 #include "platform/PathText.h"
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <fstream>
 #include <gmock/gmock.h>

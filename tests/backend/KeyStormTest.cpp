@@ -2,9 +2,9 @@
 #include "BackendRig.h"
 #include "core/QelMessageManager.h"
 #include "midiengine/MidiEngine.h"
+#include "support/RandomCases.h"
 #include "values/Key.h"
 #include "values/Note.h"
-#include "values/RandomCases.h"
 
 #include <array>
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include "midiinput/MidiInputMessageManager.h"
 #include "midiinput/MidiInputXml.h"
 #include "platform/ThreadMessages.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 #include "values/SelectType.h"
 
 #include <gtest/gtest.h>

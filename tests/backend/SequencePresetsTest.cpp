@@ -6,7 +6,7 @@
 #include "core/QelMessageManager.h"
 #include "generators/SequenceText.h"
 #include "generators/SequenceXml.h"
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

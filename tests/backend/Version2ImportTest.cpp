@@ -5,8 +5,8 @@
 #include "backend/FileCheck.h"
 #include "core/QelMessageManager.h"
 #include "platform/SafeFiles.h"
-#include "platform/TemporaryFolder.h"
 #include "platform/XmlDocument.h"
+#include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

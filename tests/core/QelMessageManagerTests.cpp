@@ -1,5 +1,6 @@
 #include "core/MessageManagerMaster.h"
 #include "core/QelMessageManager.h"
+#include "support/RandomCases.h"
 #include "support/RecordingQel.h"
 
 #include <functional>
@@ -200,9 +201,8 @@ TEST_F(QelMessageManagerTest, CommandsOfOneThreadKeepTheirOrder) {
 }
 
 TEST_F(QelMessageManagerTest, AMessageArrivesAsItWasAndTravelsPackedWhereItCan) {
-    const auto seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     const auto any = [&](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
     const auto byte = [&] { return static_cast<std::int8_t>(any(-128, 127)); };
     for (int round = 0; round < 3000; ++round) {

@@ -3,8 +3,8 @@
 #include "core/QelUtils.h"
 #include "platform/Notices.h"
 #include "platform/OwnModule.h"
-#include "platform/TemporaryFolder.h"
 #include "support/MemorySettings.h"
+#include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <chrono>

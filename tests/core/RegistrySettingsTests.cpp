@@ -1,9 +1,9 @@
 #include "core/RegistrySettings.h"
 #include "support/MemorySettings.h"
+#include "support/RandomCases.h"
 
 #include <functional>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace Backend {
 namespace {
@@ -192,9 +192,8 @@ TEST(RegistrySettings, ReadsRawBytesWhateverTheKind) {
 }
 
 TEST(RegistrySettings, AnyBytesCanBeReadAndSavedAgain) {
-    const auto seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     for (int round = 0; round < 300; ++round) {
         MemorySettings store;
         for (const Entry& row : entries()) {

@@ -4,7 +4,7 @@
 #include "e2e/JackPeer.h"
 #include "e2e/JackServer.h"
 #include "e2e/RunningProgram.h"
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -3,9 +3,9 @@
 #include "generators/recording/BufferReader.h"
 #include "generators/recording/RecordRig.h"
 #include "platform/SettingsStore.h"
-#include "platform/TemporaryFolder.h"
 #include "support/FileContent.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
+#include "support/TemporaryFolder.h"
 
 #include <chrono>
 #include <csignal>

@@ -1,7 +1,7 @@
 // tembrel run without a MIDI system.
 #include "e2e/HeldThread.h"
 #include "e2e/RunningProgram.h"
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <csignal>
 #include <cstdlib>

@@ -3,7 +3,7 @@
 #include "e2e/JackServer.h"
 #include "e2e/RunningProgram.h"
 #include "e2e/TerminalProgram.h"
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <chrono>
 #include <fstream>

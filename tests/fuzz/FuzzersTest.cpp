@@ -2,7 +2,7 @@
 // then libFuzzer is the one to look for it.
 #include "platform/SafeFiles.h"
 #include "platform/ThreadServices.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -2,7 +2,7 @@
 #include "generators/OscillatorRack.h"
 #include "generators/OscillatorSpeed.h"
 #include "generators/RunningOscillator.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

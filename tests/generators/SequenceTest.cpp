@@ -1,7 +1,7 @@
 // The text of sequences, their files, and what is said of bad ones.
 #include "generators/SequenceText.h"
 #include "generators/SequenceXml.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

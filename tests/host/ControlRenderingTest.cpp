@@ -1,5 +1,5 @@
 #include "host/Rendering.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 

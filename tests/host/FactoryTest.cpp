@@ -1,8 +1,8 @@
 // The content that comes with the program.
 #include "host/Rendering.h"
-#include "platform/TemporaryFolder.h"
 #include "platform/XmlDocument.h"
 #include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <filesystem>
 #include <fstream>

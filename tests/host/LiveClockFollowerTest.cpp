@@ -1,6 +1,6 @@
 // Following the MIDI clock of another device, on virtual time.
 #include "host/live/ClockFollower.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <algorithm>
 #include <cmath>

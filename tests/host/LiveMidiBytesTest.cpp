@@ -2,10 +2,10 @@
 #include "host/live/DueQueue.h"
 #include "host/live/MessageText.h"
 #include "host/live/MidiBytes.h"
+#include "support/RandomCases.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace Host {
 namespace {
@@ -100,10 +100,8 @@ TEST(MessageText, NamesWhatAMessageHas) {
 }
 
 TEST(DueQueue, GivesWhatItGotInOrderOfTimeAndThenOfArrival) {
-    std::mt19937 random(std::random_device{}());
-    const auto seed = random();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    random.seed(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     DueQueue queue(64);
     std::vector<std::pair<std::int64_t, std::uint8_t>> model;
     std::int64_t base = 0;

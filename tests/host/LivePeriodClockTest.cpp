@@ -1,9 +1,9 @@
 // The clock by a device's frames, on virtual time.
 #include "host/LiveFakes.h"
 #include "host/live/PeriodClock.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
-#include <random>
 #include <utility>
 
 namespace Host {
@@ -30,10 +30,8 @@ protected:
 };
 
 TEST_F(PeriodClockTest, AGridOfTicksLeavesAsThatGridOfFramesWhateverThePeriod) {
-    std::mt19937 random(std::random_device{}());
-    const auto seed = random();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    random.seed(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     for (const std::int32_t frames : {16, 64, 100, 128, 1024, 4096}) {
         SCOPED_TRACE(frames);
         VirtualTime ownTime;

@@ -1,9 +1,9 @@
 // Places of ports, and which of them are wanted.
 #include "host/live/PortLists.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 #include <map>
-#include <random>
 
 namespace Host {
 namespace {
@@ -21,10 +21,8 @@ Names namesIn(const PortRoster& roster, bool PortRoster::Port::*flag) {
 }
 
 TEST(PortRoster, APortKeepsItsPlaceWhateverComesAndGoes) {
-    std::mt19937 random(std::random_device{}());
-    const auto seed = random();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    random.seed(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     PortRoster roster;
     std::map<int, std::string> places;
     for (int step = 0; step < 500; ++step) {

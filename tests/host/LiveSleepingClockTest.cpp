@@ -1,9 +1,9 @@
 // The clock by the system's time, on virtual time.
 #include "host/LiveFakes.h"
 #include "host/live/SleepingClock.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace Host {
 namespace {
@@ -23,10 +23,8 @@ protected:
 };
 
 TEST_F(SleepingClockTest, RunsEachTickOnceAtItsTimeOverTempoChanges) {
-    std::mt19937 random(std::random_device{}());
-    const auto seed = random();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    random.seed(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     engine.dependent = true; // so that a repeated tick shows
     SleepingClock clock(engine, 120, time);
     const double start = static_cast<double>(time.now().count());

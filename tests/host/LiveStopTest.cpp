@@ -3,8 +3,8 @@
 #include "host/live/LivePlayer.h"
 #include "host/live/NoSystem.h"
 #include "host/live/SleepingClock.h"
-#include "platform/TemporaryFolder.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
+#include "support/TemporaryFolder.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "host/LiveFakes.h"
 #include "host/live/PeriodClock.h"
 #include "host/live/SleepingClock.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // The time of ticks: exact between tempo changes, continuous over them.
 #include "host/live/TickGrid.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace Host {
 namespace {
@@ -52,10 +52,8 @@ TEST(TickGrid, NorDoFractionsOfABeat) {
 }
 
 TEST(TickGrid, TickAtIsTheInverseOfTimeOf) {
-    std::mt19937 random(std::random_device{}());
-    const auto seed = random();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    random.seed(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     for (int i = 0; i < 20'000; ++i) {
         const std::int64_t rate = rates[random() % std::size(rates)];
         TickGrid grid(rate, firstTick, static_cast<std::int64_t>(random()), static_cast<int>(10 + random() % 491));
@@ -69,10 +67,8 @@ TEST(TickGrid, TickAtIsTheInverseOfTimeOf) {
 }
 
 TEST(TickGrid, TempoChangesMoveNoTickAndLoseNone) {
-    std::mt19937 random(std::random_device{}());
-    const auto seed = random();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    random.seed(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     for (const std::int64_t rate : rates) {
         int tempo = 120;
         TickGrid grid(rate, firstTick, 12'345, tempo);

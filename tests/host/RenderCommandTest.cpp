@@ -1,9 +1,9 @@
 #include "host/Rendering.h"
 #include "host/SmfBytes.h"
 #include "host/SmfReader.h"
-#include "platform/TemporaryFolder.h"
 #include "support/FileContent.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
+#include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -6,7 +6,7 @@
 #include "host/OfflinePlayer.h"
 #include "host/PerformanceScript.h"
 #include "host/Session.h"
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

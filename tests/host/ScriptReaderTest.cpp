@@ -1,6 +1,6 @@
 #include "host/PerformanceScript.h"
 #include "platform/ThreadServices.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

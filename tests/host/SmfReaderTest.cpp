@@ -1,7 +1,7 @@
 #include "host/SmfReader.h"
 
 #include "host/SmfBytes.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

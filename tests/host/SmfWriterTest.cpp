@@ -2,10 +2,10 @@
 
 #include "host/EventListWriter.h"
 #include "host/SmfBytes.h"
-#include "platform/TemporaryFolder.h"
 #include "support/FileContent.h"
+#include "support/RandomCases.h"
+#include "support/TemporaryFolder.h"
 #include "values/QelMidiMessage.h"
-#include "values/RandomCases.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

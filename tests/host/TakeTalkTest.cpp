@@ -1,6 +1,6 @@
 #include "host/TakeTalk.h"
 
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 

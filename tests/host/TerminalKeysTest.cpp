@@ -2,10 +2,10 @@
 
 #include "host/live/ConsoleKey.h"
 #include "host/live/StatusText.h"
+#include "support/RandomCases.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <random>
 #include <set>
 
 namespace Host {
@@ -265,15 +265,15 @@ TEST_F(TerminalKeysTest, GuessesWhereTheTerminalGivesLess) {
 }
 
 TEST_F(TerminalKeysTest, WhateverComesEndsInSilence) {
-    const unsigned seed = std::random_device()();
-    std::mt19937 random(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     const std::string_view likely = "\x1b\x1b\x1b[[O?;:~u0123456789ABqQw\xc3";
     Time now{};
     std::set<std::uint32_t> down;
     const auto follow = [&](const TerminalKeys::Result& result) {
         for (const KeyEvent& event : result.keys) {
             const bool was = down.contains(event.key.getCode());
-            ASSERT_EQ(was, event.press != Press::down) << "seed " << seed;
+            ASSERT_EQ(was, event.press != Press::down);
             event.press == Press::up ? static_cast<void>(down.erase(event.key.getCode()))
                                      : static_cast<void>(down.insert(event.key.getCode()));
         }
@@ -287,7 +287,7 @@ TEST_F(TerminalKeysTest, WhateverComesEndsInSilence) {
         follow(random() % 3 == 0 ? keys.passTime(now) : keys.take(bytesOf(bytes), now));
     }
     follow(keys.liftAll());
-    EXPECT_TRUE(down.empty()) << "seed " << seed;
+    EXPECT_TRUE(down.empty());
 }
 
 TEST(ConsoleKey, PlacesAndMeanings) {

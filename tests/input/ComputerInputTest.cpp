@@ -3,9 +3,9 @@
 #include "input/ComputerInputSection.h"
 #include "input/ComputerInputXml.h"
 #include "input/DefaultKeys.h"
-#include "platform/TemporaryFolder.h"
 #include "support/ParsedXml.h"
 #include "support/RecordingQel.h"
+#include "support/TemporaryFolder.h"
 
 #include <filesystem>
 #include <fstream>

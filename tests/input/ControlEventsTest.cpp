@@ -3,7 +3,7 @@
 #include "input/JoystickAxis.h"
 #include "input/ValueEvent.h"
 #include "support/FakePlayer.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 #include <map>

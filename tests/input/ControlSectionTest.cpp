@@ -2,11 +2,11 @@
 
 #include "input/ControlDefaults.h"
 #include "midiengine/MidiEngine.h"
-#include "platform/TemporaryFolder.h"
 #include "support/FakePlayer.h"
 #include "support/ParsedXml.h"
+#include "support/RandomCases.h"
 #include "support/RecordingQel.h"
-#include "values/RandomCases.h"
+#include "support/TemporaryFolder.h"
 
 #include <deque>
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "input/ControlDefaults.h"
 #include "platform/XmlDocument.h"
 #include "support/ParsedXml.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

@@ -1,7 +1,7 @@
 #include "input/ElementCollection.h"
 
 #include "input/VectorIterator.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

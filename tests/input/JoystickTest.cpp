@@ -3,10 +3,10 @@
 #include "input/JoystickWatcher.h"
 #include "input/JoystickXml.h"
 #include "platform/AutoResetEvent.h"
-#include "platform/TemporaryFolder.h"
 #include "support/ParsedXml.h"
+#include "support/RandomCases.h"
 #include "support/RecordingQel.h"
-#include "values/RandomCases.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

@@ -2,7 +2,7 @@
 #include "input/PresetFolder.h"
 
 #include "platform/SafeFiles.h"
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

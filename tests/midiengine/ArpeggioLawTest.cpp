@@ -1,7 +1,7 @@
 // Whatever is played on arpeggios and sequences and whatever changes meanwhile: each Note On that goes out is followed
 // by exactly one Note Off at the same place, and when all keys are let go all falls silent.
 #include "EngineRig.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 #include <map>

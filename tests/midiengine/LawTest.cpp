@@ -1,7 +1,7 @@
 // Whatever is played and whatever changes meanwhile: a note that was started is ended where it was started.
 #include "EngineRig.h"
 #include "midiengine/EngineTap.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

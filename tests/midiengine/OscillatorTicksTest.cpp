@@ -1,6 +1,6 @@
 // A playing oscillator is given each tick once, in order, however the ticks are run.
 #include "EngineRig.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 #include <utility>

@@ -2,7 +2,7 @@
 #include "midiengine/LayerXml.h"
 #include "midiengine/ZoneXml.h"
 #include "support/ParsedXml.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

@@ -2,10 +2,10 @@
 #include "midiinput/ConfigurationSection.h"
 #include "midiinput/MidiInputXml.h"
 #include "midiinput/StartedNotes.h"
-#include "platform/TemporaryFolder.h"
 #include "support/ParsedXml.h"
+#include "support/RandomCases.h"
 #include "support/RecordingQel.h"
-#include "values/RandomCases.h"
+#include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <fstream>

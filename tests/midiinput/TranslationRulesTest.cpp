@@ -1,6 +1,6 @@
 // Conditions and values against a second evaluator, which is made of tables of words and nothing of the first.
 #include "midiinput/TranslationFactory.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -3,8 +3,8 @@
 #include "input/HelpTexts.h"
 #include "midiinput/TranslationFactory.h"
 #include "support/ParsedXml.h"
+#include "support/RandomCases.h"
 #include "support/RecordingQel.h"
-#include "values/RandomCases.h"
 
 #include <gtest/gtest.h>
 #include <map>

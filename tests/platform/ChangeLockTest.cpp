@@ -2,8 +2,8 @@
 
 #include "platform/Clocks.h"
 #include "platform/SafeFiles.h"
-#include "platform/TemporaryFolder.h"
 #include "platform/Threads.h"
+#include "support/TemporaryFolder.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

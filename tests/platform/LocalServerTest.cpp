@@ -1,8 +1,8 @@
 #include "platform/LocalServer.h"
 
 #include "platform/SafeFiles.h"
-#include "platform/TemporaryFolder.h"
 #include "platform/Threads.h"
+#include "support/TemporaryFolder.h"
 
 #include <atomic>
 #include <gtest/gtest.h>

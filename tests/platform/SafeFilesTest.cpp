@@ -3,10 +3,10 @@
 #include "platform/Folders.h"
 #include "platform/Notices.h"
 #include "platform/ReplacingChild.h"
-#include "platform/TemporaryFolder.h"
 #include "platform/Threads.h"
 #include "support/FileContent.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
+#include "support/TemporaryFolder.h"
 
 #include <atomic>
 #include <fstream>

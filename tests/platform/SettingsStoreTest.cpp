@@ -5,12 +5,12 @@
 #include "platform/SafeFiles.h"
 #include "platform/SettingsChild.h"
 #include "platform/SettingsFormat.h"
-#include "platform/TemporaryFolder.h"
 #include "platform/Threads.h"
+#include "support/RandomCases.h"
+#include "support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <random>
 
 using namespace Platform;
 namespace fs = std::filesystem;
@@ -142,9 +142,8 @@ TEST(FileSettings, AreReadableText) {
 }
 
 TEST(FileSettings, OfRandomContentSurviveTheTextForm) {
-    const unsigned seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
+    RandomCases cases;
+    auto& random = cases.generator();
     const auto text = [&random](unsigned shortest, bool isPath) {
         std::string result(shortest + random() % 6, ' ');
         for (char& letter : result) {

@@ -1,12 +1,12 @@
 #include "platform/ThreadMessages.h"
 
 #include "platform/AutoResetEvent.h"
+#include "support/RandomCases.h"
 
 #include <array>
 #include <atomic>
 #include <deque>
 #include <gtest/gtest.h>
-#include <random>
 #include <vector>
 
 using namespace Platform;
@@ -110,10 +110,9 @@ TEST(ThreadMessages, QuitComesInItsPlaceWhenPostedByIdAndLastWhenPostedByTheThre
 }
 
 TEST(ThreadMessages, BehaveAsAListUnderRandomUse) {
-    const unsigned seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    onThread([seed] {
-        std::mt19937 random(seed);
+    onThread([] {
+        RandomCases cases;
+        auto& random = cases.generator();
         createMessageQueue();
         std::deque<std::size_t> model;
         for (std::size_t step = 0; step < 5'000; ++step) {

@@ -1,6 +1,6 @@
 #include "values/MidiMessage.h"
 
-#include "RandomCases.h"
+#include "support/RandomCases.h"
 #include "values/ControllerNames.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "values/QelMidiMessage.h"
 
-#include "RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <gtest/gtest.h>
 

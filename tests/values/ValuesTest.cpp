@@ -1,5 +1,5 @@
 // The values of functions and sections: each row is a text, what it means, and what is written for it.
-#include "RandomCases.h"
+#include "support/RandomCases.h"
 #include "values/Cell.h"
 #include "values/ControlType.h"
 #include "values/Fraction.h"

@@ -1,6 +1,6 @@
 // XML as we write it, and as descriptions read and check it.
-#include "RandomCases.h"
 #include "platform/XmlDocument.h"
+#include "support/RandomCases.h"
 #include "values/AttributeReading.h"
 #include "values/ElementFormat.h"
 #include "values/XmlWriter.h"

@@ -3,8 +3,8 @@
 
 #include "generators/recording/BufferFiles.h"
 #include "generators/recording/RecordWriter.h"
-#include "platform/TemporaryFolder.h"
 #include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <cstdint>
 #include <memory>

@@ -3,7 +3,7 @@
 #include "generators/recording/RecordContent.h"
 #include "generators/recording/RecordRig.h"
 #include "support/FileContent.h"
-#include "values/RandomCases.h"
+#include "support/RandomCases.h"
 
 #include <fstream>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Replacing a file while the process is killed, and on a file system without room.
 #include "platform/SafeFiles.h"
-#include "platform/TemporaryFolder.h"
 #include "support/FileContent.h"
+#include "support/TemporaryFolder.h"
 
 #include <csignal>
 #include <gtest/gtest.h>

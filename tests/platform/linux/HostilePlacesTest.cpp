@@ -3,8 +3,8 @@
 #include "platform/Clocks.h"
 #include "platform/LocalServer.h"
 #include "platform/SafeFiles.h"
-#include "platform/TemporaryFolder.h"
 #include "platform/Threads.h"
+#include "support/TemporaryFolder.h"
 
 #include <cstdlib>
 #include <fstream>

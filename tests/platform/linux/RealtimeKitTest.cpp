@@ -1,7 +1,7 @@
 // What is asked of RealtimeKit, as a service of our own on a bus of our own hears it.
 #include "platform/linux/RealtimeKit.h"
 
-#include "platform/TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <array>
 #include <cstdlib>

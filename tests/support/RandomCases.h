@@ -16,6 +16,8 @@ public:
         return static_cast<Number>(std::uniform_int_distribution<long long>(lowest, highest)(generator_));
     }
 
+    [[nodiscard]] std::mt19937& generator() { return generator_; }
+
 private:
     static unsigned chooseSeed() {
         const auto* const given = std::getenv("TEMBREL_SEED");
