@@ -36,7 +36,7 @@ void writePlaces(std::ostream& out, const LayerSet& set, const std::vector<int>&
     Layers::writeLayers(xml, chosen, true);
 }
 
-Component::SectionText<LayerSet, std::vector<int>> sectionText() {
+Component::SectionText<LayerSet, std::vector<int>> layersText() {
     return {[](const Platform::XmlElement& section, LayerSet& set) { Layers::readLayers(section, set.layers); },
             writeSet, writePlaces};
 }
@@ -46,7 +46,7 @@ LayerSection::LayerSection(MidiEngine::MidiEngineMessageManager& engine,
                            SequenceManagement::SequencePresetManager& sequences, std::filesystem::path presetFolder,
                            const std::function<void(const Platform::Fault&)>& reportFault)
     : engine_(engine), sequences_(sequences),
-      presets_(std::move(presetFolder), Layers::layersFormat(), sectionText(), builtInLayers(), reportFault) {}
+      presets_(std::move(presetFolder), Layers::layersFormat(), layersText(), builtInLayers(), reportFault) {}
 
 // Whole sections. ------------------------------------------------------------------------------------------------
 

@@ -24,7 +24,7 @@ const OscList& builtInOscillators() {
     return list;
 }
 
-Component::SectionText<OscList, std::vector<OscId>> sectionText() {
+Component::SectionText<OscList, std::vector<OscId>> oscillatorsText() {
     return {Oscillators::readOscillators,
             [](std::ostream& out, int depth, const OscList& list) { Oscillators::writeOscillators(out, depth, list); },
             [](std::ostream& out, const OscList& list, const std::vector<OscId>& ids) {
@@ -50,7 +50,7 @@ OscillatorSection::OscillatorSection(const QelIF& qel, MidiEngine::MidiEngine& e
                                      std::filesystem::path presetFolder,
                                      const std::function<void(const Platform::Fault&)>& reportFault,
                                      std::function<bool()> wake)
-    : qel_(qel), engine_(engine), presets_(std::move(presetFolder), Oscillators::oscillatorsFormat(), sectionText(),
+    : qel_(qel), engine_(engine), presets_(std::move(presetFolder), Oscillators::oscillatorsFormat(), oscillatorsText(),
                                            builtInOscillators(), reportFault),
       notices_([this, wake = std::move(wake)] { return qel_.getGuiWindowHandle() != nullptr && wake(); }) {
     engine_.setOscillatorWatcher(&notices_);
