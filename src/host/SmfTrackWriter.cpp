@@ -1,6 +1,7 @@
 #include "host/SmfTrackWriter.h"
 
 #include "host/ResultFile.h"
+#include "values/BigEndian.h"
 #include "values/VariableLength.h"
 
 #include <array>
@@ -45,11 +46,7 @@ void SmfTrackWriter::addMeta(std::int32_t tick, std::uint8_t type, std::string_v
 }
 
 bool SmfTrackWriter::copyTo(ResultFile& file) {
-    std::string header = "MTrk";
-    for (int shift = 24; shift >= 0; shift -= 8) {
-        header.push_back(static_cast<char>(size_ >> shift & 0xFF));
-    }
-    file.write(header);
+    file.write("MTrk" + Backend::bigEndian(static_cast<std::uint32_t>(size_), 4));
     if (file_.is_open()) {
         file_.seekg(0);
         std::array<char, bufferSize> block;

@@ -27,7 +27,8 @@ public:
 
     [[nodiscard]] std::uint64_t size() const noexcept { return size_; }
     [[nodiscard]] bool isGood() const noexcept { return good_; }
-    // Appends the whole track to a file, its chunk header in front; false when the overflow cannot be read again.
+    // Appends the whole track, of less than 4 GiB, with its chunk header in front; false when the overflow cannot be
+    // read again.
     [[nodiscard]] bool copyTo(ResultFile& file);
 
 private:

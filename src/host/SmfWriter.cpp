@@ -1,6 +1,7 @@
 #include "host/SmfWriter.h"
 
 #include "host/SmfMeta.h"
+#include "values/BigEndian.h"
 #include "values/QelMidiMessage.h"
 #include "values/Ticks.h"
 
@@ -10,19 +11,12 @@
 
 namespace Host {
 
+using Backend::bigEndian;
 using Platform::Outcome;
 
 namespace {
 
 constexpr char releaseVelocity = 100; // of the notes that the end of the file ends
-
-std::string bigEndian(std::uint32_t number, int size) {
-    std::string bytes;
-    while (size-- > 0) {
-        bytes.push_back(static_cast<char>(number >> (8 * size) & 0xFF));
-    }
-    return bytes;
-}
 
 } // namespace
 

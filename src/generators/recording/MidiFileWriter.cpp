@@ -3,6 +3,7 @@
 #include "generators/recording/BufferReader.h"
 #include "platform/PathText.h"
 #include "platform/SafeFiles.h"
+#include "values/BigEndian.h"
 #include "values/VariableLength.h"
 
 #include <algorithm>
@@ -102,9 +103,7 @@ Result<SavedRecord> write(const fs::path& target, const std::vector<fs::path>& b
     if (length > std::numeric_limits<std::uint32_t>::max()) {
         return Fault{Platform::textOf(target), 0, "a track of more than 4 GiB does not fit into the format"};
     }
-    for (std::size_t i = 0; i < 4; ++i) {
-        file[lengthAt + i] = static_cast<char>(length >> (24 - 8 * i));
-    }
+    file.replace(lengthAt, 4, bigEndian(static_cast<std::uint32_t>(length), 4));
     if (holdsOnlyAllSoundOff(file)) {
         return SavedRecord{};
     }
