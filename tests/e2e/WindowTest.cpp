@@ -94,6 +94,7 @@ protected:
 
     TemporaryFolder folder_;
     std::unique_ptr<RunningProgram> server_;
+    std::unique_ptr<JackServer> jack_; // outlives the programs: one that loses a client at its end keeps its place
     std::unique_ptr<RunningProgram> program_;
     std::unique_ptr<RunningProgram> other_;
 };
@@ -139,8 +140,8 @@ TEST_F(WindowEndToEnd, GlobalKeysAreHeardThroughJackWhileAnotherWindowHasTheKeyb
     if (!JackServer::isInstalled()) {
         GTEST_SKIP() << "there is no jackd";
     }
-    const JackServer jack(folder("jack"), 256);
-    ASSERT_TRUE(jack.isRunning()) << jack.error();
+    jack_ = std::make_unique<JackServer>(folder("jack"), 256);
+    ASSERT_TRUE(jack_->isRunning()) << jack_->error();
     JackPeer peer("peer");
     program_ = start("Mine", "jack");
     ASSERT_TRUE(eventually([&] { return peer.connect("Tembrel:in", "Tembrel:out"); })) << program_->error();
