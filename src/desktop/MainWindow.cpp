@@ -103,7 +103,7 @@ void MainWindow::buildShortcuts() {
     on(QKeySequence::Save, [this] { openSave(); });
     on(QKeySequence::Open, [this] { openLoad(); });
     on(QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSetup(); });
-    on(QKeySequence::Quit, [this] { close(); });
+    on(QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); }); // on Windows the toolkit's Quit has no key
     on(QKeySequence(Qt::CTRL | Qt::Key_P), [this] { bar_->showProgramMenu(); });
     int number = 1;
     for (const Panel panel : PanelArea::inOrder()) {
