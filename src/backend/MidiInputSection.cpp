@@ -2,6 +2,7 @@
 
 #include "core/MessageParameters.h"
 #include "midiinput/IncomingMessage.h"
+#include "midiinput/InputRules.h"
 #include "platform/ThreadMessages.h"
 
 #include <algorithm>

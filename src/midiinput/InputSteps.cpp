@@ -1,6 +1,7 @@
 #include "midiinput/InputSteps.h"
 
 #include "midiinput/IncomingMessage.h"
+#include "midiinput/InputRules.h"
 
 namespace Backend::MidiInput {
 

@@ -1,4 +1,4 @@
-// What becomes of one incoming message: the rules, and a record of each step for whoever wants to know why.
+// What became of one incoming message, step by step, for whoever wants to know why.
 #pragma once
 
 #include "midiinput/MidiEventConfigurationMap.h"
@@ -24,25 +24,6 @@ struct InputSteps {
     std::optional<MidiEngine::QelMidiMessage> passedOn{}; // as it went on without a translation
     std::vector<MidiEngine::QelMidiMessage> ended{};      // Note Offs for what the key had started
 };
-
-// The rules: a message runs the translations that are configured for it and whose condition holds, in order; one with
-// none goes on. Nothing happens here: `tried` is handed each of them, to execute it, `goOn` the message as it goes on.
-template <typename OnTried, typename OnGoOn>
-void applyRules(const LookUp& lookUp, const MidiEngine::QelMidiMessage& incoming, OnTried tried, OnGoOn goOn) {
-    if (lookUp.configuration == nullptr || lookUp.configuration->translations.empty()) {
-        MidiEngine::QelMidiMessage message = incoming;
-        message.setDefaultChannel(true);
-        goOn(message);
-        return;
-    }
-    for (const auto& translation : lookUp.configuration->translations) {
-        if (translation) { // else there is none of that name
-            const bool holds = translation->getCondition().holdsFor(incoming.getMidiMessage());
-            tried(InputSteps::Tried{translation.get(), holds,
-                                    holds ? translation->getMidiMessage(incoming) : std::nullopt});
-        }
-    }
-}
 
 // What would become of a message while no key is held. The configuration and the translations are those of the map.
 [[nodiscard]] InputSteps rehearse(const MidiEventConfigurationMap& map, const MidiEngine::QelMidiMessage& message);
